@@ -1,0 +1,34 @@
+#include "designerhost.h"
+
+#include <QPointer>
+
+namespace {
+QPointer<DesignerHost> &installedHost()
+{
+    static QPointer<DesignerHost> host;
+    return host;
+}
+} // namespace
+
+DesignerHost::DesignerHost(QObject *parent)
+    : QObject(parent)
+{
+}
+
+DesignerHost::~DesignerHost() = default;
+
+DesignerHost *DesignerHost::instance()
+{
+    return installedHost().data();
+}
+
+void DesignerHost::install(DesignerHost *host)
+{
+    installedHost() = host;
+}
+
+QWidget *DesignerHost::formWindowOf(QWidget *widget)
+{
+    DesignerHost *host = instance();
+    return host && widget ? host->formWindow(widget) : nullptr;
+}

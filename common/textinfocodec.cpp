@@ -1,0 +1,89 @@
+#include "textinfocodec.h"
+
+#include "hexframe.h"
+#include "storedstream.h"
+
+#include <QDataStream>
+#include <QIODevice>
+
+namespace {
+constexpr qint32 FormatVersion = 1;
+// Smallest stream sizes of a record (three ints and two empty lists) and of a slot byte array.
+constexpr int MinRecordSize = 20;
+constexpr int MinSlotSize = 4;
+} // namespace
+
+QByteArray TextInfoCodec::encodeSlot(const QList<TextData> &records)
+{
+    QByteArray data;
+    QDataStream out(&data, QIODevice::WriteOnly);
+    StoredStream::prepare(out);
+    out << FormatVersion << qint32(records.size());
+    for (const TextData &record : records)
+        out << record;
+    return HexFrame::encode(data);
+}
+
+bool TextInfoCodec::decodeSlot(const QByteArray &buffer, QList<TextData> *records)
+{
+    QByteArray data;
+    if (!HexFrame::decode(buffer, &data))
+        return false;
+    QDataStream in(data);
+    StoredStream::prepare(in);
+    qint32 version = 0;
+    in >> version; // any version is read the same way
+    qint32 count = 0;
+    if (!StoredStream::readCount(in, count, MinRecordSize))
+        return false;
+    QList<TextData> read;
+    read.reserve(count);
+    for (qint32 i = 0; i < count; ++i) {
+        TextData record;
+        in >> record;
+        if (in.status() != QDataStream::Ok)
+            return false;
+        read.append(record);
+    }
+    *records = read;
+    return true;
+}
+
+QByteArray TextInfoCodec::encodeSlots(const QList<QList<TextData>> &slotRecords)
+{
+    QByteArray data;
+    QDataStream out(&data, QIODevice::WriteOnly);
+    StoredStream::prepare(out);
+    out << FormatVersion << qint32(slotRecords.size());
+    for (const QList<TextData> &slot : slotRecords)
+        out << encodeSlot(slot);
+    return HexFrame::encode(data);
+}
+
+bool TextInfoCodec::decodeSlots(const QByteArray &buffer, QList<QList<TextData>> *slotRecords)
+{
+    QByteArray data;
+    if (!HexFrame::decode(buffer, &data))
+        return false;
+    QDataStream in(data);
+    StoredStream::prepare(in);
+    qint32 version = 0;
+    in >> version;
+    qint32 count = 0;
+    if (!StoredStream::readCount(in, count, MinSlotSize))
+        return false;
+    QList<QList<TextData>> read;
+    read.reserve(count);
+    for (qint32 i = 0; i < count; ++i) {
+        QByteArray slotText;
+        in >> slotText;
+        if (in.status() != QDataStream::Ok)
+            return false;
+        QList<TextData> records; // an empty slot text stands for a slot without records
+        if (!slotText.isEmpty() && !decodeSlot(slotText, &records))
+            return false;
+        read.append(records);
+    }
+    *slotRecords = read;
+    return true;
+}

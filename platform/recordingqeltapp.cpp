@@ -1,0 +1,146 @@
+#include "recordingqeltapp.h"
+
+#include "updatevariableinterface.h"
+
+QVariantList RecordingQeltApp::Registration::arguments() const
+{
+    return {index, comId, channel, dataClass, address, bitType, bitIndex,
+            format1, format2, format3, format4, reserved, asText};
+}
+
+void RecordingQeltApp::log(const char *name, const QVariantList &args)
+{
+    m_calls.append(Call{QString::fromLatin1(name), args});
+}
+
+QStringList RecordingQeltApp::callNames() const
+{
+    QStringList names;
+    for (const Call &c : m_calls)
+        names.append(c.name);
+    return names;
+}
+
+QList<RecordingQeltApp::Call> RecordingQeltApp::callsNamed(const QString &name) const
+{
+    QList<Call> out;
+    for (const Call &c : m_calls) {
+        if (c.name == name)
+            out.append(c);
+    }
+    return out;
+}
+
+bool RecordingQeltApp::getBit(int channel, int bitType, int address, int bitIndex, int comId)
+{
+    log("getBit", {channel, bitType, address, bitIndex, comId});
+    return m_memory.bit(comId, channel, bitType, address, bitIndex);
+}
+
+void RecordingQeltApp::setBit(int channel, BitType bitType, int address, int bitIndex, bool value, int comId)
+{
+    log("setBit", {channel, int(bitType), address, bitIndex, value, comId});
+    m_memory.setBit(comId, channel, bitType, address, bitIndex, value);
+}
+
+int RecordingQeltApp::getData(int channel, DataClass dataClass, int address, int comId)
+{
+    log("getData", {channel, int(dataClass), address, comId});
+    return m_memory.word(comId, channel, dataClass, address);
+}
+
+void RecordingQeltApp::setData(int channel, DataClass dataClass, int address, int value, int comId)
+{
+    log("setData", {channel, int(dataClass), address, value, comId});
+    m_memory.setWord(comId, channel, dataClass, address, value);
+}
+
+void RecordingQeltApp::registerUIVariable(QWidget *form, QWidget *widget,
+                                          norvo_v0::UpdateVariableInterface *callback, int index,
+                                          int comId, int channel, int dataClass, int address, int bitType,
+                                          int bitIndex, int format1, int format2, int format3,
+                                          int format4, int reserved, bool asText)
+{
+    Registration r;
+    r.form = form;
+    r.widget = widget;
+    r.callback = callback;
+    r.index = index;
+    r.comId = comId;
+    r.channel = channel;
+    r.dataClass = dataClass;
+    r.address = address;
+    r.bitType = bitType;
+    r.bitIndex = bitIndex;
+    r.format1 = format1;
+    r.format2 = format2;
+    r.format3 = format3;
+    r.format4 = format4;
+    r.reserved = reserved;
+    r.asText = asText;
+    m_registrations.append(r);
+    log("registerUIVariable", QVariantList{pointer(form), pointer(widget), pointer(callback)} + r.arguments());
+}
+
+void RecordingQeltApp::removeUIVariable(QWidget *form, QWidget *widget)
+{
+    log("removeUIVariable", {pointer(form), pointer(widget)});
+    for (int i = int(m_registrations.size()) - 1; i >= 0; --i) {
+        if (m_registrations.at(i).form == form && m_registrations.at(i).widget == widget)
+            m_registrations.removeAt(i);
+    }
+}
+
+void RecordingQeltApp::startUpdateUI(QWidget *form)
+{
+    log("startUpdateUI", {pointer(form)});
+}
+
+void RecordingQeltApp::stopUpdateUI()
+{
+    log("stopUpdateUI", {});
+}
+
+QString RecordingQeltApp::showKeypad(bool *ok, int radix, const QString &text, int positionMode,
+                                     const QRect &customGeometry, const QRect &itemRect,
+                                     const QRect &formRect, QWidget *parent, int maxLength, int decimals,
+                                     double lowest, double highest)
+{
+    log("showKeypad", {radix, text, positionMode, customGeometry, itemRect, formRect, pointer(parent),
+                       maxLength, decimals, lowest, highest});
+    if (ok)
+        *ok = m_keypadOk;
+    return m_keypadText;
+}
+
+void RecordingQeltApp::setKeypadAnswer(const QString &text, bool ok)
+{
+    m_keypadText = text;
+    m_keypadOk = ok;
+}
+
+int RecordingQeltApp::deliver(QWidget *widget, int index, int value)
+{
+    int count = 0;
+    const QList<Registration> regs = m_registrations;
+    for (const Registration &r : regs) {
+        if (r.widget == widget && r.index == index && r.widget) {
+            r.callback->updateData(index, value);
+            ++count;
+        }
+    }
+    return count;
+}
+
+int RecordingQeltApp::deliverText(QWidget *widget, int index, const QString &text)
+{
+    int count = 0;
+    const QList<Registration> regs = m_registrations;
+    for (const Registration &r : regs) {
+        if (r.widget == widget && r.index == index && r.widget) {
+            r.callback->updateData(index, text);
+            ++count;
+        }
+    }
+    return count;
+}

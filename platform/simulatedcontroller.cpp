@@ -1,0 +1,207 @@
+#include "simulatedcontroller.h"
+
+#include "keypaddialog.h"
+#include "updatevariableinterface.h"
+#include "valueformatter.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <algorithm>
+
+using norvo_v0::QeltApp;
+
+SimulatedController::SimulatedController(QObject *parent)
+    : QObject(parent)
+{
+    // The panel starts on channel 1.
+    m_memory.setWord(0, 0, Com, CurrentChannelAddress, 1);
+}
+
+SimulatedController::~SimulatedController() = default;
+
+int SimulatedController::resolveChannel(int channel)
+{
+    if (channel != CurrentChannel)
+        return channel;
+    return std::max(0, m_memory.word(0, 0, Com, CurrentChannelAddress) - 1);
+}
+
+bool SimulatedController::getBit(int channel, int bitType, int address, int bitIndex, int comId)
+{
+    return m_memory.bit(comId, resolveChannel(channel), bitType, address, bitIndex);
+}
+
+void SimulatedController::setBit(int channel, BitType bitType, int address, int bitIndex, bool value, int comId)
+{
+    const int c = resolveChannel(channel);
+    if (m_memory.setBit(comId, c, bitType, address, bitIndex, value)) {
+        Q_EMIT bitChanged(comId, c, bitType, address, bitIndex, value);
+        scheduleFlush();
+    }
+}
+
+int SimulatedController::getData(int channel, DataClass dataClass, int address, int comId)
+{
+    return m_memory.word(comId, resolveChannel(channel), dataClass, address);
+}
+
+void SimulatedController::setData(int channel, DataClass dataClass, int address, int value, int comId)
+{
+    const int c = resolveChannel(channel);
+    if (m_memory.setWord(comId, c, dataClass, address, value)) {
+        Q_EMIT dataChanged(comId, c, dataClass, address, value);
+        scheduleFlush();
+    }
+}
+
+void SimulatedController::registerUIVariable(QWidget *form, QWidget *widget,
+                                             norvo_v0::UpdateVariableInterface *callback, int index,
+                                             int comId, int channel, int dataClass, int address,
+                                             int bitType, int bitIndex, int format1, int format2,
+                                             int format3, int format4, int reserved, bool asText)
+{
+    Q_UNUSED(reserved)
+    if (!form || !widget || !callback)
+        return;
+    Registration r;
+    r.form = form;
+    r.widget = widget;
+    r.callback = callback;
+    r.index = index;
+    r.comId = comId;
+    r.channel = channel;
+    r.dataClass = dataClass;
+    r.address = address;
+    r.bitType = bitType;
+    r.bitIndex = bitIndex;
+    r.format1 = format1;
+    r.format2 = format2;
+    r.format3 = format3;
+    r.format4 = format4;
+    r.asText = asText;
+    m_registrations.insert(m_nextId++, r);
+    connect(form, &QObject::destroyed, this, &SimulatedController::dropForm, Qt::UniqueConnection);
+    if (m_running && m_activeForms.contains(form))
+        scheduleFlush();
+}
+
+void SimulatedController::removeUIVariable(QWidget *form, QWidget *widget)
+{
+    for (auto it = m_registrations.begin(); it != m_registrations.end();) {
+        if (it->form == form && it->widget == widget)
+            it = m_registrations.erase(it);
+        else
+            ++it;
+    }
+}
+
+void SimulatedController::startUpdateUI(QWidget *form)
+{
+    if (!form)
+        return;
+    m_activeForms.insert(form);
+    m_running = true;
+    // Each registration of the form gets its current value once more.
+    for (Registration &r : m_registrations) {
+        if (r.form == form)
+            r.delivered = false;
+    }
+    scheduleFlush();
+}
+
+void SimulatedController::stopUpdateUI()
+{
+    m_running = false;
+}
+
+bool SimulatedController::isUpdating(QWidget *form) const
+{
+    return m_running && m_activeForms.contains(form);
+}
+
+int SimulatedController::registrationCount(QWidget *form) const
+{
+    if (!form)
+        return int(m_registrations.size());
+    return int(std::count_if(m_registrations.cbegin(), m_registrations.cend(),
+                             [form](const Registration &r) { return r.form == form; }));
+}
+
+QString SimulatedController::showKeypad(bool *ok, int radix, const QString &text, int positionMode,
+                                        const QRect &customGeometry, const QRect &itemRect,
+                                        const QRect &formRect, QWidget *parent, int maxLength,
+                                        int decimals, double lowest, double highest)
+{
+    Q_UNUSED(positionMode)
+    Q_UNUSED(itemRect)
+    Q_UNUSED(formRect)
+    KeypadDialog dialog(parent);
+    dialog.setEntry(radix, text, maxLength, decimals, lowest, highest);
+    if (customGeometry.isValid())
+        dialog.setGeometry(customGeometry);
+    const bool accepted = dialog.exec() == QDialog::Accepted;
+    if (ok)
+        *ok = accepted;
+    return accepted ? dialog.text() : QString();
+}
+
+qint32 SimulatedController::currentValue(const Registration &r)
+{
+    const int c = resolveChannel(r.channel);
+    if (r.bitType >= 0)
+        return m_memory.bit(r.comId, c, r.bitType, r.address, r.bitIndex) ? 1 : 0;
+    return m_memory.word(r.comId, c, r.dataClass, r.address);
+}
+
+void SimulatedController::scheduleFlush()
+{
+    if (m_flushPending)
+        return;
+    m_flushPending = true;
+    QTimer::singleShot(0, this, &SimulatedController::flushUpdates);
+}
+
+void SimulatedController::flushUpdates()
+{
+    m_flushPending = false;
+    if (!m_running || m_flushing)
+        return;
+    m_flushing = true;
+    // Callbacks may register, remove or stop updates: walk a snapshot of ids and look each up again.
+    QList<int> ids = m_registrations.keys();
+    std::sort(ids.begin(), ids.end());
+    for (int id : ids) {
+        if (!m_running)
+            break;
+        auto it = m_registrations.find(id);
+        if (it == m_registrations.end() || !m_activeForms.contains(it->form.data()))
+            continue;
+        if (!it->widget) {
+            m_registrations.erase(it);
+            continue;
+        }
+        const qint32 value = currentValue(*it);
+        if (it->delivered && it->lastValue == value)
+            continue;
+        it->delivered = true;
+        it->lastValue = value;
+        const Registration r = *it;
+        if (r.asText)
+            r.callback->updateData(r.index, ValueFormatter::format(value, r.format1, r.format2, r.format3, r.format4));
+        else
+            r.callback->updateData(r.index, int(value));
+    }
+    m_flushing = false;
+}
+
+void SimulatedController::dropForm(QObject *form)
+{
+    m_activeForms.remove(form);
+    for (auto it = m_registrations.begin(); it != m_registrations.end();) {
+        if (!it->form)
+            it = m_registrations.erase(it);
+        else
+            ++it;
+    }
+}

@@ -1,0 +1,74 @@
+#ifndef SIMULATEDCONTROLLER_H
+#define SIMULATEDCONTROLLER_H
+
+#include "hmiplatform_export.h"
+#include "qeltapp.h"
+#include "variablememory.h"
+
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+#include <QSet>
+
+// A controller in memory behind the application service: for the demo panel, for tests and for
+// trying forms without a machine. Deliveries happen on the GUI thread from the event loop, coalesced:
+// every change made between two deliveries reaches a registration once, with the last value.
+class HMIPLATFORM_EXPORT SimulatedController : public QObject, public norvo_v0::QeltApp
+{
+    Q_OBJECT
+public:
+    explicit SimulatedController(QObject *parent = nullptr);
+    ~SimulatedController() override;
+
+    bool getBit(int channel, int bitType, int address, int bitIndex, int comId) override;
+    void setBit(int channel, BitType bitType, int address, int bitIndex, bool value, int comId) override;
+    int getData(int channel, DataClass dataClass, int address, int comId) override;
+    void setData(int channel, DataClass dataClass, int address, int value, int comId) override;
+    void registerUIVariable(QWidget *form, QWidget *widget, norvo_v0::UpdateVariableInterface *callback,
+                            int index, int comId, int channel, int dataClass, int address, int bitType,
+                            int bitIndex, int format1, int format2, int format3, int format4, int reserved,
+                            bool asText) override;
+    void removeUIVariable(QWidget *form, QWidget *widget) override;
+    void startUpdateUI(QWidget *form) override;
+    void stopUpdateUI() override;
+    QString showKeypad(bool *ok, int radix, const QString &text, int positionMode,
+                       const QRect &customGeometry, const QRect &itemRect, const QRect &formRect,
+                       QWidget *parent, int maxLength, int decimals, double lowest, double highest) override;
+
+    int resolveChannel(int channel);
+    int registrationCount(QWidget *form = nullptr) const;
+    bool isUpdating(QWidget *form) const;
+    // Delivers pending changes now instead of from the event loop.
+    void flushUpdates();
+
+Q_SIGNALS:
+    void bitChanged(int comId, int channel, int bitType, int address, int bitIndex, bool value);
+    void dataChanged(int comId, int channel, int dataClass, int address, int value);
+
+private:
+    struct Registration
+    {
+        QPointer<QWidget> form;
+        QPointer<QWidget> widget;
+        norvo_v0::UpdateVariableInterface *callback = nullptr;
+        int index = 0, comId = 0, channel = 0, dataClass = -1, address = 0, bitType = -1, bitIndex = 0;
+        int format1 = 0, format2 = 0, format3 = 0, format4 = 0;
+        bool asText = false;
+        bool delivered = false;
+        qint32 lastValue = 0;
+    };
+
+    qint32 currentValue(const Registration &r);
+    void scheduleFlush();
+    void dropForm(QObject *form);
+
+    VariableMemory m_memory;
+    QHash<int, Registration> m_registrations; // by id, ids increase in registration order
+    int m_nextId = 0;
+    QSet<QObject *> m_activeForms;
+    bool m_running = false;
+    bool m_flushPending = false;
+    bool m_flushing = false;
+};
+
+#endif

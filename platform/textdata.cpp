@@ -1,0 +1,35 @@
+#include "textdata.h"
+
+#include "storedstream.h"
+
+#include <QDataStream>
+
+bool TextData::operator==(const TextData &other) const
+{
+    return firstValue == other.firstValue && secondValue == other.secondValue
+           && wordLibId == other.wordLibId && texts == other.texts && fonts == other.fonts;
+}
+
+QDataStream &operator<<(QDataStream &out, const TextData &data)
+{
+    out << qint32(data.firstValue) << qint32(data.secondValue) << qint32(data.wordLibId);
+    StoredStream::writeStringList(out, data.texts);
+    StoredStream::writeFontList(out, data.fonts);
+    return out;
+}
+
+QDataStream &operator>>(QDataStream &in, TextData &data)
+{
+    TextData read;
+    qint32 first = 0, second = 0, id = -1;
+    in >> first >> second >> id;
+    if (in.status() != QDataStream::Ok)
+        return in;
+    read.firstValue = first;
+    read.secondValue = second;
+    read.wordLibId = id;
+    if (!StoredStream::readStringList(in, read.texts) || !StoredStream::readFontList(in, read.fonts))
+        return in;
+    data = read;
+    return in;
+}

@@ -1,0 +1,30 @@
+#ifndef TEXTDATA_H
+#define TEXTDATA_H
+
+#include "hmiplatform_export.h"
+
+#include <QFont>
+#include <QList>
+#include <QStringList>
+
+class QDataStream;
+
+// The texts of one text slot in every language, as the text property editor keeps them.
+struct HMIPLATFORM_EXPORT TextData
+{
+    int firstValue = 0;
+    int secondValue = 0;
+    int wordLibId = -1;
+    QStringList texts;   // index = language
+    QList<QFont> fonts;  // index = language; may be empty
+
+    bool operator==(const TextData &other) const;
+    bool operator!=(const TextData &other) const { return !(*this == other); }
+};
+
+// Data stream layout: int, int, int, QStringList, QList<QFont>. Malformed input sets the stream
+// status and leaves the record unchanged.
+HMIPLATFORM_EXPORT QDataStream &operator<<(QDataStream &out, const TextData &data);
+HMIPLATFORM_EXPORT QDataStream &operator>>(QDataStream &in, TextData &data);
+
+#endif

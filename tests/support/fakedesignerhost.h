@@ -1,0 +1,62 @@
+#ifndef FAKEDESIGNERHOST_H
+#define FAKEDESIGNERHOST_H
+
+#include "designerhost.h"
+
+#include <QList>
+#include <QPointer>
+#include <QSet>
+#include <QStringList>
+#include <QWidget>
+
+// A designer host for tests: one widget plays the form window for everything below it, and every
+// request is logged. Undoable and sheet property changes are applied with QObject::setProperty.
+class FakeDesignerHost : public DesignerHost
+{
+    Q_OBJECT
+public:
+    struct PropertyChange
+    {
+        QWidget *widget;
+        QString name;
+        QVariant value;
+        bool undoable;
+    };
+
+    explicit FakeDesignerHost(QWidget *formWindow = nullptr, QObject *parent = nullptr);
+    ~FakeDesignerHost() override;
+
+    void setFormWindow(QWidget *formWindow) { m_formWindow = formWindow; }
+    void setFileName(const QString &fileName) { m_fileName = fileName; }
+
+    QWidget *formWindow(QWidget *widget) const override;
+    QString fileName(QWidget *formWindow) const override;
+    QString projectPath(QWidget *formWindow) const override;
+    void markPropertyChanged(QWidget *widget, const QString &name) override;
+    void setSheetProperty(QWidget *widget, const QString &name, const QVariant &value) override;
+    void setUndoableProperty(QWidget *widget, const QString &name, const QVariant &value) override;
+    void beginCommand(QWidget *formWindow, const QString &description) override;
+    void endCommand(QWidget *formWindow) override;
+    void clearSelection(QWidget *formWindow) override;
+    void selectWidget(QWidget *formWindow, QWidget *widget, bool select) override;
+    bool isSelected(QWidget *formWindow, QWidget *widget) const override;
+    void manageWidget(QWidget *formWindow, QWidget *widget) override;
+    void unmanageWidget(QWidget *formWindow, QWidget *widget) override;
+    void markDirty(QWidget *formWindow) override;
+    void refreshEditors(QWidget *formWindow) override;
+    QObject *propertyEditorObject() const override { return m_editorObject; }
+    void setPropertyEditorObject(QObject *object) { m_editorObject = object; }
+
+    QStringList log;                 // request names in order
+    QList<PropertyChange> changes;   // property changes in order
+    QStringList changedMarks;        // "objectName.property" marked changed
+    QList<QWidget *> managed;
+
+private:
+    QPointer<QWidget> m_formWindow;
+    QString m_fileName;
+    QSet<QWidget *> m_selection;
+    QObject *m_editorObject = nullptr;
+};
+
+#endif
