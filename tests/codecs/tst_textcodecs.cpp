@@ -1,4 +1,357 @@
+#include "designercommit.h"
+#include "fakedesignerhost.h"
+#include "fontmapcodec.h"
+#include "hexframe.h"
+#include "languagestate.h"
+#include "norvointerface_z3.h"
+#include "textinfocodec.h"
+
+#include <QtEndian>
 #include <QtTest>
-class Test : public QObject { Q_OBJECT private slots: void placeholder() {} };
-QTEST_MAIN(Test)
+
+namespace {
+
+// Qt 4.8 data stream bytes assembled by hand from Qt's documented serialisation format,
+// so the vectors do not depend on our writer.
+class Bytes
+{
+public:
+    Bytes &i32(qint32 v)
+    {
+        char b[4];
+        qToBigEndian(v, b);
+        m_data.append(b, 4);
+        return *this;
+    }
+    Bytes &u8(quint8 v)
+    {
+        m_data.append(char(v));
+        return *this;
+    }
+    Bytes &u16(quint16 v)
+    {
+        char b[2];
+        qToBigEndian(v, b);
+        m_data.append(b, 2);
+        return *this;
+    }
+    Bytes &f64(double v)
+    {
+        quint64 bits;
+        memcpy(&bits, &v, 8);
+        char b[8];
+        qToBigEndian(bits, b);
+        m_data.append(b, 8);
+        return *this;
+    }
+    Bytes &string(const QString &s) // byte length, then UTF-16 big endian
+    {
+        i32(qint32(s.size() * 2));
+        for (QChar c : s)
+            u16(c.unicode());
+        return *this;
+    }
+    Bytes &bytes(const QByteArray &a)
+    {
+        i32(qint32(a.size()));
+        m_data.append(a);
+        return *this;
+    }
+    // QFont: family, point size, pixel size, style hint, strategy, charset, weight (Qt 4 scale),
+    // style bits (italic 0x01, kerning 0x10), stretch, extended bits, letter and word spacing.
+    Bytes &font(const QString &family, double pointSize, quint8 weight, bool italic)
+    {
+        string(family).f64(pointSize).i32(-1).u8(QFont::AnyStyle).u8(QFont::PreferDefault).u8(0).u8(weight);
+        return u8(0x10 | (italic ? 0x01 : 0)).u16(0).u8(0x01).i32(0).i32(0);
+    }
+    Bytes &record(qint32 first, qint32 second, qint32 id, const QStringList &texts)
+    {
+        i32(first).i32(second).i32(id).i32(qint32(texts.size()));
+        for (const QString &t : texts)
+            string(t);
+        return *this;
+    }
+    QByteArray data() const { return m_data; }
+    QByteArray framed() const { return qCompress(m_data).toHex(); }
+
+private:
+    QByteArray m_data;
+};
+
+TextData record(int id, const QStringList &texts, const QList<QFont> &fonts = {})
+{
+    TextData r;
+    r.wordLibId = id;
+    r.texts = texts;
+    r.fonts = fonts;
+    return r;
+}
+
+QFont boldItalicSerif()
+{
+    QFont f(QStringLiteral("Serif"), 10);
+    f.setBold(true);
+    f.setItalic(true);
+    return f;
+}
+
+QByteArray frameRaw(const QByteArray &data)
+{
+    return qCompress(data).toHex();
+}
+
+} // namespace
+
+class TestTextCodecs : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void goldenSlot();
+    void goldenSlots();
+    void goldenMapBuffer();
+    void roundTrip_data();
+    void roundTrip();
+    void malformed_data();
+    void malformed();
+    void hexFrameLimits();
+    void languageState();
+    void perLanguageLookups();
+    void wordLibraryRefresh();
+    void designerCommit();
+};
+
+void TestTextCodecs::init()
+{
+    NORVOInterface_Z3::initialization()->resetToDefaults();
+}
+
+void TestTextCodecs::goldenSlot()
+{
+    Bytes b;
+    b.i32(1).i32(2);
+    b.record(0, 0, -1, {QStringLiteral("Start"), QStringLiteral("Anlauf")}).i32(0);
+    b.record(0, 0, 7, {}).i32(1).font(QStringLiteral("Sans"), 12, 50, false);
+    const QByteArray golden = b.framed();
+
+    const QList<TextData> expected{record(-1, {QStringLiteral("Start"), QStringLiteral("Anlauf")}),
+                                   record(7, {}, {QFont(QStringLiteral("Sans"), 12)})};
+    QList<TextData> decoded;
+    QVERIFY(TextInfoCodec::decodeSlot(golden, &decoded));
+    QCOMPARE(decoded, expected);
+    QCOMPARE(TextInfoCodec::encodeSlot(expected), golden);
+}
+
+void TestTextCodecs::goldenSlots()
+{
+    Bytes on;
+    on.i32(1).i32(1).record(0, 0, -1, {QStringLiteral("EIN"), QString::fromUtf8("开")});
+    on.i32(2).font(QStringLiteral("Sans"), 12, 50, false).font(QStringLiteral("Serif"), 10, 75, true);
+    Bytes off;
+    off.i32(1).i32(1).record(3, 4, 12, {QStringLiteral("AUS")}).i32(0);
+    Bytes outer;
+    outer.i32(1).i32(2).bytes(on.framed()).bytes(off.framed());
+    const QByteArray golden = outer.framed();
+
+    TextData offRecord = record(12, {QStringLiteral("AUS")});
+    offRecord.firstValue = 3;
+    offRecord.secondValue = 4;
+    const QList<QList<TextData>> expected{
+        {record(-1, {QStringLiteral("EIN"), QString::fromUtf8("开")},
+                {QFont(QStringLiteral("Sans"), 12), boldItalicSerif()})},
+        {offRecord}};
+    QList<QList<TextData>> decoded;
+    QVERIFY(TextInfoCodec::decodeSlots(golden, &decoded));
+    QCOMPARE(decoded, expected);
+    QCOMPARE(decoded.at(0).at(0).fonts.at(1).weight(), int(QFont::Bold));
+    QVERIFY(decoded.at(0).at(0).fonts.at(1).italic());
+    QCOMPARE(TextInfoCodec::encodeSlots(expected), golden);
+}
+
+void TestTextCodecs::goldenMapBuffer()
+{
+    // Maps are stored as Qt 4 wrote them: from the highest key down.
+    Bytes b;
+    b.i32(2).i32(1).font(QStringLiteral("Serif"), 10, 75, true).i32(0).font(QStringLiteral("Sans"), 12, 50, false);
+    b.i32(1).i32(4).font(QStringLiteral("Mono"), 9, 50, false);
+    const QByteArray golden = b.framed();
+
+    FontMapCodec::Maps expected;
+    expected.captionFonts = {{0, QFont(QStringLiteral("Sans"), 12)}, {1, boldItalicSerif()}};
+    expected.secondFonts = {{4, QFont(QStringLiteral("Mono"), 9)}};
+    FontMapCodec::Maps decoded;
+    QVERIFY(FontMapCodec::decode(golden, &decoded));
+    QCOMPARE(decoded.captionFonts, expected.captionFonts);
+    QCOMPARE(decoded.secondFonts, expected.secondFonts);
+    QCOMPARE(FontMapCodec::encode(expected), golden);
+
+    // A stream that ends after the first map still yields it.
+    Bytes firstOnly;
+    firstOnly.i32(1).i32(3).font(QStringLiteral("Sans"), 12, 50, false);
+    QVERIFY(FontMapCodec::decode(firstOnly.framed(), &decoded));
+    QCOMPARE(decoded.captionFonts.keys(), QList<int>{3});
+    QVERIFY(decoded.secondFonts.isEmpty());
+}
+
+void TestTextCodecs::roundTrip_data()
+{
+    QTest::addColumn<QList<QList<TextData>>>("slotRecords");
+    TextData withValues = record(-1, {QString(), QStringLiteral("x"), QString(200, QLatin1Char('w'))});
+    withValues.firstValue = -1;
+    withValues.secondValue = 99;
+    QFont underlined(QStringLiteral("Sans"), 20);
+    underlined.setUnderline(true);
+    underlined.setPixelSize(30);
+    QTest::newRow("no slots") << QList<QList<TextData>>{};
+    QTest::newRow("empty slot") << QList<QList<TextData>>{{}, {record(1, {})}};
+    QTest::newRow("ten languages") << QList<QList<TextData>>{
+        {record(-1, QStringList(10, QString::fromUtf8("Ünïcødé ✓")), QList<QFont>(10, underlined))}};
+    QTest::newRow("values kept") << QList<QList<TextData>>{{withValues, withValues}, {withValues}};
+}
+
+void TestTextCodecs::roundTrip()
+{
+    QFETCH(QList<QList<TextData>>, slotRecords);
+    QList<QList<TextData>> decoded{{record(5, {QStringLiteral("stale")})}};
+    QVERIFY(TextInfoCodec::decodeSlots(TextInfoCodec::encodeSlots(slotRecords), &decoded));
+    QCOMPARE(decoded, slotRecords);
+    for (const QList<TextData> &slot : slotRecords) {
+        QList<TextData> one;
+        QVERIFY(TextInfoCodec::decodeSlot(TextInfoCodec::encodeSlot(slot), &one));
+        QCOMPARE(one, slot);
+    }
+}
+
+void TestTextCodecs::malformed_data()
+{
+    QTest::addColumn<QByteArray>("buffer");
+    Bytes good;
+    good.i32(1).i32(1).record(0, 0, -1, {QStringLiteral("abc")}).i32(0);
+    const QByteArray goodHex = good.framed();
+    QByteArray block = qCompress(good.data());
+
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("not hex") << QByteArray("zz11");
+    QTest::newRow("odd length") << goodHex.left(goodHex.size() - 1);
+    QTest::newRow("truncated") << goodHex.left(goodHex.size() - 10);
+    QByteArray badHeader = block;
+    badHeader[4] = 0x12;
+    badHeader[5] = 0x34;
+    QTest::newRow("bad zlib header") << badHeader.toHex();
+    QByteArray huge = block;
+    qToBigEndian(quint32(0x80000000u), huge.data());
+    QTest::newRow("claims 2 GiB") << huge.toHex();
+    QByteArray undersized = block;
+    qToBigEndian(quint32(8), undersized.data());
+    QTest::newRow("expands past its claim") << undersized.toHex();
+    QTest::newRow("negative count") << Bytes().i32(1).i32(-1).framed();
+    QTest::newRow("huge count") << Bytes().i32(1).i32(0x7fffffff).record(0, 0, -1, {}).i32(0).framed();
+    QTest::newRow("huge text count") << Bytes().i32(1).i32(1).i32(0).i32(0).i32(-1).i32(0x7ffffff0).framed();
+    QTest::newRow("huge font count") << Bytes().i32(1).i32(1).record(0, 0, -1, {}).i32(-2).framed();
+    QTest::newRow("huge string") << Bytes().i32(1).i32(1).i32(0).i32(0).i32(-1).i32(1).i32(0x7ffffffe).framed();
+    QTest::newRow("record cut short") << frameRaw(good.data().left(good.data().size() - 2));
+    QTest::newRow("version only") << Bytes().i32(1).framed();
+}
+
+void TestTextCodecs::malformed()
+{
+    QFETCH(QByteArray, buffer);
+    const QList<TextData> sentinel{record(42, {QStringLiteral("kept")})};
+    QList<TextData> one = sentinel;
+    QVERIFY(!TextInfoCodec::decodeSlot(buffer, &one));
+    QCOMPARE(one, sentinel);
+
+    // A bad slot inside a valid outer layer spoils the whole buffer.
+    QList<QList<TextData>> slotRecords{sentinel};
+    QVERIFY(!TextInfoCodec::decodeSlots(Bytes().i32(1).i32(1).bytes(buffer.isEmpty() ? "00" : buffer).framed(),
+                                        &slotRecords));
+    QCOMPARE(slotRecords, QList<QList<TextData>>{sentinel});
+
+    FontMapCodec::Maps maps;
+    maps.captionFonts.insert(1, QFont(QStringLiteral("Kept")));
+    if (!buffer.isEmpty() && FontMapCodec::decode(buffer, &maps))
+        QVERIFY(maps.captionFonts.size() < 2); // some record bytes happen to read as small maps
+    else
+        QCOMPARE(maps.captionFonts.value(1).family(), QStringLiteral("Kept"));
+}
+
+void TestTextCodecs::hexFrameLimits()
+{
+    QByteArray data;
+    QVERIFY(HexFrame::decode(qCompress(QByteArray()).toHex(), &data));
+    QVERIFY(data.isEmpty());
+    QVERIFY(HexFrame::decode(HexFrame::encode("abc").toUpper(), &data));
+    QCOMPARE(data, QByteArray("abc"));
+    QVERIFY(HexFrame::encode("abc") == HexFrame::encode("abc").toLower());
+
+    // Exactly at the cap is accepted; one past it is refused before anything is allocated.
+    QByteArray capped = qCompress(QByteArray(int(HexFrame::MaxUncompressedSize), 'a'));
+    QVERIFY(HexFrame::uncompress(capped, &data));
+    QCOMPARE(data.size(), int(HexFrame::MaxUncompressedSize));
+    qToBigEndian(quint32(HexFrame::MaxUncompressedSize + 1), capped.data());
+    QVERIFY(!HexFrame::uncompress(capped, &data));
+}
+
+void TestTextCodecs::languageState()
+{
+    NORVOInterface_Z3 *hmi = NORVOInterface_Z3::initialization();
+    hmi->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Sans"), QStringLiteral("Sans")});
+    hmi->setCurrentLanguageIndex(2);
+    LanguageState state;
+    QCOMPARE(state.current(), 2);
+    QVERIFY(state.isPending());
+    QVERIFY(state.accepts(2)); // the first change applies even for the current index
+    QVERIFY(!state.accepts(3));
+    QVERIFY(!state.accepts(-1));
+    state.markApplied(2);
+    QVERIFY(!state.accepts(2));
+    QVERIFY(state.accepts(0));
+    state.clampTo(3);
+    QCOMPARE(state.current(), 2);
+    state.clampTo(2);
+    QCOMPARE(state.current(), 0);
+}
+
+void TestTextCodecs::perLanguageLookups()
+{
+    const QStringList texts{QStringLiteral("a"), QStringLiteral("b")};
+    QCOMPARE(LanguageState::textAt(texts, 1), QStringLiteral("b"));
+    QVERIFY(LanguageState::textAt(texts, 2).isEmpty());
+    QVERIFY(LanguageState::textAt(texts, -1).isEmpty());
+    QVERIFY(!LanguageState::fontAt({}, 0).has_value());
+    QCOMPARE(LanguageState::fontAt({QFont(QStringLiteral("X"))}, 0)->family(), QStringLiteral("X"));
+}
+
+void TestTextCodecs::wordLibraryRefresh()
+{
+    NORVOInterface_Z3::initialization()->setWordLibraryEntry(5, {QStringLiteral("Lib0"), QStringLiteral("Lib1")});
+    TextData r = record(5, {QStringLiteral("own")});
+    QVERIFY(LanguageState::refreshFromWordLibrary(r));
+    QCOMPARE(r.texts, (QStringList{QStringLiteral("Lib0"), QStringLiteral("Lib1")}));
+    TextData unknown = record(6, {QStringLiteral("own")});
+    QVERIFY(!LanguageState::refreshFromWordLibrary(unknown));
+    QCOMPARE(unknown.texts, QStringList{QStringLiteral("own")});
+    TextData none = record(-1, {QStringLiteral("own")});
+    QVERIFY(!LanguageState::refreshFromWordLibrary(none));
+}
+
+void TestTextCodecs::designerCommit()
+{
+    QWidget form;
+    auto *child = new QWidget(&form);
+    QWidget outside;
+    QVERIFY(!DesignerCommit::setProperty(child, "toolTip", QStringLiteral("x"))); // no host: run time
+
+    FakeDesignerHost host(&form);
+    QVERIFY(!DesignerCommit::setProperty(&outside, "toolTip", QStringLiteral("x")));
+    QVERIFY(host.log.isEmpty());
+    QVERIFY(DesignerCommit::setProperty(child, "toolTip", QStringLiteral("tip")));
+    QCOMPARE(host.log, (QStringList{QStringLiteral("clearSelection"), QStringLiteral("select"),
+                                    QStringLiteral("setUndoableProperty"), QStringLiteral("deselect")}));
+    QCOMPARE(child->toolTip(), QStringLiteral("tip"));
+    QVERIFY(host.changes.at(0).undoable);
+}
+
+QTEST_MAIN(TestTextCodecs)
 #include "tst_textcodecs.moc"

@@ -1,0 +1,44 @@
+// Feeds arbitrary bytes to the decoders of the stored text and font buffers. The first byte picks
+// how the rest reaches them: as the hex text itself, as a compressed block, or as the uncompressed
+// stream (framed here, so the stream readers see every input rather than only valid zlib data).
+#include "fontmapcodec.h"
+#include "hexframe.h"
+#include "textinfocodec.h"
+
+#include <QGuiApplication>
+
+#include <cstdint>
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static QGuiApplication app(*argc, *argv); // fonts need a GUI application
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    if (size < 1)
+        return 0;
+    const QByteArray rest(reinterpret_cast<const char *>(data + 1), int(size - 1));
+    QByteArray buffer;
+    switch (data[0] % 3) {
+    case 0:
+        buffer = rest;
+        break;
+    case 1:
+        buffer = rest.toHex();
+        break;
+    default:
+        buffer = qCompress(rest).toHex();
+        break;
+    }
+    QList<TextData> records;
+    TextInfoCodec::decodeSlot(buffer, &records);
+    QList<QList<TextData>> slotRecords;
+    TextInfoCodec::decodeSlots(buffer, &slotRecords);
+    FontMapCodec::Maps maps;
+    FontMapCodec::decode(buffer, &maps);
+    return 0;
+}
