@@ -5,6 +5,7 @@
 
 #include <QFont>
 #include <QList>
+#include <QMetaType>
 #include <QStringList>
 
 class QDataStream;
@@ -26,5 +27,7 @@ struct HMIPLATFORM_EXPORT TextData
 // status and leaves the record unchanged.
 HMIPLATFORM_EXPORT QDataStream &operator<<(QDataStream &out, const TextData &data);
 HMIPLATFORM_EXPORT QDataStream &operator>>(QDataStream &in, TextData &data);
+
+Q_DECLARE_METATYPE(TextData)
 
 #endif

@@ -95,6 +95,15 @@ QFont boldItalicSerif()
     return f;
 }
 
+template<typename T>
+QList<T> repeated(int count, const T &value)
+{
+    QList<T> list;
+    for (int i = 0; i < count; ++i)
+        list.append(value);
+    return list;
+}
+
 QByteArray frameRaw(const QByteArray &data)
 {
     return qCompress(data).toHex();
@@ -206,7 +215,7 @@ void TestTextCodecs::roundTrip_data()
     QTest::newRow("no slots") << QList<QList<TextData>>{};
     QTest::newRow("empty slot") << QList<QList<TextData>>{{}, {record(1, {})}};
     QTest::newRow("ten languages") << QList<QList<TextData>>{
-        {record(-1, QStringList(10, QString::fromUtf8("Ünïcødé ✓")), QList<QFont>(10, underlined))}};
+        {record(-1, repeated(10, QString::fromUtf8("Ünïcødé ✓")), repeated(10, underlined))}};
     QTest::newRow("values kept") << QList<QList<TextData>>{{withValues, withValues}, {withValues}};
 }
 
