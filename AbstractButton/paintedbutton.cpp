@@ -1,0 +1,118 @@
+#include "paintedbutton.h"
+
+#include "buttonpainter.h"
+
+#include <algorithm>
+
+PaintedButton::PaintedButton(const FaceColors &defaultColors, QWidget *parent)
+    : AbstractButton(parent)
+    , m_defaultColors(defaultColors)
+    , m_colors(defaultColors)
+{
+}
+
+void PaintedButton::SetBorderEnabled(bool enabled)
+{
+    m_look.borderEnabled = enabled;
+    update();
+}
+
+void PaintedButton::SetBorderColor(const QColor &color)
+{
+    m_look.borderColor = color;
+    update();
+}
+
+void PaintedButton::SetIconPosition(EButtonPosition position)
+{
+    m_look.iconPosition = position;
+    update();
+}
+
+void PaintedButton::SetIconSpace(int space)
+{
+    m_look.iconSpace = space;
+    update();
+}
+
+void PaintedButton::SetTextSpace(int space)
+{
+    m_look.textSpace = space;
+    update();
+}
+
+void PaintedButton::setCornersRadius(int radius)
+{
+    m_look.cornersRadius = std::max(0, radius);
+    update();
+}
+
+void PaintedButton::ResetBorderEnabled() { SetBorderEnabled(ButtonLook().borderEnabled); }
+void PaintedButton::ResetBorderColor() { SetBorderColor(ButtonLook().borderColor); }
+void PaintedButton::ResetIconPosition() { SetIconPosition(ButtonLook().iconPosition); }
+void PaintedButton::ResetIconSpace() { SetIconSpace(ButtonLook().iconSpace); }
+void PaintedButton::ResetTextSpace() { SetTextSpace(ButtonLook().textSpace); }
+
+void PaintedButton::setColor(FaceState state, const QColor &color)
+{
+    m_colors[state] = color;
+    faceColorChanged(state);
+    update();
+}
+
+void PaintedButton::setPicture(FaceState state, const QPixmap &picture)
+{
+    m_pictures[state] = picture;
+    update();
+}
+
+void PaintedButton::SetButtonColorNormal(const QColor &color) { setColor(Normal, color); }
+void PaintedButton::SetButtonColorPushed(const QColor &color) { setColor(Pushed, color); }
+void PaintedButton::SetButtonColorHot(const QColor &color) { setColor(Hot, color); }
+void PaintedButton::SetButtonColorCheckedHot(const QColor &color) { setColor(CheckedHot, color); }
+void PaintedButton::SetButtonColorDisabled(const QColor &color) { setColor(Disabled, color); }
+void PaintedButton::ResetButtonColorNormal() { setColor(Normal, m_defaultColors[Normal]); }
+void PaintedButton::ResetButtonColorPushed() { setColor(Pushed, m_defaultColors[Pushed]); }
+void PaintedButton::ResetButtonColorHot() { setColor(Hot, m_defaultColors[Hot]); }
+void PaintedButton::ResetButtonColorCheckedHot() { setColor(CheckedHot, m_defaultColors[CheckedHot]); }
+void PaintedButton::ResetButtonColorDisabled() { setColor(Disabled, m_defaultColors[Disabled]); }
+void PaintedButton::SetPictureNormal(const QPixmap &picture) { setPicture(Normal, picture); }
+void PaintedButton::SetPicturePushed(const QPixmap &picture) { setPicture(Pushed, picture); }
+void PaintedButton::SetPictureHot(const QPixmap &picture) { setPicture(Hot, picture); }
+void PaintedButton::SetPictureCheckedHot(const QPixmap &picture) { setPicture(CheckedHot, picture); }
+void PaintedButton::SetPictureDisabled(const QPixmap &picture) { setPicture(Disabled, picture); }
+void PaintedButton::ResetPictureNormal() { setPicture(Normal, QPixmap()); }
+void PaintedButton::ResetPicturePushed() { setPicture(Pushed, QPixmap()); }
+void PaintedButton::ResetPictureHot() { setPicture(Hot, QPixmap()); }
+void PaintedButton::ResetPictureCheckedHot() { setPicture(CheckedHot, QPixmap()); }
+void PaintedButton::ResetPictureDisabled() { setPicture(Disabled, QPixmap()); }
+
+void PaintedButton::paintEvent(QPaintEvent *)
+{
+    ButtonPainter(this, m_look).paint(face());
+}
+
+// The base's focus handling is replaced: the flag only decides the focus frame.
+void PaintedButton::focusInEvent(QFocusEvent *)
+{
+    m_focus = true;
+    update();
+}
+
+void PaintedButton::focusOutEvent(QFocusEvent *)
+{
+    m_focus = false;
+    update();
+}
+
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+void PaintedButton::enterEvent(QEnterEvent *)
+#else
+void PaintedButton::enterEvent(QEvent *)
+#endif
+{
+}
+
+void PaintedButton::leaveEvent(QEvent *)
+{
+}

@@ -1,0 +1,454 @@
+#include "functionbutton.h"
+
+#include "bitaddress.h"
+#include "bitwriteaction.h"
+#include "controllerbinding.h"
+#include "designercommit.h"
+#include "designerhost.h"
+#include "designertextregistration.h"
+#include "fontmapcodec.h"
+#include "languagestate.h"
+#include "norvointerface_z3.h"
+#include "textinfocodec.h"
+
+#include <QEvent>
+#include <QMap>
+
+namespace {
+constexpr int EnabledItem = 0;
+constexpr int VisibleItem = 1;
+constexpr int ColorItem = 2;
+constexpr int TextControlItem = 3;
+
+const PaintedButton::FaceColors DefaultColors{QColor(240, 240, 240), QColor(192, 192, 192), QColor(128, 217, 234),
+                                              QColor(176, 176, 176), QColor(208, 208, 208)};
+} // namespace
+
+class FunctionButton::Private
+{
+public:
+    explicit Private(FunctionButton *q)
+        : binding(q, q)
+    {
+    }
+
+    TextData *firstRecord() { return records.isEmpty() ? nullptr : &records[0]; }
+
+    ControllerBinding binding;
+    Language language = language_0;
+    QStringList textList;
+    QColor textColorEnabled = Qt::black;
+    QColor textColorDisabled = QColor(192, 192, 192);
+    QColor onTextColor = Qt::black;
+    QColor onButtonColor = QColor(240, 240, 240);
+    // Working copies shown by the painting: the colour bit and setButtonColor change them.
+    QColor shownTextColor = Qt::black;
+    QColor shownNormalColor = QColor(240, 240, 240);
+    BitAddress enabledBit;
+    BitAddress visibleBit;
+    BitAddress colorBit;
+    BitAddress writeBit;
+    bool bitOnVisible = true;
+    int group = -1;
+    int id = -1;
+    UserLevel enablingLevel = NoLevel;
+    UserLevel visibleLevel = NoLevel;
+    Action action = SetOn;
+    DataClass textControlDataClass = None_Var;
+    int textControlAddress = 0;
+    QStringList textValueList;
+    QStringList textStringList;
+    QMap<int, QStringList> captionTable;
+
+    QByteArray mapBuffer;
+    QMap<int, QFont> fontMap;
+    QByteArray textInfoBuffer;
+    QList<TextData> records;
+    LanguageState language_;
+    std::unique_ptr<DesignerTextRegistration> designerRegistration;
+};
+
+FunctionButton::FunctionButton(QWidget *parent)
+    : PaintedButton(DefaultColors, parent)
+    , d(new Private(this))
+{
+    NORVOInterface_Z3::setWidgetDefaultFont(this);
+    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+    connect(this, &AbstractButton::pressed, this, &FunctionButton::slotPressed);
+    connect(this, &AbstractButton::released, this, &FunctionButton::slotReleased);
+    d->designerRegistration = std::make_unique<DesignerTextRegistration>(this, this);
+}
+
+FunctionButton::~FunctionButton() = default;
+
+QSize FunctionButton::sizeHint() const { return QSize(100, 30); }
+QSize FunctionButton::minimumSizeHint() const { return QSize(20, 10); }
+
+FunctionButton::Language FunctionButton::getLanguage() const { return d->language; }
+void FunctionButton::setLanguage(Language language) { d->language = language; }
+QStringList FunctionButton::getTextList() const { return d->textList; }
+
+void FunctionButton::setTextList(const QStringList &texts)
+{
+    d->textList = texts;
+    const QString caption = text();
+    if (d->language < d->textList.size() && !d->textList.contains(caption))
+        d->textList[d->language] = caption;
+}
+
+QColor FunctionButton::textColorEnabled() const { return d->textColorEnabled; }
+
+void FunctionButton::SetTextColorEnabled(const QColor &color)
+{
+    d->textColorEnabled = color;
+    d->shownTextColor = color;
+    update();
+}
+
+QColor FunctionButton::textColorDisabled() const { return d->textColorDisabled; }
+
+void FunctionButton::SetTextColorDisabled(const QColor &color)
+{
+    d->textColorDisabled = color;
+    update();
+}
+
+QColor FunctionButton::textColorOn() const { return d->onTextColor; }
+
+void FunctionButton::SetTextColorOn(const QColor &color)
+{
+    d->onTextColor = color;
+    update();
+}
+
+QColor FunctionButton::buttonColorOn() const { return d->onButtonColor; }
+
+void FunctionButton::SetButtonColorOn(const QColor &color)
+{
+    d->onButtonColor = color;
+    update();
+}
+
+void FunctionButton::faceColorChanged(FaceState state)
+{
+    if (state == Normal)
+        d->shownNormalColor = buttonColorNormal();
+}
+
+int FunctionButton::comId() const { return d->binding.comId(); }
+void FunctionButton::setComId(int comId) { d->binding.setComId(comId); }
+int FunctionButton::channel() const { return d->binding.channel(); }
+void FunctionButton::SetChannel(int channel) { d->binding.setChannel(channel); }
+FunctionButton::BitType FunctionButton::enabledBitType() const { return BitType(d->enabledBit.type); }
+void FunctionButton::SetEnabledBitType(BitType type) { d->enabledBit.type = type; }
+int FunctionButton::enabledAddress() const { return d->enabledBit.address; }
+void FunctionButton::SetEnabledAddress(int address) { d->enabledBit.address = address; }
+int FunctionButton::enabledBitIndex() const { return d->enabledBit.bitIndex; }
+void FunctionButton::SetEnabledBitIndex(int index) { d->enabledBit.bitIndex = index; }
+FunctionButton::BitType FunctionButton::visibleBitType() const { return BitType(d->visibleBit.type); }
+void FunctionButton::SetVisibleBitType(BitType type) { d->visibleBit.type = type; }
+int FunctionButton::visibleAddress() const { return d->visibleBit.address; }
+void FunctionButton::SetVisibleAddress(int address) { d->visibleBit.address = address; }
+int FunctionButton::visibleBitIndex() const { return d->visibleBit.bitIndex; }
+void FunctionButton::SetVisibleBitIndex(int index) { d->visibleBit.bitIndex = index; }
+bool FunctionButton::bitOnVisible() const { return d->bitOnVisible; }
+void FunctionButton::SetBitOnVisible(bool onVisible) { d->bitOnVisible = onVisible; }
+FunctionButton::BitType FunctionButton::colorBitType() const { return BitType(d->colorBit.type); }
+void FunctionButton::SetColorBitType(BitType type) { d->colorBit.type = type; }
+int FunctionButton::colorAddress() const { return d->colorBit.address; }
+void FunctionButton::SetColorAddress(int address) { d->colorBit.address = address; }
+int FunctionButton::colorBitIndex() const { return d->colorBit.bitIndex; }
+void FunctionButton::SetColorBitIndex(int index) { d->colorBit.bitIndex = index; }
+int FunctionButton::group() const { return d->group; }
+void FunctionButton::setGroup(int group) { d->group = group; }
+int FunctionButton::id() const { return d->id; }
+void FunctionButton::setID(int id) { d->id = id; }
+FunctionButton::UserLevel FunctionButton::lowestEnablingUserLevel() const { return d->enablingLevel; }
+void FunctionButton::setLowestEnablingUserLevel(UserLevel level) { d->enablingLevel = level; }
+FunctionButton::UserLevel FunctionButton::lowestVisibleUserLevel() const { return d->visibleLevel; }
+void FunctionButton::setLowestVisibleUserLevel(UserLevel level) { d->visibleLevel = level; }
+int FunctionButton::getOperationalAuthority() const { return d->binding.operationalAuthority(); }
+void FunctionButton::setOperationalAuthority(int authority) { d->binding.setOperationalAuthority(authority); }
+bool FunctionButton::isEnabled() const { return d->binding.enabledRequest(); }
+FunctionButton::Action FunctionButton::action() const { return d->action; }
+void FunctionButton::SetAction(Action action) { d->action = action; }
+FunctionButton::WriteBitType FunctionButton::writeBitType() const { return WriteBitType(d->writeBit.type); }
+void FunctionButton::SetWriteBitType(WriteBitType type) { d->writeBit.type = type; }
+int FunctionButton::writeAddress() const { return d->writeBit.address; }
+
+void FunctionButton::SetWriteAddress(int address)
+{
+    if (address >= 0)
+        d->writeBit.address = address;
+}
+
+int FunctionButton::writeBitIndex() const { return d->writeBit.bitIndex; }
+
+void FunctionButton::SetWriteBitIndex(int index)
+{
+    if (index >= 0 && index <= 31)
+        d->writeBit.bitIndex = index;
+}
+
+FunctionButton::DataClass FunctionButton::textControlDataClass() const { return d->textControlDataClass; }
+void FunctionButton::SetTextControlDataClass(DataClass dataClass) { d->textControlDataClass = dataClass; }
+int FunctionButton::textControlAddress() const { return d->textControlAddress; }
+
+void FunctionButton::SetTextControlAddress(int address)
+{
+    if (address >= 0)
+        d->textControlAddress = address;
+}
+
+QStringList FunctionButton::textValueList() const { return d->textValueList; }
+void FunctionButton::SetTextValueList(const QStringList &values) { d->textValueList = values; }
+QStringList FunctionButton::textStringList() const { return d->textStringList; }
+void FunctionButton::SetTextStringList(const QStringList &captions) { d->textStringList = captions; }
+bool FunctionButton::ChnNoVarEnable() const { return d->binding.chnNoVarEnable(); }
+void FunctionButton::SetChnNoVarEnable(bool enable) { d->binding.setChnNoVarEnable(enable); }
+
+void FunctionButton::setEnabled(bool enabled) { d->binding.setEnabledRequest(enabled); }
+void FunctionButton::updateAuthority(int authority) { d->binding.updateAuthority(authority); }
+
+void FunctionButton::setButtonColor(QString name)
+{
+    const QStringList parts = name.split(QLatin1Char(','));
+    QColor color;
+    if (parts.size() == 3)
+        color = QColor(parts.at(0).toInt(), parts.at(1).toInt(), parts.at(2).toInt());
+    else
+        color = QColor(name); // an unknown name gives an invalid colour, as the named-colour lookup does
+    d->shownNormalColor = color;
+    update();
+}
+
+// ---- Attachment and controller values
+
+bool FunctionButton::event(QEvent *event)
+{
+    if (event->type() == QEvent::Polish)
+        init();
+    return PaintedButton::event(event);
+}
+
+void FunctionButton::init()
+{
+    if (!d->binding.isAttached()) {
+        if (d->binding.attachToForm())
+            registerItems();
+        rebuildCaptionTable();
+    }
+    if (DesignerHost *host = DesignerHost::instance(); host && DesignerHost::formWindowOf(this)) {
+        host->markPropertyChanged(this, QStringLiteral("group"));
+        host->markPropertyChanged(this, QStringLiteral("id"));
+    }
+}
+
+void FunctionButton::setQeltAppAndFormPtr(void *app, void *form)
+{
+    d->binding.attach(app, form);
+    registerItems();
+    rebuildCaptionTable();
+}
+
+void FunctionButton::registerItems()
+{
+    const ControllerBinding &b = d->binding;
+    b.registerBit(EnabledItem, d->enabledBit.type, d->enabledBit.address, d->enabledBit.bitIndex);
+    b.registerBit(VisibleItem, d->visibleBit.type, d->visibleBit.address, d->visibleBit.bitIndex);
+    b.registerBit(ColorItem, d->colorBit.type, d->colorBit.address, d->colorBit.bitIndex);
+    b.registerData(TextControlItem, d->textControlDataClass, d->textControlAddress);
+}
+
+void FunctionButton::rebuildCaptionTable()
+{
+    d->captionTable.clear();
+    if (d->textValueList.size() != d->textStringList.size())
+        return;
+    for (int i = 0; i < d->textValueList.size(); ++i)
+        d->captionTable.insert(d->textValueList.at(i).toInt(), d->textStringList.at(i).split(QLatin1Char(';')));
+}
+
+void FunctionButton::updateData(int index, int value)
+{
+    switch (index) {
+    case EnabledItem:
+        setEnabled(value != 0);
+        break;
+    case VisibleItem:
+        setVisible(d->bitOnVisible ? value != 0 : value == 0);
+        break;
+    case ColorItem:
+        d->shownTextColor = value != 0 ? d->onTextColor : d->textColorEnabled;
+        d->shownNormalColor = value != 0 ? d->onButtonColor : buttonColorNormal();
+        update();
+        break;
+    case TextControlItem: {
+        const auto it = d->captionTable.constFind(value);
+        if (it != d->captionTable.constEnd()) {
+            d->textList = *it;
+            setText(LanguageState::textAt(d->textList, d->language));
+        }
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+void FunctionButton::slotPressed() { BitWriteAction::press(d->binding, d->action, d->writeBit); }
+
+// A release writes nothing: KeepOn and KeepOff act as SetOn and SetOff on this button.
+void FunctionButton::slotReleased() {}
+
+ButtonFace FunctionButton::face() const
+{
+    ButtonFace face;
+    FaceState state = Normal;
+    if (!QWidget::isEnabled()) {
+        state = Disabled;
+    } else if (hasFocusFlag()) {
+        if (isCheckable())
+            state = (isChecked() || isDown()) ? CheckedHot : Hot;
+        else
+            state = isDown() ? Pushed : Hot;
+    } else if ((isCheckable() && isChecked()) || isDown()) {
+        state = Pushed;
+    }
+    face.bodyColor = state == Normal ? d->shownNormalColor : faceColor(state);
+    face.picture = facePicture(state);
+    face.captionColor = QWidget::isEnabled() ? d->shownTextColor : d->textColorDisabled;
+    face.focusFrame = d->binding.isAttached() && hasFocus();
+    return face;
+}
+
+// ---- Texts and languages
+
+QByteArray FunctionButton::MapBuffer() const { return d->mapBuffer; }
+
+void FunctionButton::SetMapBuffer(const QByteArray &buffer)
+{
+    d->mapBuffer = buffer;
+    FontMapCodec::Maps maps;
+    if (!FontMapCodec::decode(buffer, &maps))
+        return;
+    d->fontMap = maps.captionFonts;
+    if (!d->fontMap.isEmpty())
+        setFont(d->fontMap.value(d->language, QFont()));
+}
+
+QByteArray FunctionButton::textInfoBuffer() const { return d->textInfoBuffer; }
+
+void FunctionButton::SetTextInfoBuffer(const QByteArray &buffer)
+{
+    d->textInfoBuffer = buffer;
+    QList<TextData> records;
+    if (buffer.isEmpty() || !TextInfoCodec::decodeSlot(buffer, &records))
+        return;
+    d->records = records;
+    TextData *record = d->firstRecord();
+    if (!record)
+        return;
+    LanguageState::refreshFromWordLibrary(*record);
+    d->textList = record->texts;
+    d->language_.clampTo(int(d->textList.size()));
+    if (const auto font = LanguageState::fontAt(record->fonts, d->language_.current()))
+        setFont(*font);
+    showCaptionOfCurrentLanguage();
+}
+
+void FunctionButton::showCaptionOfCurrentLanguage()
+{
+    setText(LanguageState::textAt(d->textList, d->language_.current()));
+}
+
+void FunctionButton::updateLanguage(int index)
+{
+    if (!d->language_.accepts(index) || d->textList.isEmpty())
+        return;
+    d->language_.markApplied(index);
+    setText(LanguageState::textAt(d->textList, index));
+    const TextData *record = d->firstRecord();
+    if (record && !record->fonts.isEmpty()) {
+        if (const auto font = LanguageState::fontAt(record->fonts, index))
+            setFont(*font);
+    } else if (!d->fontMap.isEmpty() && d->fontMap.contains(index)) {
+        setFont(d->fontMap.value(index));
+    }
+}
+
+int FunctionButton::wordLibId() const
+{
+    return d->records.isEmpty() ? -1 : d->records.first().wordLibId;
+}
+
+void FunctionButton::setWordLibId(int id)
+{
+    if (TextData *record = d->firstRecord()) {
+        record->wordLibId = id;
+        LanguageState::refreshFromWordLibrary(*record);
+        d->textList = record->texts;
+    } else {
+        QStringList texts;
+        if (NORVOInterface_Z3::initialization()->getWordLibraryDatasUsedId(id, texts))
+            d->textList = texts;
+    }
+    d->language_.clampTo(int(d->textList.size()));
+    showCaptionOfCurrentLanguage();
+}
+
+void FunctionButton::upDatePluginTextfromWordLib()
+{
+    TextData *record = d->firstRecord();
+    if (!record || record->wordLibId == -1)
+        return;
+    if (LanguageState::refreshFromWordLibrary(*record)) {
+        d->textList = record->texts;
+        showCaptionOfCurrentLanguage();
+    } else {
+        d->textList.clear();
+        setText(QString());
+    }
+}
+
+void FunctionButton::getPluginNameAndListType(QString &name, int &listType)
+{
+    name = objectName();
+    listType = 1;
+}
+
+void FunctionButton::getPluginNameAndTransText(QList<TextData> &texts)
+{
+    if (!d->records.isEmpty()) {
+        texts = d->records;
+        return;
+    }
+    TextData record;
+    record.texts = d->textList;
+    if (record.texts.isEmpty()) {
+        for (int i = 0; i < NORVOInterface_Z3::initialization()->getSystemLanguageCount(); ++i)
+            record.texts.append(text());
+    }
+    texts = {record};
+}
+
+void FunctionButton::setPluginTransText(QList<QStringList> &texts)
+{
+    if (texts.isEmpty())
+        return;
+    if (TextData *record = d->firstRecord()) {
+        const int id = record->wordLibId;
+        record->texts = id == -1 ? texts.first() : QStringList();
+        const QByteArray buffer = TextInfoCodec::encodeSlot(d->records);
+        if (!DesignerCommit::setProperty(this, "textInfoBuffer", buffer))
+            d->textInfoBuffer = buffer;
+        if ((record = d->firstRecord())) { // the commit may have re-read the records
+            LanguageState::refreshFromWordLibrary(*record);
+            d->textList = record->texts;
+        }
+    } else {
+        d->textList = texts.first();
+        DesignerCommit::setProperty(this, "textList", d->textList);
+    }
+    showCaptionOfCurrentLanguage();
+}
