@@ -1,0 +1,122 @@
+// Buttons on a form attached to the simulated controller: operator input reaches the controller
+// and the controller's answer comes back to the screen.
+#include "bitbutton.h"
+#include "functionbutton.h"
+#include "norvointerface_z3.h"
+#include "simulatedcontroller.h"
+
+#include <QDialog>
+#include <QtTest>
+
+using norvo_v0::QeltApp;
+
+class TestEndToEnd : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void bitButtonRoundTrip();
+    void functionButtonFollowsController();
+    void currentChannelFollowsController();
+
+private:
+    static QColor bodyPixel(QWidget *w) { return w->grab().toImage().pixelColor(w->width() / 2, 8); }
+};
+
+void TestEndToEnd::init()
+{
+    NORVOInterface_Z3::initialization()->resetToDefaults();
+}
+
+void TestEndToEnd::bitButtonRoundTrip()
+{
+    SimulatedController controller;
+    QDialog form;
+    form.setProperty("QeltApp", QeltApp::toVariant(&controller));
+    auto *button = new BitButton(&form);
+    button->setGeometry(0, 0, 100, 30);
+    button->SetAction(BitButton::KeepOn);
+    button->SetWriteBitType(BitButton::User);
+    button->SetWriteAddress(10);
+    button->SetWriteBitIndex(3);
+    // The monitor bit is the same user word bit, seen through its bit type.
+    button->SetReadBitType(BitButton::User_BIT);
+    button->SetReadAddress(10);
+    button->SetReadBitIndex(3);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form));
+    QCOMPARE(controller.registrationCount(&form), 1);
+    controller.startUpdateUI(&form);
+    QTRY_COMPARE(bodyPixel(button), QColor(240, 240, 240));
+
+    QTest::mousePress(button, Qt::LeftButton, {}, QPoint(50, 15));
+    QCOMPARE(controller.getData(0, QeltApp::User, 10, 0), 8);
+    QTRY_COMPARE(button->state(), BitButton::On);
+    QTRY_COMPARE(bodyPixel(button), QColor(192, 192, 192));
+    QCOMPARE(button->text(), QStringLiteral("ON"));
+
+    QTest::mouseRelease(button, Qt::LeftButton, {}, QPoint(50, 15));
+    QVERIFY(!controller.getBit(0, QeltApp::User_BIT, 10, 3, 0));
+    QTRY_COMPARE(button->state(), BitButton::Off);
+    QTRY_COMPARE(bodyPixel(button), QColor(240, 240, 240));
+}
+
+void TestEndToEnd::functionButtonFollowsController()
+{
+    SimulatedController controller;
+    QDialog form;
+    auto *button = new FunctionButton(&form);
+    button->setGeometry(0, 0, 100, 30);
+    button->SetEnabledBitType(FunctionButton::O_BIT);
+    button->SetEnabledAddress(1);
+    button->SetColorBitType(FunctionButton::O_BIT);
+    button->SetColorAddress(2);
+    button->SetButtonColorOn(QColor(0, 200, 0));
+    button->SetTextControlDataClass(FunctionButton::Reg_Var);
+    button->SetTextControlAddress(7);
+    button->SetTextValueList({QStringLiteral("1"), QStringLiteral("2")});
+    button->SetTextStringList({QStringLiteral("Auto;Automatik"), QStringLiteral("Jog;Tippen")});
+    button->SetAction(FunctionButton::Invert);
+    button->SetWriteBitType(FunctionButton::Com);
+    button->SetWriteAddress(3);
+    button->setQeltAppAndFormPtr(static_cast<QeltApp *>(&controller), &form);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form));
+    controller.startUpdateUI(&form);
+
+    QTRY_VERIFY(!button->QWidget::isEnabled()); // enable bit O1 is 0
+    controller.setBit(0, QeltApp::O_BIT, 1, 0, true, 0);
+    QTRY_VERIFY(button->QWidget::isEnabled());
+    controller.setBit(0, QeltApp::O_BIT, 2, 0, true, 0);
+    QTRY_COMPARE(bodyPixel(button), QColor(0, 200, 0));
+    controller.setData(0, QeltApp::Reg, 7, 2, 0);
+    QTRY_COMPARE(button->text(), QStringLiteral("Jog"));
+
+    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(50, 15));
+    QVERIFY(controller.getBit(0, QeltApp::Com_BIT, 3, 0, 0));
+    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(50, 15));
+    QVERIFY(!controller.getBit(0, QeltApp::Com_BIT, 3, 0, 0));
+}
+
+void TestEndToEnd::currentChannelFollowsController()
+{
+    SimulatedController controller;
+    QDialog form;
+    form.setProperty("QeltApp", QeltApp::toVariant(&controller));
+    auto *button = new BitButton(&form);
+    button->SetChnNoVarEnable(true);
+    button->SetReadBitType(BitButton::S_BIT);
+    button->SetReadAddress(4);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form));
+    button->resetRegisterReadBitData(1, BitButton::S_BIT, 4, 0); // registers on the current channel
+    controller.setBit(2, QeltApp::S_BIT, 4, 0, true, 0);
+    QTest::qWait(50);
+    QCOMPARE(button->state(), BitButton::Off); // channel 3 is not the current one yet
+    controller.setData(0, QeltApp::Com, QeltApp::CurrentChannelAddress, 3, 0);
+    QTRY_COMPARE(button->state(), BitButton::On);
+}
+
+QTEST_MAIN(TestEndToEnd)
+#include "tst_endtoend.moc"
