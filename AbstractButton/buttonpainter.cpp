@@ -1,0 +1,166 @@
+#include "buttonpainter.h"
+
+#include "abstractbutton.h"
+
+#include <QPainter>
+
+namespace {
+
+// Lines are drawn through pixel centres so that each bevel edge covers exactly one pixel row or column
+// despite antialiasing. The corner diagonals go first, so that the straight edges keep their colour up
+// to their end pixels.
+void drawBevel(QPainter &p, const QRect &b, int k, const QColor &first, const QColor &second)
+{
+    const int L = b.left(), T = b.top(), R = b.right(), B = b.bottom();
+    const QPen firstPen(first, 0);
+    const QPen secondPen(second, 0);
+    p.save();
+    p.translate(0.5, 0.5);
+    p.setPen(secondPen);
+    p.drawLine(R, B - k, R - k, B);
+    p.drawLine(L + k, B, L, B - k);
+    p.setPen(firstPen);
+    p.drawLine(L, T + k, L + k, T);
+    p.drawLine(R - k, T, R, T + k);
+    p.setPen(secondPen);
+    p.drawLine(R, T + k, R, B - k);
+    p.drawLine(R - k, B, L + k, B);
+    p.setPen(firstPen);
+    p.drawLine(L + k, T, R - k, T);
+    p.drawLine(L, T + k, L, B - k);
+    p.restore();
+}
+
+} // namespace
+
+ButtonPainter::ButtonPainter(AbstractButton *button, const ButtonLook &look)
+    : m_button(button)
+    , m_look(look)
+{
+}
+
+void ButtonPainter::paint(const ButtonFace &face) const
+{
+    paintBody(face);
+    paintIcon();
+    paintCaption(face.captionColor);
+}
+
+bool ButtonPainter::isSunken() const
+{
+    return m_button->isDown() || (m_button->isCheckable() && m_button->isChecked());
+}
+
+void ButtonPainter::paintBody(const ButtonFace &face) const
+{
+    QPainter p(m_button);
+    p.setRenderHint(QPainter::Antialiasing);
+    const QRect r = m_button->rect();
+    QRect current = r;
+
+    if (face.picture.isNull()) {
+        if (m_look.borderEnabled)
+            p.setPen(QPen(m_look.borderColor, 0));
+        else
+            p.setPen(Qt::NoPen);
+        p.setBrush(face.bodyColor);
+        const qreal radius = m_look.cornersRadius;
+        p.drawRoundedRect(QRectF(r), radius, radius, Qt::AbsoluteSize);
+
+        if (m_button->isEnabled()) {
+            const QPalette &pal = m_button->palette();
+            const QColor light = pal.color(QPalette::Light);
+            const QColor dark = pal.color(QPalette::Dark);
+            current = QRect(QPoint(r.left() + 2, r.top() + 2), QPoint(r.right() - 1, r.bottom() - 1));
+            if (isSunken())
+                drawBevel(p, current, m_look.cornersRadius / 2, dark, light);
+            else
+                drawBevel(p, current, m_look.cornersRadius / 2, light, dark);
+        }
+    } else {
+        p.drawPixmap(r, face.picture);
+        if (m_look.borderEnabled) {
+            p.setPen(QPen(m_look.borderColor, 0));
+            p.setBrush(Qt::NoBrush);
+            p.drawRect(QRectF(r));
+        }
+    }
+
+    if (face.focusFrame) {
+        p.setPen(QPen(Qt::black, 0, Qt::DotLine));
+        p.setBrush(Qt::NoBrush);
+        p.translate(0.5, 0.5);
+        p.drawRect(QRectF(QPointF(current.left() + 2, current.top() + 2),
+                          QPointF(current.right() - 2, current.bottom() - 2)));
+    }
+}
+
+QRect ButtonPainter::iconRect() const
+{
+    const int w = m_button->width();
+    const int h = m_button->height();
+    const QSize size = m_button->iconSize();
+    int x = (w - size.width()) / 2;
+    int y = (h - size.height()) / 2;
+    switch (m_look.iconPosition) {
+    case AbstractButton::PositionTop: y = m_look.iconSpace; break;
+    case AbstractButton::PositionBottom: y = h - m_look.iconSpace - size.height(); break;
+    case AbstractButton::PositionLeft: x = m_look.iconSpace; break;
+    case AbstractButton::PositionRight: x = w - m_look.iconSpace - size.width(); break;
+    case AbstractButton::PositionMid: break;
+    }
+    return QRect(QPoint(x, y), size);
+}
+
+void ButtonPainter::paintIcon() const
+{
+    const QIcon icon = m_button->icon();
+    if (icon.isNull())
+        return;
+    QPainter p(m_button);
+    p.setRenderHint(QPainter::Antialiasing);
+    const QRect target = iconRect();
+    p.drawPixmap(target, icon.pixmap(target.size(), QIcon::Normal, QIcon::Off));
+}
+
+QRect ButtonPainter::captionRect() const
+{
+    QRect t(QPoint(0, 0), m_button->size());
+    if (!m_button->icon().isNull()) {
+        const QSize icon = m_button->iconSize();
+        const int gap = m_look.textSpace + m_look.iconSpace;
+        switch (m_look.iconPosition) {
+        case AbstractButton::PositionTop: t.translate(0, gap + icon.height()); break;
+        case AbstractButton::PositionBottom: t.translate(0, -(gap + icon.height())); break;
+        case AbstractButton::PositionLeft: t.translate(gap + icon.width(), 0); break;
+        case AbstractButton::PositionRight: t.translate(-(gap + icon.width()), 0); break;
+        case AbstractButton::PositionMid: break;
+        }
+    }
+    if (m_button->isDown() || m_button->isChecked())
+        t.translate(1, 1);
+    return t;
+}
+
+Qt::Alignment ButtonPainter::captionFlags() const
+{
+    if (m_button->icon().isNull())
+        return m_button->alignment();
+    switch (m_look.iconPosition) {
+    case AbstractButton::PositionTop: return Qt::AlignHCenter | Qt::AlignTop;
+    case AbstractButton::PositionBottom: return Qt::AlignHCenter | Qt::AlignBottom;
+    case AbstractButton::PositionLeft: return Qt::AlignLeft | Qt::AlignVCenter;
+    case AbstractButton::PositionRight: return Qt::AlignRight | Qt::AlignVCenter;
+    case AbstractButton::PositionMid: break;
+    }
+    return m_button->alignment();
+}
+
+void ButtonPainter::paintCaption(const QColor &pen) const
+{
+    QPainter p(m_button);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(pen);
+    p.setFont(m_button->font());
+    p.drawText(captionRect(), int(captionFlags()), m_button->text());
+}
