@@ -9,6 +9,7 @@
 #include "languagestate.h"
 #include "norvointerface_z3.h"
 #include "textinfocodec.h"
+#include "widgetfactory.h"
 
 #include <QEvent>
 
@@ -22,6 +23,8 @@ constexpr int OffSlot = 1;
 const PaintedButton::FaceColors DefaultColors{QColor(240, 240, 240), QColor(192, 192, 192), QColor(208, 208, 208),
                                               QColor(176, 176, 176), QColor(208, 208, 208)};
 } // namespace
+
+HMI_REGISTER_WIDGET(BitButton)
 
 class BitButton::Private
 {

@@ -80,7 +80,7 @@ public:
     };
     Q_ENUM(Language)
 
-    explicit BitButton(QWidget *parent = nullptr);
+    Q_INVOKABLE explicit BitButton(QWidget *parent = nullptr);
     ~BitButton() override;
 
     QSize sizeHint() const override;

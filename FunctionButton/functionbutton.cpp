@@ -10,6 +10,7 @@
 #include "languagestate.h"
 #include "norvointerface_z3.h"
 #include "textinfocodec.h"
+#include "widgetfactory.h"
 
 #include <QEvent>
 #include <QMap>
@@ -23,6 +24,8 @@ constexpr int TextControlItem = 3;
 const PaintedButton::FaceColors DefaultColors{QColor(240, 240, 240), QColor(192, 192, 192), QColor(128, 217, 234),
                                               QColor(176, 176, 176), QColor(208, 208, 208)};
 } // namespace
+
+HMI_REGISTER_WIDGET(FunctionButton)
 
 class FunctionButton::Private
 {

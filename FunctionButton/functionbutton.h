@@ -82,7 +82,7 @@ public:
     };
     Q_ENUM(Language)
 
-    explicit FunctionButton(QWidget *parent = nullptr);
+    Q_INVOKABLE explicit FunctionButton(QWidget *parent = nullptr);
     ~FunctionButton() override;
 
     QSize sizeHint() const override;

@@ -1,0 +1,33 @@
+#include "demoscenario.h"
+
+#include "simulatedcontroller.h"
+
+using norvo_v0::QeltApp;
+
+DemoScenario::DemoScenario(SimulatedController *controller, QObject *parent)
+    : QObject(parent)
+    , m_controller(controller)
+{
+    connect(&m_timer, &QTimer::timeout, this, &DemoScenario::step);
+    // Keys start enabled and the brake starts closed.
+    m_controller->setBit(0, QeltApp::User_BIT, 103, 0, true, 0);
+    m_controller->setBit(0, QeltApp::User_BIT, 102, 0, true, 0);
+}
+
+void DemoScenario::start(int intervalMs)
+{
+    m_timer.start(intervalMs);
+}
+
+void DemoScenario::stop()
+{
+    m_timer.stop();
+}
+
+void DemoScenario::step()
+{
+    ++m_steps;
+    m_controller->setBit(0, QeltApp::I_BIT, 0, 0, m_steps % 2 == 1, 0);
+    m_controller->setBit(0, QeltApp::O_BIT, 0, 0, (m_steps / 2) % 2 == 1, 0);
+    m_controller->setData(0, QeltApp::Reg, 100, (m_steps / 3) % 3, 0);
+}

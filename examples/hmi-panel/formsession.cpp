@@ -1,0 +1,98 @@
+#include "formsession.h"
+
+#include "norvointerface_z3.h"
+#include "qeltapp.h"
+
+#include <QDialog>
+#include <QMetaMethod>
+#include <QVBoxLayout>
+
+namespace {
+bool hasMethod(const QObject *object, const char *signature)
+{
+    return object->metaObject()->indexOfMethod(QMetaObject::normalizedSignature(signature)) >= 0;
+}
+
+// Containers pass the application on to their children themselves: call only the outermost.
+bool hasAncestorWithMethod(const QWidget *widget, const QWidget *form, const char *signature)
+{
+    for (const QWidget *w = widget->parentWidget(); w && w != form; w = w->parentWidget()) {
+        if (hasMethod(w, signature))
+            return true;
+    }
+    return false;
+}
+} // namespace
+
+FormSession::FormSession(QWidget *loadedRoot, norvo_v0::QeltApp *app, QObject *parent)
+    : QObject(parent)
+    , m_app(app)
+{
+    auto *dialog = qobject_cast<QDialog *>(loadedRoot);
+    if (!dialog || qstrcmp(dialog->metaObject()->className(), "QDialog") != 0) {
+        dialog = new QDialog;
+        dialog->setWindowTitle(loadedRoot->windowTitle());
+        auto *layout = new QVBoxLayout(dialog);
+        layout->setContentsMargins(0, 0, 0, 0);
+        loadedRoot->setParent(dialog);
+        layout->addWidget(loadedRoot);
+    }
+    m_form = dialog;
+    m_form->setProperty("QeltApp", norvo_v0::QeltApp::toVariant(app));
+}
+
+FormSession::~FormSession()
+{
+    // Callbacks into the form's widgets stop before the form goes.
+    if (m_form) {
+        m_app->stopUpdateUI();
+        const QList<QWidget *> widgets = m_form->findChildren<QWidget *>();
+        for (QWidget *w : widgets)
+            m_app->removeUIVariable(m_form, w);
+        delete m_form;
+    }
+}
+
+QDialog *FormSession::form() const
+{
+    return m_form;
+}
+
+void FormSession::start()
+{
+    const char *attach = "setQeltAppAndFormPtr(void*,void*)";
+    const QList<QWidget *> widgets = m_form->findChildren<QWidget *>();
+    for (QWidget *w : widgets) {
+        if (hasMethod(w, attach) && !hasAncestorWithMethod(w, m_form, attach)) {
+            QMetaObject::invokeMethod(w, "setQeltAppAndFormPtr", Qt::DirectConnection,
+                                      Q_ARG(void *, static_cast<void *>(m_app)),
+                                      Q_ARG(void *, static_cast<void *>(m_form.data())));
+        }
+    }
+    m_form->ensurePolished();
+    for (QWidget *w : widgets)
+        w->ensurePolished(); // self-attaching widgets register on polish
+    setLanguage(NORVOInterface_Z3::initialization()->currentLanguageIndex());
+    m_app->startUpdateUI(m_form);
+}
+
+void FormSession::setLanguage(int index)
+{
+    NORVOInterface_Z3::initialization()->setCurrentLanguageIndex(index);
+    callOnWidgets("updateLanguage(int)", index);
+}
+
+void FormSession::setAuthority(int authority)
+{
+    callOnWidgets("updateAuthority(int)", authority);
+}
+
+void FormSession::callOnWidgets(const char *method, int value)
+{
+    const QByteArray name = QByteArray(method).left(QByteArray(method).indexOf('('));
+    const QList<QWidget *> widgets = m_form->findChildren<QWidget *>();
+    for (QWidget *w : widgets) {
+        if (hasMethod(w, method))
+            QMetaObject::invokeMethod(w, name.constData(), Qt::DirectConnection, Q_ARG(int, value));
+    }
+}

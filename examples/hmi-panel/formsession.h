@@ -1,0 +1,35 @@
+#ifndef FORMSESSION_H
+#define FORMSESSION_H
+
+#include <QObject>
+#include <QPointer>
+
+class QDialog;
+class QWidget;
+namespace norvo_v0 { class QeltApp; }
+
+// One loaded form on the panel: the form is a QDialog carrying the application in its "QeltApp"
+// property; widgets that take the application by call get it, updates run while the session lives,
+// and language and authority changes reach every widget that follows them.
+class FormSession : public QObject
+{
+    Q_OBJECT
+public:
+    // Takes a loaded form; a root that is not a QDialog is placed in one.
+    FormSession(QWidget *loadedRoot, norvo_v0::QeltApp *app, QObject *parent = nullptr);
+    ~FormSession() override;
+
+    QDialog *form() const;
+    // Hands the application to the widgets and starts updates.
+    void start();
+    void setLanguage(int index);
+    void setAuthority(int authority);
+
+private:
+    void callOnWidgets(const char *method, int value);
+
+    QPointer<QDialog> m_form;
+    norvo_v0::QeltApp *m_app;
+};
+
+#endif

@@ -1,0 +1,78 @@
+// hmi-panel: runs a form on the simulated controller.
+//   hmi-panel FORM.ui [--screenshot FILE] [--language N] [--authority N]
+#include "demoscenario.h"
+#include "formloader.h"
+#include "formsession.h"
+#include "norvointerface_z3.h"
+#include "panelwindow.h"
+#include "simulatedcontroller.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDialog>
+#include <QTimer>
+
+#include <cstdio>
+
+int main(int argc, char **argv)
+{
+    const bool wantsScreenshot = [&] {
+        for (int i = 1; i < argc; ++i) {
+            if (qstrcmp(argv[i], "--screenshot") == 0)
+                return true;
+        }
+        return false;
+    }();
+    if (wantsScreenshot && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("hmi-panel"));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Runs an HMI form on the simulated controller."));
+    parser.addHelpOption();
+    parser.addPositionalArgument(QStringLiteral("form"), QStringLiteral("The .ui form to show."));
+    QCommandLineOption screenshot(QStringLiteral("screenshot"), QStringLiteral("Render to FILE and exit."),
+                                  QStringLiteral("FILE"));
+    QCommandLineOption language(QStringLiteral("language"), QStringLiteral("Start in language N."),
+                                QStringLiteral("N"), QStringLiteral("0"));
+    QCommandLineOption authority(QStringLiteral("authority"), QStringLiteral("Operator authority."),
+                                 QStringLiteral("N"), QStringLiteral("1"));
+    parser.addOptions({screenshot, language, authority});
+    parser.process(app);
+    if (parser.positionalArguments().size() != 1)
+        parser.showHelp(1);
+
+    NORVOInterface_Z3 *hmi = NORVOInterface_Z3::initialization();
+    const QString family = QApplication::font().family();
+    hmi->setSystemLanguages({family, family});
+    hmi->setCurrentLanguageIndex(parser.value(language).toInt());
+
+    SimulatedController controller;
+    FormLoader loader;
+    QWidget *root = loader.loadFile(parser.positionalArguments().constFirst());
+    if (!root) {
+        std::fprintf(stderr, "hmi-panel: cannot load %s: %s\n", qPrintable(parser.positionalArguments().constFirst()),
+                     qPrintable(loader.errorString()));
+        return 1;
+    }
+    FormSession session(root, &controller);
+    DemoScenario scenario(&controller);
+    PanelWindow window(&session, {QStringLiteral("English"), QStringLiteral("Deutsch")});
+    session.start();
+    session.setAuthority(parser.value(authority).toInt());
+    window.show();
+
+    if (parser.isSet(screenshot)) {
+        scenario.step();
+        scenario.step();
+        scenario.step();
+        controller.flushUpdates();
+        app.processEvents();
+        const bool saved = window.grab().save(parser.value(screenshot));
+        std::printf("%s %s\n", saved ? "wrote" : "could not write", qPrintable(parser.value(screenshot)));
+        return saved ? 0 : 1;
+    }
+    scenario.start();
+    return app.exec();
+}
