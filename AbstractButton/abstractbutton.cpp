@@ -24,7 +24,7 @@ public:
     void releaseShortcutKeys();
     void refresh();
     void completeClick();
-    void moveFocus(int key);
+    bool moveFocus(int key);
 
     // Each returns false when a connected slot deleted the button; the caller must then stop at once.
     bool emitPressed();
@@ -128,19 +128,19 @@ void AbstractButtonPrivate::completeClick()
         emitClicked();
 }
 
-void AbstractButtonPrivate::moveFocus(int key)
+bool AbstractButtonPrivate::moveFocus(int key)
 {
-    AbstractButton *target = SiblingButtons::arrowTarget(q, key);
+    QPointer<AbstractButton> target = SiblingButtons::arrowTarget(q, key);
     if (!target)
-        return;
+        return false;
     if (autoExclusive && checked && target->isCheckable()) {
-        QPointer<AbstractButton> guard(target);
         target->click();
-        if (!guard)
-            return;
+        if (!target)
+            return false;
     }
     const bool backward = key == Qt::Key_Up || key == Qt::Key_Left;
     target->setFocus(backward ? Qt::BacktabFocusReason : Qt::TabFocusReason);
+    return true;
 }
 
 AbstractButton::AbstractButton(QWidget *parent)
@@ -530,8 +530,7 @@ void AbstractButton::keyPressEvent(QKeyEvent *e)
         QWidget *pw = parentWidget();
         const bool inItemView = pw && qobject_cast<QAbstractItemView *>(pw->parentWidget());
         if (d->autoExclusive || inItemView) {
-            d->moveFocus(e->key());
-            if (guard && hasFocus())
+            if (!d->moveFocus(e->key()))
                 e->ignore();
         } else {
             focusNextPrevChild(forward);
