@@ -59,7 +59,7 @@ void ControllerBinding::setComId(int comId)
 void ControllerBinding::setChannel(int channel)
 {
     const int count = NORVOInterface_Z3::initialization()->maxChannelCount();
-    m_channel = std::max(0, channel - 1);
+    m_channel = channel > 1 ? channel - 1 : 0; // no channel - 1 overflow for INT_MIN
     if (m_channel >= count)
         m_channel = std::max(0, count - 1);
 }
@@ -68,8 +68,8 @@ int ControllerBinding::resolvedChannel() const
 {
     if (!m_chnNoVarEnable || !m_app)
         return m_channel;
-    const int current = m_app->getData(0, QeltApp::Com, QeltApp::CurrentChannelAddress, 0) - 1;
-    return std::max(0, current);
+    const int current = m_app->getData(0, QeltApp::Com, QeltApp::CurrentChannelAddress, 0);
+    return current > 1 ? current - 1 : 0;
 }
 
 int ControllerBinding::registrationChannel() const

@@ -137,7 +137,7 @@ bool KeypadDialog::acceptable(QString *why) const
         *why = tr("Not a number");
         return false;
     }
-    if (value < m_lowest || value > m_highest) {
+    if (!(value >= m_lowest && value <= m_highest)) { // also refuses NaN
         *why = tr("Allowed: %1 ... %2").arg(m_lowest).arg(m_highest);
         return false;
     }

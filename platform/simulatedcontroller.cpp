@@ -24,7 +24,8 @@ int SimulatedController::resolveChannel(int channel)
 {
     if (channel != CurrentChannel)
         return channel;
-    return std::max(0, m_memory.word(0, 0, Com, CurrentChannelAddress) - 1);
+    const int current = m_memory.word(0, 0, Com, CurrentChannelAddress);
+    return current > 1 ? current - 1 : 0; // no overflow for INT_MIN
 }
 
 bool SimulatedController::getBit(int channel, int bitType, int address, int bitIndex, int comId)
@@ -101,6 +102,7 @@ void SimulatedController::startUpdateUI(QWidget *form)
     if (!form)
         return;
     m_activeForms.insert(form);
+    connect(form, &QObject::destroyed, this, &SimulatedController::dropForm, Qt::UniqueConnection);
     m_running = true;
     // Each registration of the form gets its current value once more.
     for (Registration &r : m_registrations) {
@@ -199,7 +201,7 @@ void SimulatedController::dropForm(QObject *form)
 {
     m_activeForms.remove(form);
     for (auto it = m_registrations.begin(); it != m_registrations.end();) {
-        if (!it->form)
+        if (!it->form || it->form.data() == form) // QWidget emits destroyed() before QPointers clear
             it = m_registrations.erase(it);
         else
             ++it;
