@@ -55,37 +55,37 @@ void PaintedButton::ResetTextSpace() { SetTextSpace(ButtonLook().textSpace); }
 
 void PaintedButton::setColor(FaceState state, const QColor &color)
 {
-    m_colors[state] = color;
+    m_colors[size_t(state)] = color;
     faceColorChanged(state);
     update();
 }
 
 void PaintedButton::setPicture(FaceState state, const QPixmap &picture)
 {
-    m_pictures[state] = picture;
+    m_pictures[size_t(state)] = picture;
     update();
 }
 
-void PaintedButton::SetButtonColorNormal(const QColor &color) { setColor(Normal, color); }
-void PaintedButton::SetButtonColorPushed(const QColor &color) { setColor(Pushed, color); }
-void PaintedButton::SetButtonColorHot(const QColor &color) { setColor(Hot, color); }
-void PaintedButton::SetButtonColorCheckedHot(const QColor &color) { setColor(CheckedHot, color); }
-void PaintedButton::SetButtonColorDisabled(const QColor &color) { setColor(Disabled, color); }
-void PaintedButton::ResetButtonColorNormal() { setColor(Normal, m_defaultColors[Normal]); }
-void PaintedButton::ResetButtonColorPushed() { setColor(Pushed, m_defaultColors[Pushed]); }
-void PaintedButton::ResetButtonColorHot() { setColor(Hot, m_defaultColors[Hot]); }
-void PaintedButton::ResetButtonColorCheckedHot() { setColor(CheckedHot, m_defaultColors[CheckedHot]); }
-void PaintedButton::ResetButtonColorDisabled() { setColor(Disabled, m_defaultColors[Disabled]); }
-void PaintedButton::SetPictureNormal(const QPixmap &picture) { setPicture(Normal, picture); }
-void PaintedButton::SetPicturePushed(const QPixmap &picture) { setPicture(Pushed, picture); }
-void PaintedButton::SetPictureHot(const QPixmap &picture) { setPicture(Hot, picture); }
-void PaintedButton::SetPictureCheckedHot(const QPixmap &picture) { setPicture(CheckedHot, picture); }
-void PaintedButton::SetPictureDisabled(const QPixmap &picture) { setPicture(Disabled, picture); }
-void PaintedButton::ResetPictureNormal() { setPicture(Normal, QPixmap()); }
-void PaintedButton::ResetPicturePushed() { setPicture(Pushed, QPixmap()); }
-void PaintedButton::ResetPictureHot() { setPicture(Hot, QPixmap()); }
-void PaintedButton::ResetPictureCheckedHot() { setPicture(CheckedHot, QPixmap()); }
-void PaintedButton::ResetPictureDisabled() { setPicture(Disabled, QPixmap()); }
+void PaintedButton::SetButtonColorNormal(const QColor &color) { setColor(FaceState::Normal, color); }
+void PaintedButton::SetButtonColorPushed(const QColor &color) { setColor(FaceState::Pushed, color); }
+void PaintedButton::SetButtonColorHot(const QColor &color) { setColor(FaceState::Hot, color); }
+void PaintedButton::SetButtonColorCheckedHot(const QColor &color) { setColor(FaceState::CheckedHot, color); }
+void PaintedButton::SetButtonColorDisabled(const QColor &color) { setColor(FaceState::Disabled, color); }
+void PaintedButton::ResetButtonColorNormal() { setColor(FaceState::Normal, m_defaultColors[size_t(FaceState::Normal)]); }
+void PaintedButton::ResetButtonColorPushed() { setColor(FaceState::Pushed, m_defaultColors[size_t(FaceState::Pushed)]); }
+void PaintedButton::ResetButtonColorHot() { setColor(FaceState::Hot, m_defaultColors[size_t(FaceState::Hot)]); }
+void PaintedButton::ResetButtonColorCheckedHot() { setColor(FaceState::CheckedHot, m_defaultColors[size_t(FaceState::CheckedHot)]); }
+void PaintedButton::ResetButtonColorDisabled() { setColor(FaceState::Disabled, m_defaultColors[size_t(FaceState::Disabled)]); }
+void PaintedButton::SetPictureNormal(const QPixmap &picture) { setPicture(FaceState::Normal, picture); }
+void PaintedButton::SetPicturePushed(const QPixmap &picture) { setPicture(FaceState::Pushed, picture); }
+void PaintedButton::SetPictureHot(const QPixmap &picture) { setPicture(FaceState::Hot, picture); }
+void PaintedButton::SetPictureCheckedHot(const QPixmap &picture) { setPicture(FaceState::CheckedHot, picture); }
+void PaintedButton::SetPictureDisabled(const QPixmap &picture) { setPicture(FaceState::Disabled, picture); }
+void PaintedButton::ResetPictureNormal() { setPicture(FaceState::Normal, QPixmap()); }
+void PaintedButton::ResetPicturePushed() { setPicture(FaceState::Pushed, QPixmap()); }
+void PaintedButton::ResetPictureHot() { setPicture(FaceState::Hot, QPixmap()); }
+void PaintedButton::ResetPictureCheckedHot() { setPicture(FaceState::CheckedHot, QPixmap()); }
+void PaintedButton::ResetPictureDisabled() { setPicture(FaceState::Disabled, QPixmap()); }
 
 void PaintedButton::paintEvent(QPaintEvent *)
 {

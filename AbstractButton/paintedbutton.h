@@ -5,6 +5,7 @@
 #include "buttonface.h"
 #include "buttonlook.h"
 #include "hmiwidgets_export.h"
+#include "interactionstate.h"
 
 #include <QColor>
 #include <QPixmap>
@@ -25,8 +26,9 @@ class HMIWIDGETS_EXPORT PaintedButton : public AbstractButton
     Q_PROPERTY(int cornersRadius READ cornersRadius WRITE setCornersRadius)
 
 public:
-    enum FaceState { Normal = 0, Pushed, Hot, CheckedHot, Disabled };
-    using FaceColors = std::array<QColor, 5>; // by FaceState
+    // The five looks of a body, indexed by the interaction state they belong to.
+    using FaceState = InteractionState;
+    using FaceColors = std::array<QColor, 5>; // Normal, Pushed, Hot, CheckedHot, Disabled
 
     bool borderEnabled() const { return m_look.borderEnabled; }
     QColor borderColor() const { return m_look.borderColor; }
@@ -36,18 +38,18 @@ public:
     int cornersRadius() const { return m_look.cornersRadius; }
     const ButtonLook &look() const { return m_look; }
 
-    QColor faceColor(FaceState state) const { return m_colors[state]; }
-    QPixmap facePicture(FaceState state) const { return m_pictures[state]; }
-    QColor buttonColorNormal() const { return m_colors[Normal]; }
-    QColor buttonColorPushed() const { return m_colors[Pushed]; }
-    QColor buttonColorHot() const { return m_colors[Hot]; }
-    QColor buttonColorCheckedHot() const { return m_colors[CheckedHot]; }
-    QColor buttonColorDisabled() const { return m_colors[Disabled]; }
-    QPixmap pictureNormal() const { return m_pictures[Normal]; }
-    QPixmap picturePushed() const { return m_pictures[Pushed]; }
-    QPixmap pictureHot() const { return m_pictures[Hot]; }
-    QPixmap pictureCheckedHot() const { return m_pictures[CheckedHot]; }
-    QPixmap pictureDisabled() const { return m_pictures[Disabled]; }
+    QColor faceColor(FaceState state) const { return m_colors[size_t(state)]; }
+    QPixmap facePicture(FaceState state) const { return m_pictures[size_t(state)]; }
+    QColor buttonColorNormal() const { return faceColor(FaceState::Normal); }
+    QColor buttonColorPushed() const { return faceColor(FaceState::Pushed); }
+    QColor buttonColorHot() const { return faceColor(FaceState::Hot); }
+    QColor buttonColorCheckedHot() const { return faceColor(FaceState::CheckedHot); }
+    QColor buttonColorDisabled() const { return faceColor(FaceState::Disabled); }
+    QPixmap pictureNormal() const { return facePicture(FaceState::Normal); }
+    QPixmap picturePushed() const { return facePicture(FaceState::Pushed); }
+    QPixmap pictureHot() const { return facePicture(FaceState::Hot); }
+    QPixmap pictureCheckedHot() const { return facePicture(FaceState::CheckedHot); }
+    QPixmap pictureDisabled() const { return facePicture(FaceState::Disabled); }
 
     // Focus flag: set while the button has keyboard focus.
     bool hasFocusFlag() const { return m_focus; }

@@ -238,7 +238,7 @@ ButtonFace BitButton::face() const
     // The caption follows the state through the base's text, so the base's accessors see it too.
     const_cast<BitButton *>(this)->setText(on ? d->onText : d->offText);
     // Hot and checked-hot looks are kept but not shown by this button.
-    const FaceState state = !QWidget::isEnabled() ? Disabled : on ? Pushed : Normal;
+    const FaceState state = !QWidget::isEnabled() ? FaceState::Disabled : on ? FaceState::Pushed : FaceState::Normal;
     face.bodyColor = faceColor(state);
     face.picture = facePicture(state);
     face.captionColor = on ? d->onTextColor : d->offTextColor;

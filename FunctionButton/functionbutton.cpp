@@ -134,7 +134,7 @@ void FunctionButton::SetButtonColorOn(const QColor &color)
 
 void FunctionButton::faceColorChanged(FaceState state)
 {
-    if (state == Normal)
+    if (state == FaceState::Normal)
         d->shownNormalColor = buttonColorNormal();
 }
 
@@ -307,18 +307,8 @@ void FunctionButton::slotReleased() {}
 ButtonFace FunctionButton::face() const
 {
     ButtonFace face;
-    FaceState state = Normal;
-    if (!QWidget::isEnabled()) {
-        state = Disabled;
-    } else if (hasFocusFlag()) {
-        if (isCheckable())
-            state = (isChecked() || isDown()) ? CheckedHot : Hot;
-        else
-            state = isDown() ? Pushed : Hot;
-    } else if ((isCheckable() && isChecked()) || isDown()) {
-        state = Pushed;
-    }
-    face.bodyColor = state == Normal ? d->shownNormalColor : faceColor(state);
+    const FaceState state = interactionState(*this, hasFocusFlag());
+    face.bodyColor = state == FaceState::Normal ? d->shownNormalColor : faceColor(state);
     face.picture = facePicture(state);
     face.captionColor = QWidget::isEnabled() ? d->shownTextColor : d->textColorDisabled;
     face.focusFrame = d->binding.isAttached() && hasFocus();

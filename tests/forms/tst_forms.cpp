@@ -1,0 +1,127 @@
+// The shipped forms as a panel builder gets them: compiled by uic, loaded at run time, and written
+// the way Designer writes them.
+#include "bitbutton.h"
+#include "formloader.h"
+#include "functionbutton.h"
+#include "norvointerface_z3.h"
+#include "ui_demo.h"
+
+#include <QDialog>
+#include <QDir>
+#include <QDomDocument>
+#include <QFile>
+#include <QMetaProperty>
+#include <QtTest>
+
+#include <memory>
+
+class TestForms : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
+    void compiledForm();
+    void loadedForm_data();
+    void loadedForm();
+    void stdsetAsDesignerWrites_data();
+    void stdsetAsDesignerWrites();
+};
+
+void TestForms::compiledForm()
+{
+    QDialog form;
+    Ui::DemoPanel ui;
+    ui.setupUi(&form);
+    QCOMPARE(ui.spindleButton->action(), BitButton::KeepOn);
+    QCOMPARE(ui.spindleButton->onText(), QStringLiteral("Spindle ON"));
+    QCOMPARE(ui.coolantButton->writeBitIndex(), 1);
+    QCOMPARE(ui.guardedButton->getOperationalAuthority(), 2);
+    QCOMPARE(ui.modeButton->textStringList().size(), 3);
+    QCOMPARE(ui.feedHoldButton->bitOnVisible(), false);
+    QCOMPARE(ui.cycleStartButton->buttonColorOn(), QColor(110, 210, 110));
+}
+
+void TestForms::loadedForm_data()
+{
+    QTest::addColumn<QString>("object");
+    QTest::addColumn<QString>("className");
+    QTest::addColumn<QByteArray>("property");
+    QTest::addColumn<QVariant>("value");
+    QTest::newRow("momentary") << "spindleButton" << "BitButton" << QByteArray("action")
+                               << QVariant(int(BitButton::KeepOn));
+    QTest::newRow("invert") << "coolantButton" << "BitButton" << QByteArray("action") << QVariant(int(BitButton::Invert));
+    QTest::newRow("set off") << "lampOffButton" << "BitButton" << QByteArray("action") << QVariant(int(BitButton::SetOff));
+    QTest::newRow("keep off") << "brakeButton" << "BitButton" << QByteArray("action") << QVariant(int(BitButton::KeepOff));
+    QTest::newRow("enable bit") << "guardedButton" << "BitButton" << QByteArray("enabledAddress") << QVariant(103);
+    QTest::newRow("languages") << "spindleButton" << "BitButton" << QByteArray("offTextList")
+                               << QVariant(QStringList{QStringLiteral("Spindle OFF"), QStringLiteral("Spindel AUS")});
+    QTest::newRow("caption table") << "modeButton" << "FunctionButton" << QByteArray("textControlAddress") << QVariant(100);
+    QTest::newRow("colour bit") << "cycleStartButton" << "FunctionButton" << QByteArray("colorBitType")
+                                << QVariant(int(FunctionButton::O_BIT));
+    QTest::newRow("visible bit") << "feedHoldButton" << "FunctionButton" << QByteArray("visibleAddress") << QVariant(106);
+    QTest::newRow("function invert") << "toolChangeButton" << "FunctionButton" << QByteArray("action")
+                                     << QVariant(int(FunctionButton::Invert));
+}
+
+void TestForms::loadedForm()
+{
+    QFETCH(QString, object);
+    QFETCH(QString, className);
+    QFETCH(QByteArray, property);
+    QFETCH(QVariant, value);
+    FormLoader loader;
+    std::unique_ptr<QWidget> form(loader.loadFile(QStringLiteral(HMI_FORMS_DIR "/demo.ui")));
+    QVERIFY2(form, qPrintable(loader.errorString()));
+    QWidget *widget = form->findChild<QWidget *>(object);
+    QVERIFY(widget);
+    QCOMPARE(QString::fromLatin1(widget->metaObject()->className()), className);
+    const QVariant actual = widget->property(property);
+    if (value.userType() == QMetaType::Int)
+        QCOMPARE(actual.toInt(), value.toInt()); // enum properties read back as their enum type
+    else
+        QCOMPARE(actual, value);
+}
+
+// Designer marks a property stdset="0" exactly when its setter is not set<Name>; uic then calls
+// setProperty instead of a setter that does not exist.
+void TestForms::stdsetAsDesignerWrites_data()
+{
+    QTest::addColumn<QString>("fileName");
+    const QStringList forms = QDir(QStringLiteral(HMI_FORMS_DIR)).entryList({QStringLiteral("*.ui")});
+    for (const QString &f : forms)
+        QTest::newRow(qPrintable(f)) << QStringLiteral(HMI_FORMS_DIR "/") + f;
+}
+
+void TestForms::stdsetAsDesignerWrites()
+{
+    QFETCH(QString, fileName);
+    QFile file(fileName);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QDomDocument doc;
+    QVERIFY(doc.setContent(&file));
+    const QHash<QString, const QMetaObject *> classes{{QStringLiteral("BitButton"), &BitButton::staticMetaObject},
+                                                      {QStringLiteral("FunctionButton"), &FunctionButton::staticMetaObject}};
+    int checked = 0;
+    const QDomNodeList widgets = doc.elementsByTagName(QStringLiteral("widget"));
+    for (int i = 0; i < widgets.size(); ++i) {
+        const QDomElement widget = widgets.at(i).toElement();
+        const QMetaObject *meta = classes.value(widget.attribute(QStringLiteral("class")));
+        if (!meta)
+            continue;
+        for (QDomElement p = widget.firstChildElement(QStringLiteral("property")); !p.isNull();
+             p = p.nextSiblingElement(QStringLiteral("property"))) {
+            const QString name = p.attribute(QStringLiteral("name"));
+            const int index = meta->indexOfProperty(name.toLatin1().constData());
+            QVERIFY2(index >= 0, qPrintable(name));
+            const bool marked = p.attribute(QStringLiteral("stdset")) == QLatin1String("0");
+            QVERIFY2(marked == !meta->property(index).hasStdCppSet(),
+                     qPrintable(widget.attribute(QStringLiteral("name")) + QLatin1Char('.') + name));
+            ++checked;
+        }
+    }
+    QVERIFY(checked > 0);
+}
+
+QTEST_MAIN(TestForms)
+#include "tst_forms.moc"
