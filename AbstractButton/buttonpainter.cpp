@@ -33,17 +33,63 @@ void drawBevel(QPainter &p, const QRect &b, int k, const QColor &first, const QC
 
 } // namespace
 
-ButtonPainter::ButtonPainter(AbstractButton *button, const ButtonLook &look)
+ButtonPainter::ButtonPainter(AbstractButton *button, const ButtonLook &look, ButtonRenderCache *cache)
     : m_button(button)
     , m_look(look)
+    , m_cache(cache)
 {
 }
 
 void ButtonPainter::paint(const ButtonFace &face) const
 {
-    paintBody(face);
-    paintIcon();
-    paintCaption(face.captionColor);
+    QPainter p(m_button);
+    if (!m_cache) {
+        draw(p, face);
+        return;
+    }
+    const ButtonRenderCache::Key key = cacheKey(face);
+    if (const QPixmap *cached = m_cache->find(key)) {
+        p.drawPixmap(0, 0, *cached);
+        return;
+    }
+    QPixmap look(m_button->size() * key.dpr);
+    look.setDevicePixelRatio(key.dpr);
+    look.fill(Qt::transparent);
+    QPainter lp(&look);
+    draw(lp, face);
+    lp.end();
+    m_cache->insert(key, look);
+    p.drawPixmap(0, 0, look);
+}
+
+void ButtonPainter::draw(QPainter &p, const ButtonFace &face) const
+{
+    p.setRenderHint(QPainter::Antialiasing);
+    paintBody(p, face);
+    paintIcon(p);
+    paintCaption(p, face.captionColor);
+}
+
+ButtonRenderCache::Key ButtonPainter::cacheKey(const ButtonFace &face) const
+{
+    ButtonRenderCache::Key key;
+    key.size = m_button->size();
+    key.dpr = m_button->devicePixelRatioF();
+    key.face = face;
+    key.look = m_look;
+    key.text = m_button->text();
+    key.font = m_button->font();
+    const QIcon icon = m_button->icon();
+    key.iconKey = icon.isNull() ? 0 : icon.cacheKey();
+    key.iconSize = m_button->iconSize();
+    key.alignment = int(m_button->alignment());
+    key.enabled = m_button->isEnabled();
+    key.down = m_button->isDown();
+    key.checked = m_button->isChecked();
+    key.checkable = m_button->isCheckable();
+    key.light = m_button->palette().color(QPalette::Light).rgba();
+    key.dark = m_button->palette().color(QPalette::Dark).rgba();
+    return key;
 }
 
 bool ButtonPainter::isSunken() const
@@ -51,13 +97,35 @@ bool ButtonPainter::isSunken() const
     return m_button->isDown() || (m_button->isCheckable() && m_button->isChecked());
 }
 
-void ButtonPainter::paintBody(const ButtonFace &face) const
+bool ButtonPainter::hasBevel(const ButtonFace &face) const
 {
-    QPainter p(m_button);
-    p.setRenderHint(QPainter::Antialiasing);
-    const QRect r = m_button->rect();
-    QRect current = r;
+    return face.picture.isNull() && m_button->isEnabled();
+}
 
+void ButtonPainter::paintBody(QPainter &p, const ButtonFace &face) const
+{
+    drawBody(p, face);
+    if (face.focusFrame) {
+        const QRect current = hasBevel(face) ? bevelRect() : m_button->rect();
+        p.save();
+        p.setPen(QPen(Qt::black, 0, Qt::DotLine));
+        p.setBrush(Qt::NoBrush);
+        p.translate(0.5, 0.5);
+        p.drawRect(QRectF(QPointF(current.left() + 2, current.top() + 2),
+                          QPointF(current.right() - 2, current.bottom() - 2)));
+        p.restore();
+    }
+}
+
+QRect ButtonPainter::bevelRect() const
+{
+    const QRect r = m_button->rect();
+    return QRect(QPoint(r.left() + 2, r.top() + 2), QPoint(r.right() - 1, r.bottom() - 1));
+}
+
+void ButtonPainter::drawBody(QPainter &p, const ButtonFace &face) const
+{
+    const QRect r = m_button->rect();
     if (face.picture.isNull()) {
         if (m_look.borderEnabled)
             p.setPen(QPen(m_look.borderColor, 0));
@@ -67,15 +135,14 @@ void ButtonPainter::paintBody(const ButtonFace &face) const
         const qreal radius = m_look.cornersRadius;
         p.drawRoundedRect(QRectF(r), radius, radius, Qt::AbsoluteSize);
 
-        if (m_button->isEnabled()) {
+        if (hasBevel(face)) {
             const QPalette &pal = m_button->palette();
             const QColor light = pal.color(QPalette::Light);
             const QColor dark = pal.color(QPalette::Dark);
-            current = QRect(QPoint(r.left() + 2, r.top() + 2), QPoint(r.right() - 1, r.bottom() - 1));
             if (isSunken())
-                drawBevel(p, current, m_look.cornersRadius / 2, dark, light);
+                drawBevel(p, bevelRect(), m_look.cornersRadius / 2, dark, light);
             else
-                drawBevel(p, current, m_look.cornersRadius / 2, light, dark);
+                drawBevel(p, bevelRect(), m_look.cornersRadius / 2, light, dark);
         }
     } else {
         p.drawPixmap(r, face.picture);
@@ -84,14 +151,6 @@ void ButtonPainter::paintBody(const ButtonFace &face) const
             p.setBrush(Qt::NoBrush);
             p.drawRect(QRectF(r));
         }
-    }
-
-    if (face.focusFrame) {
-        p.setPen(QPen(Qt::black, 0, Qt::DotLine));
-        p.setBrush(Qt::NoBrush);
-        p.translate(0.5, 0.5);
-        p.drawRect(QRectF(QPointF(current.left() + 2, current.top() + 2),
-                          QPointF(current.right() - 2, current.bottom() - 2)));
     }
 }
 
@@ -112,13 +171,11 @@ QRect ButtonPainter::iconRect() const
     return QRect(QPoint(x, y), size);
 }
 
-void ButtonPainter::paintIcon() const
+void ButtonPainter::paintIcon(QPainter &p) const
 {
     const QIcon icon = m_button->icon();
     if (icon.isNull())
         return;
-    QPainter p(m_button);
-    p.setRenderHint(QPainter::Antialiasing);
     const QRect target = iconRect();
     p.drawPixmap(target, icon.pixmap(target.size(), QIcon::Normal, QIcon::Off));
 }
@@ -156,10 +213,8 @@ Qt::Alignment ButtonPainter::captionFlags() const
     return m_button->alignment();
 }
 
-void ButtonPainter::paintCaption(const QColor &pen) const
+void ButtonPainter::paintCaption(QPainter &p, const QColor &pen) const
 {
-    QPainter p(m_button);
-    p.setRenderHint(QPainter::Antialiasing);
     p.setPen(pen);
     p.setFont(m_button->font());
     p.drawText(captionRect(), int(captionFlags()), m_button->text());

@@ -3,9 +3,12 @@
 
 #include "buttonface.h"
 #include "buttonlook.h"
+#include "buttonrendercache.h"
 #include "hmiwidgets_export.h"
 
 #include <QRect>
+
+class QPainter;
 
 class AbstractButton;
 
@@ -21,14 +24,15 @@ class AbstractButton;
 class HMIWIDGETS_EXPORT ButtonPainter
 {
 public:
-    ButtonPainter(AbstractButton *button, const ButtonLook &look);
+    // With a cache, looks painted before are blitted from it.
+    ButtonPainter(AbstractButton *button, const ButtonLook &look, ButtonRenderCache *cache = nullptr);
 
-    // Body, icon and caption, in that order, each with its own antialiased painter.
+    // Body, icon and caption, in that order, with one antialiased painter.
     void paint(const ButtonFace &face) const;
 
-    void paintBody(const ButtonFace &face) const;
-    void paintIcon() const;
-    void paintCaption(const QColor &pen) const;
+    void paintBody(QPainter &p, const ButtonFace &face) const;
+    void paintIcon(QPainter &p) const;
+    void paintCaption(QPainter &p, const QColor &pen) const;
 
     // Where the icon goes, and where and how the caption is drawn (including the pressed shift).
     QRect iconRect() const;
@@ -38,8 +42,15 @@ public:
     bool isSunken() const;
 
 private:
+    bool hasBevel(const ButtonFace &face) const;
+    QRect bevelRect() const;
+    ButtonRenderCache::Key cacheKey(const ButtonFace &face) const;
+    void draw(QPainter &p, const ButtonFace &face) const;
+    void drawBody(QPainter &p, const ButtonFace &face) const;
+
     AbstractButton *m_button;
     ButtonLook m_look;
+    ButtonRenderCache *m_cache;
 };
 
 #endif // BUTTONPAINTER_H

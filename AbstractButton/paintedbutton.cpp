@@ -89,7 +89,7 @@ void PaintedButton::ResetPictureDisabled() { setPicture(FaceState::Disabled, QPi
 
 void PaintedButton::paintEvent(QPaintEvent *)
 {
-    ButtonPainter(this, m_look).paint(face());
+    ButtonPainter(this, m_look, &m_renderCache).paint(face());
 }
 
 // The base's focus handling is replaced: the flag only decides the focus frame.

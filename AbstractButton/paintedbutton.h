@@ -3,6 +3,7 @@
 
 #include "abstractbutton.h"
 #include "buttonface.h"
+#include "buttonrendercache.h"
 #include "buttonlook.h"
 #include "hmiwidgets_export.h"
 #include "interactionstate.h"
@@ -115,6 +116,7 @@ private:
     FaceColors m_colors;
     std::array<QPixmap, 5> m_pictures;
     bool m_focus = false;
+    ButtonRenderCache m_renderCache;
 };
 
 #endif
