@@ -52,6 +52,7 @@ public:
     BitAddress colorBit;
     BitAddress writeBit;
     bool bitOnVisible = true;
+    bool chnNoVarEnable = false;
     int group = -1;
     int id = -1;
     UserLevel enablingLevel = NoLevel;
@@ -207,8 +208,9 @@ QStringList FunctionButton::textValueList() const { return d->textValueList; }
 void FunctionButton::SetTextValueList(const QStringList &values) { d->textValueList = values; }
 QStringList FunctionButton::textStringList() const { return d->textStringList; }
 void FunctionButton::SetTextStringList(const QStringList &captions) { d->textStringList = captions; }
-bool FunctionButton::ChnNoVarEnable() const { return d->binding.chnNoVarEnable(); }
-void FunctionButton::SetChnNoVarEnable(bool enable) { d->binding.setChnNoVarEnable(enable); }
+// Kept for the application only: this button writes and registers on its own channel.
+bool FunctionButton::ChnNoVarEnable() const { return d->chnNoVarEnable; }
+void FunctionButton::SetChnNoVarEnable(bool enable) { d->chnNoVarEnable = enable; }
 
 void FunctionButton::setEnabled(bool enabled) { d->binding.setEnabledRequest(enabled); }
 void FunctionButton::updateAuthority(int authority) { d->binding.updateAuthority(authority); }

@@ -418,19 +418,22 @@ private slots:
         QTest::addColumn<bool>("bitBefore"); // the write bit's value when pressed
         QTest::addColumn<bool>("dragOut");   // leave the button before releasing
         QTest::addColumn<QList<QVariantList>>("onPress");
+        QTest::addColumn<bool>("chnNoVar"); // stored for the application only
 
         // setBit(channel 1, User, 100, 5, value, link 3).
         auto write = [](bool value) { return QVariantList{1, 7, 100, 5, value, 3}; };
         using Writes = QList<QVariantList>;
-        QTest::newRow("SetOn") << int(FunctionButton::SetOn) << false << false << Writes{write(true)};
-        QTest::newRow("SetOff") << int(FunctionButton::SetOff) << true << false << Writes{write(false)};
-        QTest::newRow("KeepOn") << int(FunctionButton::KeepOn) << false << false << Writes{write(true)};
-        QTest::newRow("KeepOff") << int(FunctionButton::KeepOff) << true << false << Writes{write(false)};
-        QTest::newRow("KeepOn dragged out") << int(FunctionButton::KeepOn) << false << true << Writes{write(true)};
-        QTest::newRow("KeepOff dragged out") << int(FunctionButton::KeepOff) << true << true << Writes{write(false)};
-        QTest::newRow("Invert of 0") << int(FunctionButton::Invert) << false << false << Writes{write(true)};
-        QTest::newRow("Invert of 1") << int(FunctionButton::Invert) << true << false << Writes{write(false)};
-        QTest::newRow("unknown action") << 5 << false << false << Writes{};
+        QTest::newRow("SetOn") << int(FunctionButton::SetOn) << false << false << Writes{write(true)} << false;
+        QTest::newRow("SetOff") << int(FunctionButton::SetOff) << true << false << Writes{write(false)} << false;
+        QTest::newRow("KeepOn") << int(FunctionButton::KeepOn) << false << false << Writes{write(true)} << false;
+        QTest::newRow("KeepOff") << int(FunctionButton::KeepOff) << true << false << Writes{write(false)} << false;
+        QTest::newRow("KeepOn dragged out") << int(FunctionButton::KeepOn) << false << true << Writes{write(true)} << false;
+        QTest::newRow("KeepOff dragged out") << int(FunctionButton::KeepOff) << true << true << Writes{write(false)} << false;
+        QTest::newRow("Invert of 0") << int(FunctionButton::Invert) << false << false << Writes{write(true)} << false;
+        QTest::newRow("Invert of 1") << int(FunctionButton::Invert) << true << false << Writes{write(false)} << false;
+        QTest::newRow("SetOn, current channel not used") << int(FunctionButton::SetOn) << false << false
+                                                         << Writes{write(true)} << true;
+        QTest::newRow("unknown action") << 5 << false << false << Writes{} << false;
     }
     void press()
     {
@@ -438,6 +441,7 @@ private slots:
         QFETCH(bool, bitBefore);
         QFETCH(bool, dragOut);
         QFETCH(QList<QVariantList>, onPress);
+        QFETCH(bool, chnNoVar);
 
         Panel panel;
         ProbeButton *b = panel.button;
@@ -447,6 +451,8 @@ private slots:
         b->SetWriteAddress(100);
         b->SetWriteBitIndex(5);
         b->SetAction(FunctionButton::Action(action));
+        b->SetChnNoVarEnable(chnNoVar);
+        panel.app.memory().setWord(0, 0, QeltApp::Com, QeltApp::CurrentChannelAddress, 4);
         panel.app.memory().setBit(3, 1, QeltApp::User_BIT, 100, 5, bitBefore);
         panel.form.show();
         QVERIFY(QTest::qWaitForWindowExposed(&panel.form));
