@@ -1,0 +1,198 @@
+#include "formwindowhost.h"
+
+#include <QtDesigner/QDesignerActionEditorInterface>
+#include <QtDesigner/QDesignerFormEditorInterface>
+#include <QtDesigner/QDesignerFormWindowCursorInterface>
+#include <QtDesigner/QDesignerFormWindowInterface>
+#include <QtDesigner/QDesignerFormWindowManagerInterface>
+#include <QtDesigner/QDesignerObjectInspectorInterface>
+#include <QtDesigner/QDesignerPropertyEditorInterface>
+#include <QtDesigner/QDesignerPropertySheetExtension>
+#include <QtDesigner/QExtensionManager>
+
+#include <QDir>
+#include <QFileInfo>
+
+FormWindowHost::FormWindowHost(QDesignerFormEditorInterface *core)
+    : DesignerHost(core)
+    , m_core(core)
+{
+    QDesignerFormWindowManagerInterface *manager = core->formWindowManager();
+    if (manager) {
+        for (int i = 0; i < manager->formWindowCount(); ++i)
+            watchForm(manager->formWindow(i));
+        connect(manager, &QDesignerFormWindowManagerInterface::formWindowAdded, this,
+                &FormWindowHost::watchForm);
+        connect(manager, &QDesignerFormWindowManagerInterface::activeFormWindowChanged, this,
+                &FormWindowHost::connectPropertyEditor);
+    }
+    connectPropertyEditor();
+}
+
+FormWindowHost::~FormWindowHost() = default;
+
+FormWindowHost *FormWindowHost::installFor(QDesignerFormEditorInterface *core)
+{
+    if (!core)
+        return nullptr;
+    auto *installed = qobject_cast<FormWindowHost *>(DesignerHost::instance());
+    if (installed && installed->core() == core)
+        return installed;
+    auto *host = new FormWindowHost(core);
+    DesignerHost::install(host);
+    return host;
+}
+
+QDesignerFormWindowInterface *FormWindowHost::form(QWidget *formWindow)
+{
+    return qobject_cast<QDesignerFormWindowInterface *>(formWindow);
+}
+
+void FormWindowHost::watchForm(QDesignerFormWindowInterface *form)
+{
+    if (!form)
+        return;
+    connect(form, &QDesignerFormWindowInterface::selectionChanged, this, &FormWindowHost::formSelectionChanged,
+            Qt::UniqueConnection);
+    connectPropertyEditor();
+}
+
+void FormWindowHost::formSelectionChanged()
+{
+    if (auto *f = qobject_cast<QDesignerFormWindowInterface *>(sender()))
+        Q_EMIT selectionChanged(f);
+}
+
+void FormWindowHost::connectPropertyEditor()
+{
+    QDesignerPropertyEditorInterface *editor = m_core ? m_core->propertyEditor() : nullptr;
+    if (!editor || editor == m_propertyEditor)
+        return;
+    if (m_propertyEditor)
+        disconnect(m_propertyEditor, nullptr, this, nullptr);
+    m_propertyEditor = editor;
+    connect(editor, &QDesignerPropertyEditorInterface::propertyChanged, this, &DesignerHost::propertyChanged);
+}
+
+QWidget *FormWindowHost::formWindow(QWidget *widget) const
+{
+    return widget ? QDesignerFormWindowInterface::findFormWindow(widget) : nullptr;
+}
+
+QString FormWindowHost::fileName(QWidget *formWindow) const
+{
+    QDesignerFormWindowInterface *f = form(formWindow);
+    return f ? f->fileName() : QString();
+}
+
+QString FormWindowHost::projectPath(QWidget *formWindow) const
+{
+    const QString file = fileName(formWindow);
+    return file.isEmpty() ? QDir::currentPath() : QFileInfo(file).absolutePath();
+}
+
+void FormWindowHost::markPropertyChanged(QWidget *widget, const QString &name)
+{
+    if (!m_core || !widget)
+        return;
+    auto *sheet = qt_extension<QDesignerPropertySheetExtension *>(m_core->extensionManager(), widget);
+    const int index = sheet ? sheet->indexOf(name) : -1;
+    if (index >= 0)
+        sheet->setChanged(index, true);
+}
+
+void FormWindowHost::setSheetProperty(QWidget *widget, const QString &name, const QVariant &value)
+{
+    if (!m_core || !widget)
+        return;
+    auto *sheet = qt_extension<QDesignerPropertySheetExtension *>(m_core->extensionManager(), widget);
+    const int index = sheet ? sheet->indexOf(name) : -1;
+    if (index < 0) {
+        widget->setProperty(name.toUtf8().constData(), value);
+        return;
+    }
+    sheet->setProperty(index, value);
+    sheet->setChanged(index, true); // what is set here is meant to be saved
+}
+
+void FormWindowHost::setUndoableProperty(QWidget *widget, const QString &name, const QVariant &value)
+{
+    if (QDesignerFormWindowInterface *f = widget ? QDesignerFormWindowInterface::findFormWindow(widget) : nullptr)
+        f->cursor()->setWidgetProperty(widget, name, value);
+}
+
+void FormWindowHost::beginCommand(QWidget *formWindow, const QString &description)
+{
+    if (QDesignerFormWindowInterface *f = form(formWindow))
+        f->beginCommand(description);
+}
+
+void FormWindowHost::endCommand(QWidget *formWindow)
+{
+    if (QDesignerFormWindowInterface *f = form(formWindow))
+        f->endCommand();
+}
+
+void FormWindowHost::clearSelection(QWidget *formWindow)
+{
+    if (QDesignerFormWindowInterface *f = form(formWindow))
+        f->clearSelection();
+}
+
+void FormWindowHost::selectWidget(QWidget *formWindow, QWidget *widget, bool select)
+{
+    if (QDesignerFormWindowInterface *f = form(formWindow))
+        f->selectWidget(widget, select);
+}
+
+bool FormWindowHost::isSelected(QWidget *formWindow, QWidget *widget) const
+{
+    QDesignerFormWindowInterface *f = form(formWindow);
+    return f && widget && f->cursor()->isWidgetSelected(widget);
+}
+
+void FormWindowHost::manageWidget(QWidget *formWindow, QWidget *widget)
+{
+    QDesignerFormWindowInterface *f = form(formWindow);
+    if (!f || !widget || f->isManaged(widget))
+        return;
+    f->ensureUniqueObjectName(widget);
+    f->manageWidget(widget);
+}
+
+void FormWindowHost::unmanageWidget(QWidget *formWindow, QWidget *widget)
+{
+    QDesignerFormWindowInterface *f = form(formWindow);
+    if (f && widget && f->isManaged(widget))
+        f->unmanageWidget(widget);
+}
+
+void FormWindowHost::markDirty(QWidget *formWindow)
+{
+    if (QDesignerFormWindowInterface *f = form(formWindow))
+        f->setDirty(true);
+}
+
+void FormWindowHost::refreshEditors(QWidget *formWindow)
+{
+    QDesignerFormWindowInterface *f = form(formWindow);
+    if (!f || !m_core)
+        return;
+    if (QDesignerObjectInspectorInterface *inspector = m_core->objectInspector())
+        inspector->setFormWindow(f);
+    if (QDesignerActionEditorInterface *actions = m_core->actionEditor())
+        actions->setFormWindow(f);
+    if (QDesignerPropertyEditorInterface *editor = m_core->propertyEditor()) {
+        // Show the object again so that the editor re-reads its property sheet.
+        QObject *shown = editor->object();
+        editor->setObject(shown ? shown : f->mainContainer());
+    }
+    f->emitSelectionChanged();
+    connectPropertyEditor();
+}
+
+QObject *FormWindowHost::propertyEditorObject() const
+{
+    QDesignerPropertyEditorInterface *editor = m_core ? m_core->propertyEditor() : nullptr;
+    return editor ? editor->object() : nullptr;
+}

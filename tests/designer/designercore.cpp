@@ -1,0 +1,113 @@
+#include "designercore.h"
+
+#include <QtDesigner/QDesignerComponents>
+#include <QtDesigner/QDesignerFormEditorInterface>
+#include <QtDesigner/QDesignerFormWindowInterface>
+#include <QtDesigner/QDesignerFormWindowManagerInterface>
+#include <QtDesigner/QDesignerIntegration>
+#include <QtDesigner/QDesignerActionEditorInterface>
+#include <QtDesigner/QDesignerObjectInspectorInterface>
+#include <QtDesigner/QDesignerPropertyEditorInterface>
+
+#include <QMainWindow>
+#include <QUndoStack>
+#include <QtGlobal>
+
+namespace {
+DesignerCore *theCore = nullptr;
+}
+
+DesignerCore &DesignerCore::instance()
+{
+    if (!theCore)
+        theCore = new DesignerCore;
+    return *theCore;
+}
+
+void DesignerCore::release()
+{
+    delete theCore;
+    theCore = nullptr;
+}
+
+DesignerCore::DesignerCore()
+{
+    m_topLevel = new QMainWindow;
+    m_core = QDesignerComponents::createFormEditor(m_topLevel);
+    m_core->setTopLevel(m_topLevel);
+    QDesignerComponents::createTaskMenu(m_core, m_topLevel);
+    QDesignerComponents::initializePlugins(m_core);
+    // Designer makes its tool windows after the plugins, before any form.
+    m_core->setPropertyEditor(QDesignerComponents::createPropertyEditor(m_core, m_topLevel));
+    m_core->setObjectInspector(QDesignerComponents::createObjectInspector(m_core, m_topLevel));
+    m_core->setActionEditor(QDesignerComponents::createActionEditor(m_core, m_topLevel));
+    // Without an integration createFormWindow crashes.
+    m_integration = new QDesignerIntegration(m_core, m_topLevel);
+}
+
+DesignerCore::~DesignerCore()
+{
+    closeForms();
+    // The tool windows use the core while they go: they go first, the core last.
+    delete m_integration;
+    delete m_core->actionEditor();
+    delete m_core->objectInspector();
+    delete m_core->propertyEditor();
+    delete m_core;
+    delete m_topLevel;
+}
+
+QWidget *DesignerCore::topLevel() const
+{
+    return m_topLevel;
+}
+
+QDesignerFormWindowInterface *DesignerCore::createForm(const QString &uiDocument)
+{
+    QDesignerFormWindowManagerInterface *manager = m_core->formWindowManager();
+    QDesignerFormWindowInterface *form = manager->createFormWindow(nullptr, Qt::Window);
+    const QString contents = uiDocument.isEmpty() ? formDocument(QString()) : uiDocument;
+    if (!form->setContents(contents)) {
+        qWarning("Designer refused the form: %s", qPrintable(contents));
+        manager->removeFormWindow(form);
+        delete form;
+        return nullptr;
+    }
+    manager->setActiveFormWindow(form);
+    form->commandHistory()->clear();
+    form->setDirty(false);
+    return form;
+}
+
+void DesignerCore::closeForms()
+{
+    QDesignerFormWindowManagerInterface *manager = m_core->formWindowManager();
+    while (manager->formWindowCount() > 0) {
+        QDesignerFormWindowInterface *form = manager->formWindow(0);
+        manager->removeFormWindow(form);
+        delete form;
+    }
+}
+
+QString DesignerCore::formDocument(const QString &childWidgets)
+{
+    return QStringLiteral("<ui version=\"4.0\">\n"
+                          " <class>Form</class>\n"
+                          " <widget class=\"QWidget\" name=\"Form\">\n"
+                          "  <property name=\"geometry\"><rect><x>0</x><y>0</y><width>400</width>"
+                          "<height>300</height></rect></property>\n"
+                          "%1"
+                          " </widget>\n"
+                          "</ui>\n")
+        .arg(childWidgets);
+}
+
+QWidget *DesignerCore::formWidget(QDesignerFormWindowInterface *form, const QString &objectName)
+{
+    QWidget *container = form ? form->mainContainer() : nullptr;
+    if (!container)
+        return nullptr;
+    if (container->objectName() == objectName)
+        return container;
+    return container->findChild<QWidget *>(objectName);
+}

@@ -1,0 +1,52 @@
+#ifndef DESIGNERCORE_H
+#define DESIGNERCORE_H
+
+#include <QString>
+#include <QWidget>
+
+class QDesignerFormEditorInterface;
+class QDesignerFormWindowInterface;
+class QDesignerIntegration;
+class QMainWindow;
+
+// The real Qt Designer core for tests, offscreen: a form editor with its task menus, property
+// editor, object inspector and action editor, and the plugins found on QT_PLUGIN_PATH initialised
+// (the test sets QT_PLUGIN_PATH to the build's plugins folder). Form windows are made from .ui text.
+//
+// One core per process, as in Designer: descriptors initialise once, with the first core that asks,
+// so a second core would have no task menus and no designer host. Make it after the QApplication,
+// close the forms a test made with closeForms(), and call release() from cleanupTestCase().
+class DesignerCore
+{
+public:
+    static DesignerCore &instance();
+    static void release();
+
+    QDesignerFormEditorInterface *core() const { return m_core; }
+    QWidget *topLevel() const;
+
+    // A new, active form window holding the given .ui document (a plain QWidget form when empty),
+    // clean and with an empty undo stack. Null (with a warning) when Designer refuses the document.
+    QDesignerFormWindowInterface *createForm(const QString &uiDocument = QString());
+    // Removes and deletes every form window.
+    void closeForms();
+
+    // A .ui document: a QWidget form "Form" of 400 x 300 holding the given <widget> elements.
+    static QString formDocument(const QString &childWidgets);
+    // The form's widget of that object name (the form itself included), or null.
+    static QWidget *formWidget(QDesignerFormWindowInterface *form, const QString &objectName);
+    template <class T> static T *formWidget(QDesignerFormWindowInterface *form, const QString &objectName)
+    {
+        return qobject_cast<T *>(formWidget(form, objectName));
+    }
+
+private:
+    DesignerCore();
+    ~DesignerCore();
+
+    QMainWindow *m_topLevel = nullptr;
+    QDesignerFormEditorInterface *m_core = nullptr;
+    QDesignerIntegration *m_integration = nullptr;
+};
+
+#endif
