@@ -1,0 +1,55 @@
+#ifndef CUSTOMWIDGETPLUGIN_H
+#define CUSTOMWIDGETPLUGIN_H
+
+#include <QObject>
+#include <QtGlobal>
+#include <QtUiPlugin/QDesignerCustomWidgetInterface>
+
+class QExtensionFactory;
+class QExtensionManager;
+
+// What the descriptors of our widgets share: the fixed answers, the initialised flag, and
+// initialize() installing the designer host and registering the widget's task-menu factory once.
+// A descriptor supplies its description, createWidget() and its factory.
+class CustomWidgetPlugin : public QObject, public QDesignerCustomWidgetInterface
+{
+    Q_OBJECT
+    Q_INTERFACES(QDesignerCustomWidgetInterface)
+public:
+    struct Description
+    {
+        QString name;
+        QString group;
+        QString iconPath;
+        QString includeFile;
+        QString domXml;
+        bool container = false;
+    };
+
+    QString name() const override;
+    QString group() const override;
+    QString toolTip() const override;
+    QString whatsThis() const override;
+    QString includeFile() const override;
+    QIcon icon() const override;
+    bool isContainer() const override;
+    bool isInitialized() const override;
+    void initialize(QDesignerFormEditorInterface *core) override;
+    QString domXml() const override;
+    QString codeTemplate() const override;
+
+    // The initial form XML of a text button, with its multi-line string properties.
+    static QString textButtonDomXml(const QString &className, const QString &objectName, int width, int height,
+                                    const QString &text, const QStringList &multiLineProperties);
+
+protected:
+    CustomWidgetPlugin(const Description &description, QObject *parent);
+    // The widget's task-menu factory, made with the manager as its parent; null for none.
+    virtual QExtensionFactory *createTaskMenuFactory(QExtensionManager *manager) const = 0;
+
+private:
+    Description m_description;
+    bool m_initialized = false;
+};
+
+#endif
