@@ -2,11 +2,21 @@
 
 #include "updatevariableinterface.h"
 
-QVariantList RecordingQeltApp::Registration::arguments() const
+namespace {
+// Takes a copy: a callback may register or remove while the delivery runs.
+template<typename Value>
+int deliverTo(QList<UiRegistration> registrations, QWidget *widget, int index, const Value &value)
 {
-    return {index, comId, channel, dataClass, address, bitType, bitIndex,
-            format1, format2, format3, format4, reserved, asText};
+    int count = 0;
+    for (const UiRegistration &r : registrations) {
+        if (r.widget && r.widget == widget && r.index == index) {
+            r.callback->updateData(index, value);
+            ++count;
+        }
+    }
+    return count;
 }
+} // namespace
 
 void RecordingQeltApp::log(const char *name, const QVariantList &args)
 {
@@ -61,23 +71,8 @@ void RecordingQeltApp::registerUIVariable(QWidget *form, QWidget *widget,
                                           int bitIndex, int format1, int format2, int format3,
                                           int format4, int reserved, bool asText)
 {
-    Registration r;
-    r.form = form;
-    r.widget = widget;
-    r.callback = callback;
-    r.index = index;
-    r.comId = comId;
-    r.channel = channel;
-    r.dataClass = dataClass;
-    r.address = address;
-    r.bitType = bitType;
-    r.bitIndex = bitIndex;
-    r.format1 = format1;
-    r.format2 = format2;
-    r.format3 = format3;
-    r.format4 = format4;
-    r.reserved = reserved;
-    r.asText = asText;
+    const Registration r{form,      widget,  callback, index,    comId,   channel, dataClass, address,
+                         bitType,   bitIndex, format1, format2, format3, format4, reserved, asText};
     m_registrations.append(r);
     log("registerUIVariable", QVariantList{pointer(form), pointer(widget), pointer(callback)} + r.arguments());
 }
@@ -121,26 +116,10 @@ void RecordingQeltApp::setKeypadAnswer(const QString &text, bool ok)
 
 int RecordingQeltApp::deliver(QWidget *widget, int index, int value)
 {
-    int count = 0;
-    const QList<Registration> regs = m_registrations;
-    for (const Registration &r : regs) {
-        if (r.widget == widget && r.index == index && r.widget) {
-            r.callback->updateData(index, value);
-            ++count;
-        }
-    }
-    return count;
+    return deliverTo(m_registrations, widget, index, value);
 }
 
 int RecordingQeltApp::deliverText(QWidget *widget, int index, const QString &text)
 {
-    int count = 0;
-    const QList<Registration> regs = m_registrations;
-    for (const Registration &r : regs) {
-        if (r.widget == widget && r.index == index && r.widget) {
-            r.callback->updateData(index, text);
-            ++count;
-        }
-    }
-    return count;
+    return deliverTo(m_registrations, widget, index, text);
 }

@@ -3,6 +3,7 @@
 
 #include "hmiplatform_export.h"
 #include "qeltapp.h"
+#include "uiregistration.h"
 #include "variablememory.h"
 
 #include <QList>
@@ -21,17 +22,7 @@ public:
         QString name;
         QVariantList args;
     };
-    struct Registration
-    {
-        QWidget *form = nullptr;
-        QPointer<QWidget> widget;
-        norvo_v0::UpdateVariableInterface *callback = nullptr;
-        int index = 0, comId = 0, channel = 0, dataClass = 0, address = 0, bitType = 0, bitIndex = 0;
-        int format1 = 0, format2 = 0, format3 = 0, format4 = 0, reserved = 0;
-        bool asText = false;
-        // The twelve ints and the flag, in the call's order.
-        QVariantList arguments() const;
-    };
+    using Registration = UiRegistration;
 
     bool getBit(int channel, int bitType, int address, int bitIndex, int comId) override;
     void setBit(int channel, BitType bitType, int address, int bitIndex, bool value, int comId) override;

@@ -62,25 +62,12 @@ void SimulatedController::registerUIVariable(QWidget *form, QWidget *widget,
                                              int bitType, int bitIndex, int format1, int format2,
                                              int format3, int format4, int reserved, bool asText)
 {
-    Q_UNUSED(reserved)
     if (!form || !widget || !callback)
         return;
     Registration r;
-    r.form = form;
-    r.widget = widget;
-    r.callback = callback;
-    r.index = index;
-    r.comId = comId;
-    r.channel = channel;
-    r.dataClass = dataClass;
-    r.address = address;
-    r.bitType = bitType;
-    r.bitIndex = bitIndex;
-    r.format1 = format1;
-    r.format2 = format2;
-    r.format3 = format3;
-    r.format4 = format4;
-    r.asText = asText;
+    static_cast<UiRegistration &>(r) = UiRegistration{form,    widget,  callback, index,   comId,   channel,
+                                                      dataClass, address, bitType, bitIndex, format1, format2,
+                                                      format3, format4, reserved, asText};
     m_registrations.insert(m_nextId++, r);
     connect(form, &QObject::destroyed, this, &SimulatedController::dropForm, Qt::UniqueConnection);
     if (m_running && m_activeForms.contains(form))

@@ -3,6 +3,7 @@
 
 #include "hmiplatform_export.h"
 #include "qeltapp.h"
+#include "uiregistration.h"
 #include "variablememory.h"
 
 #include <QHash>
@@ -46,14 +47,8 @@ Q_SIGNALS:
     void dataChanged(int comId, int channel, int dataClass, int address, int value);
 
 private:
-    struct Registration
+    struct Registration : UiRegistration
     {
-        QPointer<QWidget> form;
-        QPointer<QWidget> widget;
-        norvo_v0::UpdateVariableInterface *callback = nullptr;
-        int index = 0, comId = 0, channel = 0, dataClass = -1, address = 0, bitType = -1, bitIndex = 0;
-        int format1 = 0, format2 = 0, format3 = 0, format4 = 0;
-        bool asText = false;
         bool delivered = false;
         qint32 lastValue = 0;
     };
