@@ -31,8 +31,11 @@ void CustomWidgetPlugin::initialize(QDesignerFormEditorInterface *core)
         return;
     FormWindowHost::installFor(core);
     QExtensionManager *manager = core->extensionManager();
-    if (QExtensionFactory *factory = createTaskMenuFactory(manager))
+    if (QExtensionFactory *factory = createTaskMenuFactory(manager)) {
+        // Qt 5 and 6 Designer ask by their own id; hosts of the Qt 4 interfaces by the old one.
         manager->registerExtensions(factory, QStringLiteral("com.trolltech.Qt.Designer.TaskMenu"));
+        manager->registerExtensions(factory, Q_TYPEID(QDesignerTaskMenuExtension));
+    }
     m_initialized = true;
 }
 

@@ -118,7 +118,26 @@ void FormWindowHost::setSheetProperty(QWidget *widget, const QString &name, cons
 void FormWindowHost::setUndoableProperty(QWidget *widget, const QString &name, const QVariant &value)
 {
     if (QDesignerFormWindowInterface *f = widget ? QDesignerFormWindowInterface::findFormWindow(widget) : nullptr)
-        f->cursor()->setWidgetProperty(widget, name, value);
+        setCursorProperty(f, widget, name, value);
+}
+
+bool FormWindowHost::setCursorProperty(QDesignerFormWindowInterface *form, QWidget *widget, const QString &name,
+                                       const QVariant &value)
+{
+    if (!form || !widget)
+        return false;
+    auto *sheet = qt_extension<QDesignerPropertySheetExtension *>(form->core()->extensionManager(), widget);
+    const int index = sheet ? sheet->indexOf(name) : -1;
+    if (index < 0)
+        return false;
+    // The cursor takes only properties the sheet shows; a hidden one is shown just while it records.
+    const bool hidden = !sheet->isVisible(index);
+    if (hidden)
+        sheet->setVisible(index, true);
+    form->cursor()->setWidgetProperty(widget, name, value);
+    if (hidden)
+        sheet->setVisible(index, false);
+    return true;
 }
 
 void FormWindowHost::beginCommand(QWidget *formWindow, const QString &description)

@@ -25,6 +25,12 @@ public:
 
     QDesignerFormEditorInterface *core() const { return m_core; }
 
+    // Sets a property of a form's widget through the form's cursor, as one undoable change. Also for
+    // properties hidden from the property editor (DESIGNABLE false, such as stored text buffers),
+    // which Qt 6 Designer's cursor refuses by itself. False when the widget has no such property.
+    static bool setCursorProperty(QDesignerFormWindowInterface *form, QWidget *widget, const QString &name,
+                                  const QVariant &value);
+
     QWidget *formWindow(QWidget *widget) const override;
     QString fileName(QWidget *formWindow) const override;
     QString projectPath(QWidget *formWindow) const override;

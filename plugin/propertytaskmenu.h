@@ -55,7 +55,7 @@ public:
 protected:
     QObject *createExtension(QObject *object, const QString &iid, QObject *parent) const override
     {
-        if (iid != QLatin1String("com.trolltech.Qt.Designer.TaskMenu"))
+        if (iid != QLatin1String("com.trolltech.Qt.Designer.TaskMenu") && iid != Q_TYPEID(QDesignerTaskMenuExtension))
             return nullptr;
         if (auto *widget = qobject_cast<Widget *>(object))
             return new Menu(widget, parent);
