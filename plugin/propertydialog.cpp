@@ -138,7 +138,7 @@ void PropertyDialog::commitChanges()
                 continue;
             }
         }
-        form->cursor()->setWidgetProperty(m_widget, QString::fromLatin1(name), value);
+        FormWindowHost::setCursorProperty(form, m_widget, QString::fromLatin1(name), value);
     }
 }
 
