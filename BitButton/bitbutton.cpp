@@ -104,12 +104,19 @@ QString BitButton::offText() const { return d->offText; }
 void BitButton::SetOnText(const QString &text)
 {
     d->onText = text;
-    update();
+    showCaption();
 }
 
 void BitButton::SetOffText(const QString &text)
 {
     d->offText = text;
+    showCaption();
+}
+
+// The caption shown is the base's text; keeping it in step here spares the painting a second pass.
+void BitButton::showCaption()
+{
+    setText(d->state == On ? d->onText : d->offText);
     update();
 }
 
@@ -166,7 +173,7 @@ BitButton::State BitButton::state() const { return d->state; }
 void BitButton::SetState(State state)
 {
     d->state = state;
-    update();
+    showCaption();
 }
 
 void BitButton::setBitOn(bool on) { d->state = on ? On : Off; }
@@ -235,7 +242,7 @@ ButtonFace BitButton::face() const
 {
     ButtonFace face;
     const bool on = d->state == On;
-    // The caption follows the state through the base's text, so the base's accessors see it too.
+    // After setBitOn the base's text may still show the other state; catching up costs one more paint.
     const_cast<BitButton *>(this)->setText(on ? d->onText : d->offText);
     // Hot and checked-hot looks are kept but not shown by this button.
     const FaceState state = !QWidget::isEnabled() ? FaceState::Disabled : on ? FaceState::Pushed : FaceState::Normal;
@@ -295,7 +302,7 @@ void BitButton::updateLanguage(int index)
         QWidget::setFont(*font);
     else if (d->fontMaps.captionFonts.contains(index))
         QWidget::setFont(d->fontMaps.captionFonts.value(index));
-    update();
+    showCaption();
 }
 
 void BitButton::getPluginNameAndListType(QString &name, int &listType)
@@ -353,7 +360,7 @@ void BitButton::setPluginTransText(QList<QStringList> &texts)
         d->onText = d->onTextList.at(current);
     if (current >= 0 && current < d->offTextList.size())
         d->offText = d->offTextList.at(current);
-    update();
+    showCaption();
 }
 
 void BitButton::upDatePluginTextfromWordLib()
@@ -375,5 +382,5 @@ void BitButton::upDatePluginTextfromWordLib()
     };
     refresh(OnSlot, d->onTextList, d->onText);
     refresh(OffSlot, d->offTextList, d->offText);
-    update();
+    showCaption();
 }

@@ -184,6 +184,8 @@ protected:
     ButtonFace face() const override;
 
 private:
+    void showCaption();
+
     class Private;
     std::unique_ptr<Private> const d;
 };
