@@ -42,9 +42,9 @@ void CustomWidgetPlugin::initialize(QDesignerFormEditorInterface *core)
 QString CustomWidgetPlugin::textButtonDomXml(const QString &className, const QString &objectName, int width,
                                              int height, const QString &text, const QStringList &multiLineProperties)
 {
-    QString specifications;
+    QString multiLine;
     for (const QString &property : multiLineProperties)
-        specifications += QStringLiteral("  <stringpropertyspecification name=\"%1\" type=\"multiline\"/>\n").arg(property);
+        multiLine += QStringLiteral("  <stringpropertyspecification name=\"%1\" type=\"multiline\"/>\n").arg(property);
     const QString xml = QStringLiteral("<ui language=\"c++\">\n"
                                        "<widget class=\"%1\" name=\"%2\">\n"
                                        " <property name=\"geometry\">\n"
@@ -75,7 +75,7 @@ QString CustomWidgetPlugin::textButtonDomXml(const QString &className, const QSt
                .arg(QString())
                .arg(QString())
                .arg(text)
-           + specifications
+           + multiLine
            + QStringLiteral(" </propertyspecifications>\n"
                             " </customwidget>\n"
                             " </customwidgets>\n"
