@@ -126,7 +126,6 @@ private Q_SLOTS:
     void malformed();
     void hexFrameLimits();
     void languageState();
-    void perLanguageLookups();
     void wordLibraryRefresh();
     void designerCommit();
 };
@@ -320,16 +319,6 @@ void TestTextCodecs::languageState()
     QCOMPARE(state.current(), 2);
     state.clampTo(2);
     QCOMPARE(state.current(), 0);
-}
-
-void TestTextCodecs::perLanguageLookups()
-{
-    const QStringList texts{QStringLiteral("a"), QStringLiteral("b")};
-    QCOMPARE(LanguageState::textAt(texts, 1), QStringLiteral("b"));
-    QVERIFY(LanguageState::textAt(texts, 2).isEmpty());
-    QVERIFY(LanguageState::textAt(texts, -1).isEmpty());
-    QVERIFY(!LanguageState::fontAt({}, 0).has_value());
-    QCOMPARE(LanguageState::fontAt({QFont(QStringLiteral("X"))}, 0)->family(), QStringLiteral("X"));
 }
 
 void TestTextCodecs::wordLibraryRefresh()
