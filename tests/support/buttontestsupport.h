@@ -1,0 +1,87 @@
+#pragma once
+#include "fontmapcodec.h"
+#include "recordingqeltapp.h"
+#include "textinfocodec.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QMouseEvent>
+
+namespace buttontest {
+
+constexpr int ComId = 2;
+
+// A form as the panel application loads it: a plain QDialog that carries the application object.
+template <typename Button>
+struct PanelOf
+{
+    RecordingQeltApp app;
+    QDialog form;
+    QWidget otherForm; // handed over by setQeltAppAndFormPtr
+    Button *button;
+
+    PanelOf()
+        : button(new Button(&form))
+    {
+        form.setProperty("QeltApp", norvo_v0::QeltApp::toVariant(&app));
+        form.resize(200, 60);
+        button->setGeometry(0, 0, 100, 30);
+    }
+    void attach() { button->ensurePolished(); } // the polish event registers the items
+    void attachBySlot() { button->setQeltAppAndFormPtr(static_cast<norvo_v0::QeltApp *>(&app), &otherForm); }
+};
+
+// registerUIVariable arguments for one item.
+inline QVariantList registration(int index, int channel, int dataClass, int address, int bitType, int bitIndex,
+                                 int comId = ComId)
+{
+    return {index, comId, channel, dataClass, address, bitType, bitIndex, 1, 10, 10, 0, 0, false};
+}
+
+inline QList<QVariantList> argumentsOf(const QList<RecordingQeltApp::Call> &calls)
+{
+    QList<QVariantList> out;
+    for (const RecordingQeltApp::Call &c : calls)
+        out << c.args;
+    return out;
+}
+
+// Mouse move with the left button held, as a drag delivers it.
+inline void dragTo(QWidget *w, const QPoint &pos)
+{
+    QMouseEvent e(QEvent::MouseMove, pos, w->mapToGlobal(pos), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(w, &e);
+}
+
+inline QFont sizedFont(int pointSize) { return QFont(QStringLiteral("Sans"), pointSize); }
+
+inline TextData record(int wordLibId, const QStringList &texts, const QList<int> &fontSizes = {}, int first = 0,
+                       int second = 0)
+{
+    TextData r;
+    r.firstValue = first;
+    r.secondValue = second;
+    r.wordLibId = wordLibId;
+    r.texts = texts;
+    for (int size : fontSizes)
+        r.fonts << sizedFont(size);
+    return r;
+}
+
+inline QString describeRecord(const TextData &r)
+{
+    QStringList fonts;
+    for (const QFont &f : r.fonts)
+        fonts << QString::number(f.pointSize());
+    return QStringLiteral("%1 %2 id %3 [%4] [%5]")
+        .arg(r.firstValue).arg(r.secondValue).arg(r.wordLibId).arg(r.texts.join('|'), fonts.join(','));
+}
+
+inline QByteArray fontMapBuffer(const QMap<int, QFont> &captionFonts)
+{
+    FontMapCodec::Maps maps;
+    maps.captionFonts = captionFonts;
+    return FontMapCodec::encode(maps);
+}
+
+} // namespace buttontest
