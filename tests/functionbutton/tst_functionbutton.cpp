@@ -214,11 +214,9 @@ private slots:
         QTest::addColumn<bool>("widgetEnabled");
         QTest::addColumn<bool>("request");
         QTest::newRow("authority 0, operator 5") << 0 << QStringList{"operator 5"} << true << true;
-        QTest::newRow("authority 3, operator 3") << 3 << QStringList{"operator 3"} << true << true;
         QTest::newRow("authority 3, operator 4") << 3 << QStringList{"operator 4"} << false << true;
         QTest::newRow("authority 7, operator 5") << 7 << QStringList{"operator 5"} << true << true;
         QTest::newRow("enable bit 0") << 0 << QStringList{"bit 0"} << false << false;
-        QTest::newRow("slot after bit 0 wins") << 0 << QStringList{"bit 0", "slot 1"} << true << true;
         QTest::newRow("refused authority outweighs the request")
             << 3 << QStringList{"operator 5", "slot 1", "bit 1"} << false << true;
         QTest::newRow("granted but bit 0") << 7 << QStringList{"bit 0", "operator 5"} << false << false;
@@ -268,12 +266,8 @@ private slots:
         QTest::newRow("colour bit 1") << QStringList{"bit 1"} << on << onText << normal;
         QTest::newRow("three numbers") << QStringList{"name 10,20,30"} << QColor(10, 20, 30) << enabledText
                                        << normal;
-        QTest::newRow("three numbers while the bit is 1")
-            << QStringList{"bit 1", "name 10,20,30"} << QColor(10, 20, 30) << onText << normal;
         QTest::newRow("next bit 1 overwrites")
             << QStringList{"bit 1", "name 10,20,30", "bit 1"} << on << onText << normal;
-        QTest::newRow("next bit 0 overwrites") << QStringList{"name 10,20,30", "bit 0"} << normal << enabledText
-                                               << normal;
         QTest::newRow("two numbers are no colour") << QStringList{"name 10,20"} << QColor() << enabledText
                                                    << normal;
         QTest::newRow("not a number counts 0") << QStringList{"name 10,x,30"} << QColor(10, 0, 30)
@@ -338,10 +332,6 @@ private slots:
             << values << captions << 1 << QList<int>{1, 2} << "B1" << QStringList{"B0", "B1"};
         QTest::newRow("entry without separator") << QStringList{"5"} << QStringList{"Solo"} << 0 << QList<int>{5}
                                                  << "Solo" << QStringList{"Solo"};
-        QTest::newRow("empty parts kept") << QStringList{"5"} << QStringList{"X;;Z"} << 1 << QList<int>{5} << ""
-                                          << QStringList{"X", "", "Z"};
-        QTest::newRow("language beyond the entry") << QStringList{"5"} << QStringList{"Solo"} << 1
-                                                   << QList<int>{5} << "" << QStringList{"Solo"};
         QTest::newRow("unequal counts leave the table empty")
             << values << QStringList{"A0;A1"} << 0 << QList<int>{0} << "init" << before;
         QTest::newRow("later entry with the same value wins")

@@ -30,14 +30,12 @@ struct PanelOf
     void attach() { button->ensurePolished(); } // the polish event registers the items
     void attachBySlot() { button->setQeltAppAndFormPtr(static_cast<norvo_v0::QeltApp *>(&app), &otherForm); }
 };
-
 // registerUIVariable arguments for one item.
 inline QVariantList registration(int index, int channel, int dataClass, int address, int bitType, int bitIndex,
                                  int comId = ComId)
 {
     return {index, comId, channel, dataClass, address, bitType, bitIndex, 1, 10, 10, 0, 0, false};
 }
-
 inline QList<QVariantList> argumentsOf(const QList<RecordingQeltApp::Call> &calls)
 {
     QList<QVariantList> out;
@@ -45,16 +43,13 @@ inline QList<QVariantList> argumentsOf(const QList<RecordingQeltApp::Call> &call
         out << c.args;
     return out;
 }
-
 // Mouse move with the left button held, as a drag delivers it.
 inline void dragTo(QWidget *w, const QPoint &pos)
 {
     QMouseEvent e(QEvent::MouseMove, pos, w->mapToGlobal(pos), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(w, &e);
 }
-
 inline QFont sizedFont(int pointSize) { return QFont(QStringLiteral("Sans"), pointSize); }
-
 inline TextData record(int wordLibId, const QStringList &texts, const QList<int> &fontSizes = {}, int first = 0,
                        int second = 0)
 {
@@ -67,7 +62,6 @@ inline TextData record(int wordLibId, const QStringList &texts, const QList<int>
         r.fonts << sizedFont(size);
     return r;
 }
-
 inline QString describeRecord(const TextData &r)
 {
     QStringList fonts;
@@ -76,7 +70,6 @@ inline QString describeRecord(const TextData &r)
     return QStringLiteral("%1 %2 id %3 [%4] [%5]")
         .arg(r.firstValue).arg(r.secondValue).arg(r.wordLibId).arg(r.texts.join('|'), fonts.join(','));
 }
-
 inline QByteArray fontMapBuffer(const QMap<int, QFont> &captionFonts)
 {
     FontMapCodec::Maps maps;
