@@ -48,16 +48,11 @@ class TestControllerBinding : public QObject
 
 private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
-    void attachment_data();
-    void attachment();
-    void registrationArguments_data();
-    void registrationArguments();
-    void reregisterBit_data();
-    void reregisterBit();
-    void acceptsAddress_data();
-    void acceptsAddress();
-    void authorityAndEnabledRequest_data();
-    void authorityAndEnabledRequest();
+    void attachment_data(); void attachment();
+    void registrationArguments_data(); void registrationArguments();
+    void reregisterBit_data(); void reregisterBit();
+    void acceptsAddress_data(); void acceptsAddress();
+    void authorityAndEnabledRequest_data(); void authorityAndEnabledRequest();
 };
 
 void TestControllerBinding::attachment_data()

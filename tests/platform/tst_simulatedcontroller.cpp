@@ -83,20 +83,14 @@ class TestSimulatedController : public QObject
 
 private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
-    void wordBits_data();
-    void wordBits();
-    void currentChannel_data();
-    void currentChannel();
+    void wordBits_data(); void wordBits();
+    void currentChannel_data(); void currentChannel();
     void deliveriesFollowStartAndStop();
-    void changesCoalesce_data();
-    void changesCoalesce();
-    void currentChannelRegistrationFollows40017_data();
-    void currentChannelRegistrationFollows40017();
+    void changesCoalesce_data(); void changesCoalesce();
+    void currentChannelRegistrationFollows40017_data(); void currentChannelRegistrationFollows40017();
     void removeAndDestruction();
-    void formatsValues_data();
-    void formatsValues();
-    void keypadChecksTheEntry_data();
-    void keypadChecksTheEntry();
+    void formatsValues_data(); void formatsValues();
+    void keypadChecksTheEntry_data(); void keypadChecksTheEntry();
 };
 
 void TestSimulatedController::wordBits_data()
@@ -148,8 +142,7 @@ void TestSimulatedController::currentChannel()
         sim.setData(channel, QeltApp::Mcm, 3, 100 + channel, 0);
     QCOMPARE(sim.getData(QeltApp::CurrentChannel, QeltApp::Mcm, 3, 0), 100 + resolved);
     sim.setBit(QeltApp::CurrentChannel, QeltApp::A_BIT, 3, 0, true, 0);
-    QVERIFY(sim.getBit(resolved, QeltApp::A_BIT, 3, 0, 0));
-    QVERIFY(!sim.getBit(resolved + 1, QeltApp::A_BIT, 3, 0, 0));
+    QVERIFY(sim.getBit(resolved, QeltApp::A_BIT, 3, 0, 0) && !sim.getBit(resolved + 1, QeltApp::A_BIT, 3, 0, 0));
 }
 
 void TestSimulatedController::deliveriesFollowStartAndStop()
