@@ -1,8 +1,6 @@
 #include "abstractbutton.h"
 
 #include <QElapsedTimer>
-#include <QMetaProperty>
-#include <QStyle>
 #include <QtTest>
 
 // Records the button's signals in the order they arrive.
@@ -36,13 +34,18 @@ static void moveMouse(QWidget *w, const QPoint &pos)
     QApplication::sendEvent(w, &e);
 }
 
-// Runs steps like "press 10 10", "move 200 10", "release 10 10", "rpress 10 10" (right button), "disable 0 0".
-static void playMouse(AbstractButton *b, const QStringList &steps)
+// Runs steps like "press 10 10", "move 200 10", "release 10 10", "rpress 10 10" (right button), "disable 0 0",
+// "key 32" and "keyup 32".
+static void play(AbstractButton *b, const QStringList &steps)
 {
     for (const QString &step : steps) {
         const QStringList f = step.split(' ');
-        const QPoint pos(f[1].toInt(), f[2].toInt());
-        if (f[0] == "press")
+        const QPoint pos(f[1].toInt(), f.value(2).toInt());
+        if (f[0] == "key")
+            QTest::keyPress(b, Qt::Key(pos.x()));
+        else if (f[0] == "keyup")
+            QTest::keyRelease(b, Qt::Key(pos.x()));
+        else if (f[0] == "press")
             QTest::mousePress(b, Qt::LeftButton, {}, pos);
         else if (f[0] == "rpress")
             QTest::mousePress(b, Qt::RightButton, {}, pos);
@@ -81,50 +84,7 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(window));
     }
     void cleanup() { delete window; }
-
-    void defaults_data()
-    {
-        QTest::addColumn<QString>("property");
-        QTest::addColumn<QVariant>("value");
-        QTest::newRow("text") << "text" << QVariant(QString());
-        QTest::newRow("alignment") << "alignment" << QVariant::fromValue(Qt::Alignment(Qt::AlignCenter));
-        QTest::newRow("autoRepeatDelay") << "autoRepeatDelay" << QVariant(300);
-        QTest::newRow("autoRepeatInterval") << "autoRepeatInterval" << QVariant(100);
-        QTest::newRow("deylayTrigger") << "deylayTrigger" << QVariant(false);
-        QTest::newRow("deylayTriggerInterval") << "deylayTriggerInterval" << QVariant(1000);
-        QTest::newRow("checkable") << "checkable" << QVariant(false);
-        QTest::newRow("autoExclusive") << "autoExclusive" << QVariant(false);
-        QTest::newRow("down") << "down" << QVariant(false);
-    }
-    void defaults()
-    {
-        QFETCH(QString, property);
-        QFETCH(QVariant, value);
-        AbstractButton b;
-        QCOMPARE(b.property(qPrintable(property)), value);
-        const QMetaProperty meta = b.metaObject()->property(b.metaObject()->indexOfProperty(qPrintable(property)));
-        QCOMPARE(meta.isDesignable(), property != "down");
-    }
-
-    void construction()
-    {
-        AbstractButton b;
-        const int e = b.style()->pixelMetric(QStyle::PM_ButtonIconSize, nullptr, &b);
-        QCOMPARE(b.iconSize(), QSize(e, e));
-        QCOMPARE(b.focusPolicy(), Qt::NoFocus);
-        QCOMPARE(b.sizePolicy().horizontalPolicy(), QSizePolicy::Minimum);
-        QCOMPARE(b.sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
-        QStringList signalsInOrder;
-        const QMetaObject *mo = b.metaObject();
-        for (int i = mo->methodOffset(); i < mo->methodCount(); ++i) {
-            if (mo->method(i).methodType() == QMetaMethod::Signal)
-                signalsInOrder << mo->method(i).methodSignature();
-        }
-        QCOMPARE(signalsInOrder, QStringList({"pressed()", "released()", "clicked(bool)", "clicked()", "toggled(bool)",
-                                              "pressDelayTrigger()", "keyPress(int)"}));
-    }
-
-    void mouse_data()
+    void mouseAndKeys_data()
     {
         QTest::addColumn<bool>("checkable");
         QTest::addColumn<QStringList>("steps");
@@ -142,60 +102,24 @@ private slots:
         QTest::newRow("disabled") << true << (QStringList{"disable 0 0"} + click) << QStringList{};
         QTest::newRow("disabled while down") << false << QStringList{"press 50 15", "disable 0 0", "release 50 15"}
                                              << QStringList{"pressed"};
+        QTest::newRow("space") << false << QStringList{"key 32", "keyup 32"}
+                               << QStringList{"key 32", "pressed", "released", "clicked"};
+        QTest::newRow("escape cancels") << false << QStringList{"key 32", "key 16777216", "keyup 32"}
+                                        << QStringList{"key 32", "pressed", "key 16777216", "released"};
+        QTest::newRow("return is ignored") << false << QStringList{"key 16777220", "keyup 16777220"}
+                                           << QStringList{"key 16777220"};
     }
-    void mouse()
+    void mouseAndKeys()
     {
         QFETCH(bool, checkable);
         QFETCH(QStringList, steps);
         QFETCH(QStringList, expected);
         AbstractButton *b = shownButton(QRect(10, 10, 100, 30));
         b->setCheckable(checkable);
-        SignalLog log(b);
-        playMouse(b, steps);
-        QCOMPARE(log.entries, expected);
-        QVERIFY(!b->isDown());
-    }
-
-    void keys_data()
-    {
-        QTest::addColumn<QList<int>>("presses"); // negative: release of that key
-        QTest::addColumn<QStringList>("expected");
-        QTest::newRow("space") << QList<int>{Qt::Key_Space, -Qt::Key_Space}
-                               << QStringList{"key 32", "pressed", "released", "clicked"};
-        QTest::newRow("escape cancels") << QList<int>{Qt::Key_Space, Qt::Key_Escape, -Qt::Key_Space}
-                                        << QStringList{"key 32", "pressed", "key 16777216", "released"};
-        QTest::newRow("return is ignored") << QList<int>{Qt::Key_Return, -Qt::Key_Return}
-                                           << QStringList{"key 16777220"};
-        QTest::newRow("letter") << QList<int>{Qt::Key_A} << QStringList{"key 65"};
-        QTest::newRow("escape while up") << QList<int>{Qt::Key_Escape} << QStringList{"key 16777216"};
-    }
-    void keys()
-    {
-        QFETCH(QList<int>, presses);
-        QFETCH(QStringList, expected);
-        AbstractButton *b = shownButton();
         b->setFocus();
         SignalLog log(b);
-        for (int k : presses) {
-            if (k > 0)
-                QTest::keyPress(b, Qt::Key(k));
-            else
-                QTest::keyRelease(b, Qt::Key(-k));
-        }
+        play(b, steps);
         QCOMPARE(log.entries, expected);
-    }
-
-    void clickAndAnimateClick()
-    {
-        AbstractButton *b = shownButton();
-        SignalLog log(b);
-        b->click();
-        QCOMPARE(log.entries, QStringList({"pressed", "released", "clicked"}));
-        log.entries.clear();
-        b->animateClick(50);
-        QCOMPARE(log.entries, QStringList({"pressed"}));
-        QVERIFY(b->isDown());
-        QTRY_COMPARE(log.entries, QStringList({"pressed", "released", "clicked"}));
         QVERIFY(!b->isDown());
     }
 
@@ -279,19 +203,6 @@ private slots:
         QTRY_COMPARE(log.count("clicked"), 2);
     }
 
-    void ambiguousShortcutOnlyFocuses()
-    {
-        AbstractButton *a = shownButton();
-        AbstractButton *b = shownButton(QRect(10, 50, 100, 30));
-        a->setShortcut(QKeySequence(Qt::Key_F5));
-        b->setShortcut(QKeySequence(Qt::Key_F5));
-        SignalLog logA(a), logB(b);
-        QTest::keyClick(window, Qt::Key_F5);
-        QTest::qWait(300);
-        QVERIFY(a->hasFocus() || b->hasFocus());
-        QCOMPARE(logA.count("clicked") + logB.count("clicked"), 0);
-    }
-
     void exclusiveGroup()
     {
         QList<AbstractButton *> group;
@@ -317,14 +228,6 @@ private slots:
         group[0]->setChecked(false);
         QCOMPARE(group[0]->isChecked(), true);
         QCOMPARE(log.entries, QStringList({"pressed", "released", "clicked+"}));
-
-        auto *alone = new AbstractButton;
-        alone->setCheckable(true);
-        alone->setAutoExclusive(true);
-        alone->click();
-        alone->click();
-        QVERIFY(!alone->isChecked());
-        delete alone;
     }
 
     void arrowKeys_data()

@@ -1,6 +1,5 @@
 #include "abstractbutton.h"
 #include "buttonpainter.h"
-#include "interactionstate.h"
 
 #include <QPainter>
 #include <QtTest>
@@ -144,41 +143,6 @@ private slots:
             QCOMPARE(img.pixelColor(0, 15) == centre, !border);
     }
 
-    void focusFrame_data()
-    {
-        QTest::addColumn<bool>("enabled");
-        QTest::addColumn<QRect>("frame");
-        QTest::newRow("inside the bevel") << true << QRect(QPoint(4, 4), QPoint(96, 26));
-        QTest::newRow("without bevel") << false << QRect(QPoint(2, 2), QPoint(97, 27));
-    }
-    void focusFrame()
-    {
-        QFETCH(bool, enabled);
-        QFETCH(QRect, frame);
-        PaintedButton b;
-        b.setEnabled(enabled);
-        b.off.focusFrame = b.disabled.focusFrame = true;
-        const QImage img = b.grab().toImage();
-        auto blackIn = [&](const QRect &line) {
-            int n = 0;
-            for (int y = line.top(); y <= line.bottom(); ++y)
-                for (int x = line.left(); x <= line.right(); ++x)
-                    n += img.pixelColor(x, y) == Qt::black;
-            return n;
-        };
-        // Dotted, so about a third of each edge is black; nothing next to it.
-        for (int y : {frame.top(), frame.bottom()}) {
-            const QRect row(frame.left() + 1, y, frame.width() - 2, 1);
-            QVERIFY2(blackIn(row) > row.width() / 4, qPrintable(QString("row %1").arg(y)));
-            QCOMPARE(blackIn(row.translated(0, -1)) + blackIn(row.translated(0, 1)), 0);
-        }
-        for (int x : {frame.left(), frame.right()}) {
-            const QRect column(x, frame.top() + 1, 1, frame.height() - 2);
-            QVERIFY2(blackIn(column) > column.height() / 4, qPrintable(QString("column %1").arg(x)));
-            QCOMPARE(blackIn(column.translated(-1, 0)) + blackIn(column.translated(1, 0)), 0);
-        }
-    }
-
     void icon_data()
     {
         QTest::addColumn<int>("position");
@@ -220,9 +184,6 @@ private slots:
         for (const QPoint &p : {iconRect.topLeft() - QPoint(1, 0), iconRect.bottomRight() + QPoint(0, 1)})
             QVERIFY(img.pixelColor(p) != QColor(Qt::green));
 
-        ButtonPainter painter(&b, b.look);
-        QCOMPARE(int(painter.captionFlags()), flags);
-        QCOMPARE(painter.captionRect(), QRect(captionShift, QSize(100, 80)));
         const QRect expected = captionBox(plain.grab().toImage()).translated(captionShift);
         QVERIFY(!expected.isEmpty());
         QCOMPARE(captionBox(img), expected);
@@ -247,41 +208,6 @@ private slots:
         b.setDown(down);
         QVERIFY(!up.isEmpty());
         QCOMPARE(captionBox(b.grab().toImage()), up.translated(1, 1));
-    }
-
-    void interaction_data()
-    {
-        QTest::addColumn<bool>("enabled");
-        QTest::addColumn<bool>("focused");
-        QTest::addColumn<bool>("checkable");
-        QTest::addColumn<bool>("checked");
-        QTest::addColumn<bool>("down");
-        QTest::addColumn<int>("state");
-        using S = InteractionState;
-        QTest::newRow("normal") << true << false << false << false << false << int(S::Normal);
-        QTest::newRow("down") << true << false << false << false << true << int(S::Pushed);
-        QTest::newRow("checked") << true << false << true << true << false << int(S::Pushed);
-        QTest::newRow("focused") << true << true << false << false << false << int(S::Hot);
-        QTest::newRow("focused down") << true << true << false << false << true << int(S::Pushed);
-        QTest::newRow("focused checkable") << true << true << true << false << false << int(S::Hot);
-        QTest::newRow("focused checked") << true << true << true << true << false << int(S::CheckedHot);
-        QTest::newRow("focused checkable down") << true << true << true << false << true << int(S::CheckedHot);
-        QTest::newRow("disabled") << false << true << true << true << true << int(S::Disabled);
-    }
-    void interaction()
-    {
-        QFETCH(bool, enabled);
-        QFETCH(bool, focused);
-        QFETCH(bool, checkable);
-        QFETCH(bool, checked);
-        QFETCH(bool, down);
-        QFETCH(int, state);
-        AbstractButton b;
-        b.setCheckable(checkable);
-        b.setChecked(checked);
-        b.setDown(down);
-        b.setEnabled(enabled);
-        QCOMPARE(int(interactionState(b, focused)), state);
     }
 };
 
