@@ -33,7 +33,7 @@ class HMIWIDGETS_EXPORT AbstractButton : public QWidget
     Q_PROPERTY(int deylayTriggerInterval READ deylayTriggerInterval WRITE setDeylayTriggerInterval)
 
 public:
-    enum EButtonPosition {
+    enum EButtonPosition : int {
         PositionTop = 0,
         PositionBottom = 1,
         PositionLeft = 2,

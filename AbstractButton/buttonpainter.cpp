@@ -3,8 +3,23 @@
 #include "abstractbutton.h"
 
 #include <QPainter>
+#include <QWidget>
+
+#include <algorithm>
 
 namespace {
+
+// Spacing and icon size come from properties that take any int. Bounded to the largest size a widget
+// can have, the sums and differences below stay far from int overflow.
+constexpr int GeometryLimit = QWIDGETSIZE_MAX;
+int bounded(int value)
+{
+    return std::clamp(value, -GeometryLimit, GeometryLimit);
+}
+QSize boundedSize(const QSize &size)
+{
+    return QSize(std::clamp(size.width(), 0, GeometryLimit), std::clamp(size.height(), 0, GeometryLimit));
+}
 
 // Lines are drawn through pixel centres so that each bevel edge covers exactly one pixel row or column
 // despite antialiasing. The corner diagonals go first, so that the straight edges keep their colour up
@@ -158,14 +173,15 @@ QRect ButtonPainter::iconRect() const
 {
     const int w = m_button->width();
     const int h = m_button->height();
-    const QSize size = m_button->iconSize();
+    const QSize size = boundedSize(m_button->iconSize());
+    const int space = bounded(m_look.iconSpace);
     int x = (w - size.width()) / 2;
     int y = (h - size.height()) / 2;
     switch (m_look.iconPosition) {
-    case AbstractButton::PositionTop: y = m_look.iconSpace; break;
-    case AbstractButton::PositionBottom: y = h - m_look.iconSpace - size.height(); break;
-    case AbstractButton::PositionLeft: x = m_look.iconSpace; break;
-    case AbstractButton::PositionRight: x = w - m_look.iconSpace - size.width(); break;
+    case AbstractButton::PositionTop: y = space; break;
+    case AbstractButton::PositionBottom: y = h - space - size.height(); break;
+    case AbstractButton::PositionLeft: x = space; break;
+    case AbstractButton::PositionRight: x = w - space - size.width(); break;
     case AbstractButton::PositionMid: break;
     }
     return QRect(QPoint(x, y), size);
@@ -177,15 +193,20 @@ void ButtonPainter::paintIcon(QPainter &p) const
     if (icon.isNull())
         return;
     const QRect target = iconRect();
-    p.drawPixmap(target, icon.pixmap(target.size(), QIcon::Normal, QIcon::Off));
+    if (!target.intersects(m_button->rect()))
+        return;
+    // An icon larger than the button is requested at most at the button's size, then stretched: a
+    // scalable icon must not render an image of whatever size the property holds.
+    const QSize request = target.size().boundedTo(m_button->size());
+    p.drawPixmap(target, icon.pixmap(request, QIcon::Normal, QIcon::Off));
 }
 
 QRect ButtonPainter::captionRect() const
 {
     QRect t(QPoint(0, 0), m_button->size());
     if (!m_button->icon().isNull()) {
-        const QSize icon = m_button->iconSize();
-        const int gap = m_look.textSpace + m_look.iconSpace;
+        const QSize icon = boundedSize(m_button->iconSize());
+        const int gap = bounded(m_look.textSpace) + bounded(m_look.iconSpace);
         switch (m_look.iconPosition) {
         case AbstractButton::PositionTop: t.translate(0, gap + icon.height()); break;
         case AbstractButton::PositionBottom: t.translate(0, -(gap + icon.height())); break;

@@ -1,6 +1,7 @@
 #include "paintedbutton.h"
 
 #include "buttonpainter.h"
+#include "enumvalue.h"
 
 #include <algorithm>
 
@@ -25,8 +26,8 @@ void PaintedButton::SetBorderColor(const QColor &color)
 
 void PaintedButton::SetIconPosition(EButtonPosition position)
 {
-    m_look.iconPosition = position;
-    update();
+    if (assignEnum(m_look.iconPosition, position))
+        update();
 }
 
 void PaintedButton::SetIconSpace(int space)

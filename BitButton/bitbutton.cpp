@@ -5,6 +5,7 @@
 #include "controllerbinding.h"
 #include "designercommit.h"
 #include "designertextregistration.h"
+#include "enumvalue.h"
 #include "fontmapcodec.h"
 #include "languagestate.h"
 #include "norvointerface_z3.h"
@@ -138,42 +139,42 @@ void BitButton::setComId(int comId) { d->binding.setComId(comId); }
 int BitButton::channel() const { return d->binding.channel(); }
 void BitButton::SetChannel(int channel) { d->binding.setChannel(channel); }
 BitButton::ReadBitType BitButton::readBitType() const { return ReadBitType(d->readBit.type); }
-void BitButton::SetReadBitType(ReadBitType type) { d->readBit.type = type; }
+void BitButton::SetReadBitType(ReadBitType type) { setBitType(d->readBit, type); }
 int BitButton::readAddress() const { return d->readBit.address; }
 void BitButton::SetReadAddress(int address) { d->readBit.address = address; }
 int BitButton::readBitIndex() const { return d->readBit.bitIndex; }
-void BitButton::SetReadBitIndex(int index) { d->readBit.bitIndex = index; }
+void BitButton::SetReadBitIndex(int index) { setBitIndex(d->readBit, index); }
 BitButton::WriteBitType BitButton::writeBitType() const { return WriteBitType(d->writeBit.type); }
-void BitButton::SetWriteBitType(WriteBitType type) { d->writeBit.type = type; }
+void BitButton::SetWriteBitType(WriteBitType type) { setBitType(d->writeBit, type); }
 int BitButton::writeAddress() const { return d->writeBit.address; }
 void BitButton::SetWriteAddress(int address) { d->writeBit.address = address; }
 int BitButton::writeBitIndex() const { return d->writeBit.bitIndex; }
-void BitButton::SetWriteBitIndex(int index) { d->writeBit.bitIndex = index; }
+void BitButton::SetWriteBitIndex(int index) { setBitIndex(d->writeBit, index); }
 BitButton::ReadBitType BitButton::enabledBitType() const { return ReadBitType(d->enabledBit.type); }
-void BitButton::SetEnabledBitType(ReadBitType type) { d->enabledBit.type = type; }
+void BitButton::SetEnabledBitType(ReadBitType type) { setBitType(d->enabledBit, type); }
 int BitButton::enabledAddress() const { return d->enabledBit.address; }
 void BitButton::SetEnabledAddress(int address) { d->enabledBit.address = address; }
 int BitButton::enabledBitIndex() const { return d->enabledBit.bitIndex; }
-void BitButton::SetEnabledBitIndex(int index) { d->enabledBit.bitIndex = index; }
+void BitButton::SetEnabledBitIndex(int index) { setBitIndex(d->enabledBit, index); }
 BitButton::ReadBitType BitButton::visibleBitType() const { return ReadBitType(d->visibleBit.type); }
-void BitButton::SetVisibleBitType(ReadBitType type) { d->visibleBit.type = type; }
+void BitButton::SetVisibleBitType(ReadBitType type) { setBitType(d->visibleBit, type); }
 int BitButton::visibleAddress() const { return d->visibleBit.address; }
 void BitButton::SetVisibleAddress(int address) { d->visibleBit.address = address; }
 int BitButton::visibleBitIndex() const { return d->visibleBit.bitIndex; }
-void BitButton::SetVisibleBitIndex(int index) { d->visibleBit.bitIndex = index; }
+void BitButton::SetVisibleBitIndex(int index) { setBitIndex(d->visibleBit, index); }
 bool BitButton::bitOnVisible() const { return d->bitOnVisible; }
 void BitButton::SetBitOnVisible(bool onVisible) { d->bitOnVisible = onVisible; }
 bool BitButton::ChnNoVarEnable() const { return d->binding.chnNoVarEnable(); }
 void BitButton::SetChnNoVarEnable(bool enable) { d->binding.setChnNoVarEnable(enable); }
 BitButton::Action BitButton::action() const { return d->action; }
-void BitButton::SetAction(Action action) { d->action = action; }
+void BitButton::SetAction(Action action) { assignEnum(d->action, action); }
 
 BitButton::State BitButton::state() const { return d->state; }
 
 void BitButton::SetState(State state)
 {
-    d->state = state;
-    showCaption();
+    if (assignEnum(d->state, state))
+        showCaption();
 }
 
 void BitButton::setBitOn(bool on) { d->state = on ? On : Off; }
@@ -181,11 +182,11 @@ int BitButton::getOperationalAuthority() const { return d->binding.operationalAu
 void BitButton::setOperationalAuthority(int authority) { d->binding.setOperationalAuthority(authority); }
 bool BitButton::isEnabled() const { return d->binding.enabledRequest(); }
 BitButton::UserLevel BitButton::lowestEnablingUserLevel() const { return d->enablingLevel; }
-void BitButton::setLowestEnablingUserLevel(UserLevel level) { d->enablingLevel = level; }
+void BitButton::setLowestEnablingUserLevel(UserLevel level) { assignEnum(d->enablingLevel, level); }
 BitButton::UserLevel BitButton::lowestVisibleUserLevel() const { return d->visibleLevel; }
-void BitButton::setLowestVisibleUserLevel(UserLevel level) { d->visibleLevel = level; }
+void BitButton::setLowestVisibleUserLevel(UserLevel level) { assignEnum(d->visibleLevel, level); }
 BitButton::Language BitButton::getLanguage() const { return d->language; }
-void BitButton::setLanguage(Language language) { d->language = language; }
+void BitButton::setLanguage(Language language) { assignEnum(d->language, language); }
 
 void BitButton::updateAuthority(int authority) { d->binding.updateAuthority(authority); }
 void BitButton::setEnabled(bool enabled) { d->binding.setEnabledRequest(enabled); }

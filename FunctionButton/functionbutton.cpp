@@ -6,6 +6,7 @@
 #include "designercommit.h"
 #include "designerhost.h"
 #include "designertextregistration.h"
+#include "enumvalue.h"
 #include "fontmapcodec.h"
 #include "languagestate.h"
 #include "norvointerface_z3.h"
@@ -89,7 +90,7 @@ QSize FunctionButton::sizeHint() const { return QSize(100, 30); }
 QSize FunctionButton::minimumSizeHint() const { return QSize(20, 10); }
 
 FunctionButton::Language FunctionButton::getLanguage() const { return d->language; }
-void FunctionButton::setLanguage(Language language) { d->language = language; }
+void FunctionButton::setLanguage(Language language) { assignEnum(d->language, language); }
 QStringList FunctionButton::getTextList() const { return d->textList; }
 
 void FunctionButton::setTextList(const QStringList &texts)
@@ -144,40 +145,40 @@ void FunctionButton::setComId(int comId) { d->binding.setComId(comId); }
 int FunctionButton::channel() const { return d->binding.channel(); }
 void FunctionButton::SetChannel(int channel) { d->binding.setChannel(channel); }
 FunctionButton::BitType FunctionButton::enabledBitType() const { return BitType(d->enabledBit.type); }
-void FunctionButton::SetEnabledBitType(BitType type) { d->enabledBit.type = type; }
+void FunctionButton::SetEnabledBitType(BitType type) { setBitType(d->enabledBit, type); }
 int FunctionButton::enabledAddress() const { return d->enabledBit.address; }
 void FunctionButton::SetEnabledAddress(int address) { d->enabledBit.address = address; }
 int FunctionButton::enabledBitIndex() const { return d->enabledBit.bitIndex; }
-void FunctionButton::SetEnabledBitIndex(int index) { d->enabledBit.bitIndex = index; }
+void FunctionButton::SetEnabledBitIndex(int index) { setBitIndex(d->enabledBit, index); }
 FunctionButton::BitType FunctionButton::visibleBitType() const { return BitType(d->visibleBit.type); }
-void FunctionButton::SetVisibleBitType(BitType type) { d->visibleBit.type = type; }
+void FunctionButton::SetVisibleBitType(BitType type) { setBitType(d->visibleBit, type); }
 int FunctionButton::visibleAddress() const { return d->visibleBit.address; }
 void FunctionButton::SetVisibleAddress(int address) { d->visibleBit.address = address; }
 int FunctionButton::visibleBitIndex() const { return d->visibleBit.bitIndex; }
-void FunctionButton::SetVisibleBitIndex(int index) { d->visibleBit.bitIndex = index; }
+void FunctionButton::SetVisibleBitIndex(int index) { setBitIndex(d->visibleBit, index); }
 bool FunctionButton::bitOnVisible() const { return d->bitOnVisible; }
 void FunctionButton::SetBitOnVisible(bool onVisible) { d->bitOnVisible = onVisible; }
 FunctionButton::BitType FunctionButton::colorBitType() const { return BitType(d->colorBit.type); }
-void FunctionButton::SetColorBitType(BitType type) { d->colorBit.type = type; }
+void FunctionButton::SetColorBitType(BitType type) { setBitType(d->colorBit, type); }
 int FunctionButton::colorAddress() const { return d->colorBit.address; }
 void FunctionButton::SetColorAddress(int address) { d->colorBit.address = address; }
 int FunctionButton::colorBitIndex() const { return d->colorBit.bitIndex; }
-void FunctionButton::SetColorBitIndex(int index) { d->colorBit.bitIndex = index; }
+void FunctionButton::SetColorBitIndex(int index) { setBitIndex(d->colorBit, index); }
 int FunctionButton::group() const { return d->group; }
 void FunctionButton::setGroup(int group) { d->group = group; }
 int FunctionButton::id() const { return d->id; }
 void FunctionButton::setID(int id) { d->id = id; }
 FunctionButton::UserLevel FunctionButton::lowestEnablingUserLevel() const { return d->enablingLevel; }
-void FunctionButton::setLowestEnablingUserLevel(UserLevel level) { d->enablingLevel = level; }
+void FunctionButton::setLowestEnablingUserLevel(UserLevel level) { assignEnum(d->enablingLevel, level); }
 FunctionButton::UserLevel FunctionButton::lowestVisibleUserLevel() const { return d->visibleLevel; }
-void FunctionButton::setLowestVisibleUserLevel(UserLevel level) { d->visibleLevel = level; }
+void FunctionButton::setLowestVisibleUserLevel(UserLevel level) { assignEnum(d->visibleLevel, level); }
 int FunctionButton::getOperationalAuthority() const { return d->binding.operationalAuthority(); }
 void FunctionButton::setOperationalAuthority(int authority) { d->binding.setOperationalAuthority(authority); }
 bool FunctionButton::isEnabled() const { return d->binding.enabledRequest(); }
 FunctionButton::Action FunctionButton::action() const { return d->action; }
-void FunctionButton::SetAction(Action action) { d->action = action; }
+void FunctionButton::SetAction(Action action) { assignEnum(d->action, action); }
 FunctionButton::WriteBitType FunctionButton::writeBitType() const { return WriteBitType(d->writeBit.type); }
-void FunctionButton::SetWriteBitType(WriteBitType type) { d->writeBit.type = type; }
+void FunctionButton::SetWriteBitType(WriteBitType type) { setBitType(d->writeBit, type); }
 int FunctionButton::writeAddress() const { return d->writeBit.address; }
 
 void FunctionButton::SetWriteAddress(int address)
@@ -188,14 +189,10 @@ void FunctionButton::SetWriteAddress(int address)
 
 int FunctionButton::writeBitIndex() const { return d->writeBit.bitIndex; }
 
-void FunctionButton::SetWriteBitIndex(int index)
-{
-    if (index >= 0 && index <= 31)
-        d->writeBit.bitIndex = index;
-}
+void FunctionButton::SetWriteBitIndex(int index) { setBitIndex(d->writeBit, index); }
 
 FunctionButton::DataClass FunctionButton::textControlDataClass() const { return d->textControlDataClass; }
-void FunctionButton::SetTextControlDataClass(DataClass dataClass) { d->textControlDataClass = dataClass; }
+void FunctionButton::SetTextControlDataClass(DataClass dataClass) { assignEnum(d->textControlDataClass, dataClass); }
 int FunctionButton::textControlAddress() const { return d->textControlAddress; }
 
 void FunctionButton::SetTextControlAddress(int address)

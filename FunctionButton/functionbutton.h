@@ -62,21 +62,21 @@ class HMIWIDGETS_EXPORT FunctionButton : public PaintedButton,
     Q_PROPERTY(int wordLibId READ wordLibId WRITE setWordLibId)
 
 public:
-    enum DataClass { None_Var = -1, User_Var = 0, Mcm_Var, Sys_Var, Reg_Var, Bus_Var, Com_Var };
+    enum DataClass : int { None_Var = -1, User_Var = 0, Mcm_Var, Sys_Var, Reg_Var, Bus_Var, Com_Var };
     Q_ENUM(DataClass)
-    enum BitType {
+    enum BitType : int {
         None = -1,
         I_BIT = 0, O_BIT, C_BIT, S_BIT, A_BIT, Cn_BIT, Tm_BIT,
         User_BIT, Mcm_BIT, Sys_BIT, Reg_BIT, Bus_BIT, Com_BIT
     };
     Q_ENUM(BitType)
-    enum WriteBitType { None_BIT = -1, User = 7, Mcm = 8, Sys = 9, Reg = 10, Bus = 11, Com = 12 };
+    enum WriteBitType : int { None_BIT = -1, User = 7, Mcm = 8, Sys = 9, Reg = 10, Bus = 11, Com = 12 };
     Q_ENUM(WriteBitType)
-    enum Action { SetOn = 0, SetOff = 1, KeepOn = 2, KeepOff = 3, Invert = 4 };
+    enum Action : int { SetOn = 0, SetOff = 1, KeepOn = 2, KeepOff = 3, Invert = 4 };
     Q_ENUM(Action)
-    enum UserLevel { NoLevel = 0, Level1, Level2, Level3, Level4, Level5, Level6, Level7, Level8, Level9 };
+    enum UserLevel : int { NoLevel = 0, Level1, Level2, Level3, Level4, Level5, Level6, Level7, Level8, Level9 };
     Q_ENUM(UserLevel)
-    enum Language {
+    enum Language : int {
         language_0 = 0, language_1, language_2, language_3, language_4,
         language_5, language_6, language_7, language_8, language_9
     };

@@ -1,8 +1,35 @@
 #include "qeltapp.h"
 
+#include <QMetaType>
+
+#include <set>
+
 namespace norvo_v0 {
 
-QeltApp::~QeltApp() = default;
+namespace {
+// Every application object registers itself here, so that a pointer read from a widget property is
+// used only while it designates one. The GUI thread creates and destroys them; no lock.
+std::set<const void *> &liveApps()
+{
+    static std::set<const void *> apps;
+    return apps;
+}
+} // namespace
+
+QeltApp::QeltApp()
+{
+    liveApps().insert(this);
+}
+
+QeltApp::~QeltApp()
+{
+    liveApps().erase(this);
+}
+
+bool QeltApp::isLive(const void *p)
+{
+    return p && liveApps().count(p) != 0;
+}
 
 QVariant QeltApp::toVariant(QeltApp *app)
 {
@@ -11,16 +38,15 @@ QVariant QeltApp::toVariant(QeltApp *app)
 
 QeltApp *QeltApp::fromVariant(const QVariant &value)
 {
-    if (!value.isValid())
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    const int type = value.metaType().id();
+#else
+    const int type = value.userType();
+#endif
+    if (type != QMetaType::VoidStar)
         return nullptr;
-    if (value.canConvert<void *>()) {
-        if (void *p = value.value<void *>())
-            return static_cast<QeltApp *>(p);
-    }
-    // Applications that store the address as an integer.
-    bool ok = false;
-    const qulonglong address = value.toULongLong(&ok);
-    return ok && address ? reinterpret_cast<QeltApp *>(quintptr(address)) : nullptr;
+    void *p = value.value<void *>();
+    return isLive(p) ? static_cast<QeltApp *>(p) : nullptr;
 }
 
 } // namespace norvo_v0

@@ -29,6 +29,9 @@ public:
     static constexpr int CurrentChannel = 0x10000;
     static constexpr int CurrentChannelAddress = 40017; // common word holding the 1-based current channel
 
+    QeltApp();
+    QeltApp(const QeltApp &) = delete;
+    QeltApp &operator=(const QeltApp &) = delete;
     virtual ~QeltApp();
 
     virtual bool getBit(int channel, int bitType, int address, int bitIndex, int comId) = 0;
@@ -47,9 +50,14 @@ public:
                                QWidget *parent, int maxLength, int decimals, double lowest,
                                double highest) = 0;
 
-    // The form's "QeltApp" property carries the pointer as a void*.
+    // The form's "QeltApp" property carries the pointer as a void*, which only the application can
+    // put there: a form file can express numbers and texts, never a pointer.
     static QVariant toVariant(QeltApp *app);
+    // The application object behind a "QeltApp" value, or null: only a pointer-typed value that points
+    // at an application object alive in this process is accepted.
     static QeltApp *fromVariant(const QVariant &value);
+    // Whether p is an application object that exists now.
+    static bool isLive(const void *p);
 };
 
 } // namespace norvo_v0

@@ -49,6 +49,7 @@ class TestControllerBinding : public QObject
 private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
     void attachment_data(); void attachment();
+    void applicationProperty_data(); void applicationProperty();
     void registrationArguments_data(); void registrationArguments();
     void reregisterBit_data(); void reregisterBit();
     void acceptsAddress_data(); void acceptsAddress();
@@ -103,6 +104,42 @@ void TestControllerBinding::attachment()
     }
     QCOMPARE(b.form(), chain.at(formLevel));
     QCOMPARE(app.calls().at(0).args, registration(chain.at(formLevel), widget, {0, 0, 0, 0, 3, 0, 0}));
+}
+
+void TestControllerBinding::applicationProperty_data()
+{
+    // What a form's "QeltApp" property may hold; only the live application's own pointer attaches.
+    QTest::addColumn<QString>("kind"); QTest::addColumn<bool>("attaches");
+    QTest::newRow("pointer to the live application") << "app" << true;
+    QTest::newRow("number from a form") << "number" << false;
+    QTest::newRow("numeric text from a form") << "text" << false;
+    QTest::newRow("the application's address as a number") << "address" << false;
+    QTest::newRow("pointer to something else") << "other" << false;
+    QTest::newRow("pointer to a destroyed application") << "destroyed" << false;
+    QTest::newRow("null pointer") << "null" << false;
+}
+
+void TestControllerBinding::applicationProperty()
+{
+    QFETCH(QString, kind); QFETCH(bool, attaches);
+    RecordingQeltApp app;
+    auto gone = std::make_unique<RecordingQeltApp>();
+    const void *goneAddress = gone.get();
+    gone.reset();
+    int other = 0;
+    const QMap<QString, QVariant> values{
+        {"app", QeltApp::toVariant(&app)},
+        {"number", 1094795585},
+        {"text", QString::number(quintptr(&app))},
+        {"address", QVariant::fromValue(qulonglong(quintptr(&app)))},
+        {"other", QVariant::fromValue(static_cast<void *>(&other))},
+        {"destroyed", QVariant::fromValue(const_cast<void *>(goneAddress))},
+        {"null", QVariant::fromValue(static_cast<void *>(nullptr))}};
+    QDialog form;
+    form.setProperty("QeltApp", values.value(kind));
+    auto *widget = new BoundWidget(&form);
+    QCOMPARE(widget->binding.attachToForm(), attaches);
+    QCOMPARE(widget->binding.app(), attaches ? static_cast<QeltApp *>(&app) : nullptr);
 }
 
 void TestControllerBinding::registrationArguments_data()

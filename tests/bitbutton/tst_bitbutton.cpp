@@ -5,6 +5,8 @@
 
 #include <QtTest>
 
+#include <climits>
+
 using norvo_v0::QeltApp;
 using namespace buttontest;
 
@@ -42,6 +44,25 @@ private slots:
         QTest::newRow("channel above the count") << "channel" << 2 << 99 << 4;
         QTest::newRow("authority above 99") << "operationalAuthority" << 5 << 100 << 5;
         QTest::newRow("authority 99") << "operationalAuthority" << 5 << 99 << 99;
+        // Enums take only their declared values, bit indexes only 0 ... 31, whatever a form holds.
+        QTest::newRow("action 5") << "action" << 2 << 5 << 2;
+        QTest::newRow("action far out") << "action" << 3 << 1094795585 << 3;
+        QTest::newRow("state 2") << "state" << 1 << 2 << 1;
+        QTest::newRow("read bit type 13") << "readBitType" << 3 << 13 << 3;
+        QTest::newRow("read bit type -2") << "readBitType" << 3 << -2 << 3;
+        QTest::newRow("read bit type -1") << "readBitType" << 3 << -1 << -1;
+        QTest::newRow("write bit type 3") << "writeBitType" << 7 << 3 << 7;
+        QTest::newRow("enabled bit type 99") << "enabledBitType" << 1 << 99 << 1;
+        QTest::newRow("visible bit type smallest int") << "visibleBitType" << 2 << INT_MIN << 2;
+        QTest::newRow("user level 10") << "lowestEnablingUserLevel" << 4 << 10 << 4;
+        QTest::newRow("visible user level -1") << "lowestVisibleUserLevel" << 4 << -1 << 4;
+        QTest::newRow("language 10") << "language" << 3 << 10 << 3;
+        QTest::newRow("icon position 5") << "iconPosition" << 1 << 5 << 1;
+        QTest::newRow("read bit index 32") << "readBitIndex" << 4 << 32 << 4;
+        QTest::newRow("read bit index -1") << "readBitIndex" << 4 << -1 << 4;
+        QTest::newRow("write bit index 32") << "writeBitIndex" << 4 << 32 << 4;
+        QTest::newRow("enabled bit index -1") << "enabledBitIndex" << 4 << -1 << 4;
+        QTest::newRow("visible bit index 31") << "visibleBitIndex" << 4 << 31 << 31;
     }
 
     void setterLimits()
@@ -167,7 +188,7 @@ private slots:
                                            << Writes{};
         QTest::newRow("Invert of 0") << int(BitButton::Invert) << false << false << Writes{write(true)} << Writes{};
         QTest::newRow("Invert of 1") << int(BitButton::Invert) << true << false << Writes{write(false)} << Writes{};
-        QTest::newRow("unknown action") << 7 << false << false << Writes{} << Writes{};
+        QTest::newRow("action 7 ignored: stays SetOn") << 7 << false << false << Writes{write(true)} << Writes{};
     }
 
     void pressAndRelease()

@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <QtTest>
 
+#include <climits>
+
 static const QColor Light(255, 255, 0);
 static const QColor Dark(0, 0, 255);
 static const QColor OffBody(240, 240, 240);
@@ -12,10 +14,10 @@ static const QColor DisabledBody(208, 208, 208);
 static const QColor Caption(255, 0, 0);
 
 // A button that, like the bit button, picks its face from an on/off state.
-class PaintedButton : public AbstractButton
+class OnOffTestButton : public AbstractButton
 {
 public:
-    PaintedButton()
+    OnOffTestButton()
     {
         resize(100, 30);
         QPalette pal = palette();
@@ -87,7 +89,7 @@ private slots:
         QFETCH(QList<QPoint>, firstColour);
         QFETCH(QList<QPoint>, secondColour);
         QFETCH(QList<QPoint>, body);
-        PaintedButton b;
+        OnOffTestButton b;
         b.look.cornersRadius = radius;
         b.setCheckable(true);
         b.setChecked(checked);
@@ -127,7 +129,7 @@ private slots:
         QFETCH(bool, border);
         QFETCH(QColor, centre);
         QFETCH(QColor, bevelEdge);
-        PaintedButton b;
+        OnOffTestButton b;
         b.setEnabled(enabled);
         b.stateOn = stateOn;
         b.look.borderEnabled = border;
@@ -166,11 +168,11 @@ private slots:
         QFETCH(QRect, iconRect);
         QFETCH(QPoint, captionShift);
         QFETCH(int, flags);
-        PaintedButton plain;
+        OnOffTestButton plain;
         plain.resize(100, 80);
         plain.setText("W");
         plain.setAlignment(Qt::Alignment(flags));
-        PaintedButton b;
+        OnOffTestButton b;
         b.resize(100, 80);
         b.setText("W");
         b.setAlignment(Qt::AlignLeft | Qt::AlignTop);
@@ -189,6 +191,45 @@ private slots:
         QCOMPARE(captionBox(img), expected);
     }
 
+    void extremeGeometry_data()
+    {
+        QTest::addColumn<int>("position");
+        QTest::addColumn<int>("iconSpace");
+        QTest::addColumn<int>("textSpace");
+        QTest::addColumn<int>("iconSide");
+        for (int position = AbstractButton::PositionTop; position <= AbstractButton::PositionMid; ++position) {
+            const QByteArray name = QMetaEnum::fromType<AbstractButton::EButtonPosition>().valueToKey(position);
+            QTest::newRow(name + " largest") << position << INT_MAX << INT_MAX << INT_MAX;
+            QTest::newRow(name + " smallest") << position << INT_MIN << INT_MIN << INT_MAX;
+            QTest::newRow(name + " mixed") << position << INT_MIN << INT_MAX << 16;
+        }
+    }
+    // Spacing and icon size at the ends of int: the icon and caption land off the button, nothing wraps.
+    void extremeGeometry()
+    {
+        QFETCH(int, position);
+        QFETCH(int, iconSpace);
+        QFETCH(int, textSpace);
+        QFETCH(int, iconSide);
+        OnOffTestButton b;
+        b.setText("W");
+        b.setIcon(QIcon(solid(Qt::green, 16)));
+        b.setIconSize(QSize(iconSide, iconSide));
+        b.look.iconPosition = AbstractButton::EButtonPosition(position);
+        b.look.iconSpace = iconSpace;
+        b.look.textSpace = textSpace;
+        const ButtonPainter painter(&b, b.look);
+        const QRect icon = painter.iconRect();
+        const QRect caption = painter.captionRect();
+        QVERIFY(icon.width() >= 0 && icon.height() >= 0);
+        QCOMPARE(caption.size(), b.size());
+        if (position == AbstractButton::PositionLeft && iconSpace == INT_MAX)
+            QVERIFY(icon.left() > b.width() && caption.left() > icon.left());
+        if (position == AbstractButton::PositionRight && iconSpace == INT_MAX)
+            QVERIFY(icon.right() < 0 && caption.right() < icon.right());
+        QVERIFY(!b.grab().isNull());
+    }
+
     void pressedShift_data()
     {
         QTest::addColumn<bool>("down");
@@ -200,7 +241,7 @@ private slots:
     {
         QFETCH(bool, down);
         QFETCH(bool, checked);
-        PaintedButton b;
+        OnOffTestButton b;
         b.setText("Caption");
         const QRect up = captionBox(b.grab().toImage());
         b.setCheckable(true);

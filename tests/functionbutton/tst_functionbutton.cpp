@@ -56,6 +56,18 @@ private slots:
         QTest::newRow("write bit index 32") << "writeBitIndex" << 8 << 32 << 8;
         QTest::newRow("write bit index 31") << "writeBitIndex" << 8 << 31 << 31;
         QTest::newRow("negative text-control address") << "textControlAddress" << 8 << -1 << 8;
+        QTest::newRow("action 5") << "action" << 2 << 5 << 2;
+        QTest::newRow("enabled bit type 13") << "enabledBitType" << 3 << 13 << 3;
+        QTest::newRow("color bit type -2") << "colorBitType" << 3 << -2 << 3;
+        QTest::newRow("write bit type 6") << "writeBitType" << 8 << 6 << 8;
+        QTest::newRow("text-control class 6") << "textControlDataClass" << 2 << 6 << 2;
+        QTest::newRow("text-control class -1") << "textControlDataClass" << 2 << -1 << -1;
+        QTest::newRow("user level 1094795585") << "lowestVisibleUserLevel" << 2 << 1094795585 << 2;
+        QTest::newRow("language -1") << "language" << 1 << -1 << 1;
+        QTest::newRow("icon position -1") << "iconPosition" << 3 << -1 << 3;
+        QTest::newRow("enabled bit index 32") << "enabledBitIndex" << 4 << 32 << 4;
+        QTest::newRow("visible bit index -1") << "visibleBitIndex" << 4 << -1 << 4;
+        QTest::newRow("color bit index 40") << "colorBitIndex" << 4 << 40 << 4;
     }
 
     void setterLimits()
@@ -150,7 +162,7 @@ private slots:
         QTest::newRow("Invert of 1") << int(FunctionButton::Invert) << true << false << Writes{write(false)} << false;
         QTest::newRow("SetOn, current channel not used") << int(FunctionButton::SetOn) << false << false
                                                          << Writes{write(true)} << true;
-        QTest::newRow("unknown action") << 5 << false << false << Writes{} << false;
+        QTest::newRow("action 5 ignored: stays SetOn") << 5 << false << false << Writes{write(true)} << false;
     }
 
     void press()
