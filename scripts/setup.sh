@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian 12 packages needed to build, test and run HmiWidgets on Qt 6 and Qt 5.15.
+# Installs the Debian 12 packages needed to build, test and run HmiWidgets on Qt 6 and Qt 5.15, and
+# clang with its sanitizer and fuzzer runtimes for the sanitizer pass and the fuzz targets.
 set -euo pipefail
 
 packages=(
@@ -7,11 +8,8 @@ packages=(
   qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-tools-dev-tools designer-qt6
   libqt6opengl6-dev qt6-tools-private-dev qt6-base-private-dev
   qtbase5-dev qttools5-dev qttools5-dev-tools libqt5designercomponents5
-  xvfb xauth
+  xvfb xauth clang libclang-rt-14-dev
 )
-if [ "${WITH_FUZZ:-0}" = 1 ]; then
-  packages+=(clang libclang-rt-14-dev)
-fi
 
 missing=()
 for p in "${packages[@]}"; do
