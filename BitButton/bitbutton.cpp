@@ -2,6 +2,7 @@
 
 #include "bitaddress.h"
 #include "bitwriteaction.h"
+#include "bufferwarning.h"
 #include "controllerbinding.h"
 #include "designercommit.h"
 #include "designertextregistration.h"
@@ -265,6 +266,8 @@ void BitButton::SetMapBuffer(const QByteArray &buffer)
     if (FontMapCodec::decode(buffer, &maps)) {
         d->fontMaps = maps;
         setFont(d->fontMaps.captionFonts[d->language_.current()]);
+    } else if (!buffer.trimmed().isEmpty()) {
+        warnUnreadableBuffer(this, "MapBuffer");
     }
     update();
 }
@@ -275,8 +278,12 @@ void BitButton::SetTextInfoBuffer(const QByteArray &buffer)
 {
     d->textInfoBuffer = buffer;
     QList<QList<TextData>> records;
-    if (buffer.isEmpty() || !TextInfoCodec::decodeSlots(buffer, &records))
+    if (buffer.isEmpty())
         return;
+    if (!TextInfoCodec::decodeSlots(buffer, &records)) {
+        warnUnreadableBuffer(this, "textInfoBuffer");
+        return;
+    }
     d->records = records;
     for (QList<TextData> &slot : d->records) {
         if (!slot.isEmpty())

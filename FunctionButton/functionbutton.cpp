@@ -2,6 +2,7 @@
 
 #include "bitaddress.h"
 #include "bitwriteaction.h"
+#include "bufferwarning.h"
 #include "controllerbinding.h"
 #include "designercommit.h"
 #include "designerhost.h"
@@ -322,8 +323,11 @@ void FunctionButton::SetMapBuffer(const QByteArray &buffer)
 {
     d->mapBuffer = buffer;
     FontMapCodec::Maps maps;
-    if (!FontMapCodec::decode(buffer, &maps))
+    if (!FontMapCodec::decode(buffer, &maps)) {
+        if (!buffer.trimmed().isEmpty())
+            warnUnreadableBuffer(this, "MapBuffer");
         return;
+    }
     d->fontMap = maps.captionFonts;
     if (!d->fontMap.isEmpty())
         setFont(d->fontMap.value(d->language, QFont()));
@@ -335,8 +339,12 @@ void FunctionButton::SetTextInfoBuffer(const QByteArray &buffer)
 {
     d->textInfoBuffer = buffer;
     QList<TextData> records;
-    if (buffer.isEmpty() || !TextInfoCodec::decodeSlot(buffer, &records))
+    if (buffer.isEmpty())
         return;
+    if (!TextInfoCodec::decodeSlot(buffer, &records)) {
+        warnUnreadableBuffer(this, "textInfoBuffer");
+        return;
+    }
     d->records = records;
     TextData *record = d->firstRecord();
     if (!record)

@@ -2,6 +2,7 @@
 
 #include "hexframe.h"
 #include "storedstream.h"
+#include "textdata.h"
 
 #include <QDataStream>
 #include <QIODevice>
@@ -24,9 +25,9 @@ bool FontMapCodec::decode(const QByteArray &buffer, Maps *maps)
     QDataStream in(data);
     StoredStream::prepare(in);
     Maps read;
-    if (!in.atEnd() && !StoredStream::readFontMap(in, read.captionFonts))
+    if (!in.atEnd() && !StoredStream::readFontMap(in, read.captionFonts, TextData::MaxLanguages))
         return false;
-    if (!in.atEnd() && !StoredStream::readFontMap(in, read.secondFonts))
+    if (!in.atEnd() && !StoredStream::readFontMap(in, read.secondFonts, TextData::MaxLanguages))
         return false;
     *maps = read;
     return true;

@@ -19,6 +19,8 @@ public:
     };
 
     static QByteArray encode(const Maps &maps);
+    // Each map holds at most one font per language; more, or more bytes than the default expansion
+    // limit, is malformed.
     static bool decode(const QByteArray &buffer, Maps *maps);
 };
 

@@ -38,14 +38,23 @@ bool HexFrame::fromHex(const QByteArray &hexText, QByteArray *bytes)
     return true;
 }
 
-bool HexFrame::uncompress(const QByteArray &block, QByteArray *data)
+bool HexFrame::Budget::spend(qint64 bytes)
+{
+    if (bytes < 0 || bytes > m_left)
+        return false;
+    m_left -= bytes;
+    return true;
+}
+
+bool HexFrame::uncompress(const QByteArray &block, QByteArray *data, Budget &budget)
 {
     if (block.size() < 4)
         return false;
     const auto *bytes = reinterpret_cast<const uchar *>(block.constData());
     const quint32 claimed = (quint32(bytes[0]) << 24) | (quint32(bytes[1]) << 16) | (quint32(bytes[2]) << 8)
                             | quint32(bytes[3]);
-    if (claimed > MaxUncompressedSize)
+    // The claim is spent up front: it is what gets allocated, and qCompress claims exactly its output.
+    if (!budget.spend(qint64(claimed)))
         return false;
 
     if (claimed == 0) { // qCompress writes an empty input as the size alone
@@ -72,8 +81,14 @@ bool HexFrame::uncompress(const QByteArray &block, QByteArray *data)
     return true;
 }
 
-bool HexFrame::decode(const QByteArray &hexText, QByteArray *data)
+bool HexFrame::decode(const QByteArray &hexText, QByteArray *data, Budget &budget)
 {
     QByteArray block;
-    return fromHex(hexText, &block) && uncompress(block, data);
+    return fromHex(hexText, &block) && uncompress(block, data, budget);
+}
+
+bool HexFrame::decode(const QByteArray &hexText, QByteArray *data)
+{
+    Budget budget;
+    return decode(hexText, data, budget);
 }

@@ -10,15 +10,31 @@
 class HMIWIDGETS_EXPORT HexFrame
 {
 public:
-    // Larger claimed or actual sizes are refused rather than allocated.
-    static constexpr qint64 MaxUncompressedSize = 64 * 1024 * 1024;
+    // What one stored buffer may expand to over all its nested layers together, unless its reader
+    // allows more. A few kilobytes of captions and fonts is what a button really stores.
+    static constexpr qint64 DefaultExpansionLimit = 1024 * 1024;
+
+    // The bytes a buffer may still decompress to; shared by the nested layers of one buffer, so a
+    // buffer whose every layer expands a little cannot add up to a large allocation or a long inflate.
+    class Budget
+    {
+    public:
+        explicit Budget(qint64 bytes = DefaultExpansionLimit) : m_left(bytes) {}
+        qint64 left() const { return m_left; }
+        bool spend(qint64 bytes);
+
+    private:
+        qint64 m_left;
+    };
 
     static QByteArray encode(const QByteArray &data);
-    // False for empty, non-hex, truncated or corrupt input, or more than MaxUncompressedSize.
+    // False for empty, non-hex, truncated or corrupt input, or for more than the budget has left.
+    static bool decode(const QByteArray &hexText, QByteArray *data, Budget &budget);
     static bool decode(const QByteArray &hexText, QByteArray *data);
 
     static bool fromHex(const QByteArray &hexText, QByteArray *bytes);
-    static bool uncompress(const QByteArray &block, QByteArray *data);
+    // The claimed size is checked against the budget before anything is allocated.
+    static bool uncompress(const QByteArray &block, QByteArray *data, Budget &budget);
 };
 
 #endif

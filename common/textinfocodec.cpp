@@ -24,17 +24,24 @@ QByteArray TextInfoCodec::encodeSlot(const QList<TextData> &records)
     return HexFrame::encode(data);
 }
 
-bool TextInfoCodec::decodeSlot(const QByteArray &buffer, QList<TextData> *records)
+bool TextInfoCodec::decodeSlot(const QByteArray &buffer, QList<TextData> *records, const Limits &limits)
+{
+    HexFrame::Budget budget(limits.expansion);
+    return decodeSlot(buffer, records, limits.recordCount, budget);
+}
+
+bool TextInfoCodec::decodeSlot(const QByteArray &buffer, QList<TextData> *records, int maxRecords,
+                               HexFrame::Budget &budget)
 {
     QByteArray data;
-    if (!HexFrame::decode(buffer, &data))
+    if (!HexFrame::decode(buffer, &data, budget))
         return false;
     QDataStream in(data);
     StoredStream::prepare(in);
     qint32 version = 0;
     in >> version; // any version is read the same way
     qint32 count = 0;
-    if (!StoredStream::readCount(in, count, MinRecordSize))
+    if (!StoredStream::readCount(in, count, MinRecordSize, maxRecords))
         return false;
     QList<TextData> read;
     read.reserve(count);
@@ -60,17 +67,19 @@ QByteArray TextInfoCodec::encodeSlots(const QList<QList<TextData>> &slotRecords)
     return HexFrame::encode(data);
 }
 
-bool TextInfoCodec::decodeSlots(const QByteArray &buffer, QList<QList<TextData>> *slotRecords)
+bool TextInfoCodec::decodeSlots(const QByteArray &buffer, QList<QList<TextData>> *slotRecords,
+                                const Limits &limits)
 {
+    HexFrame::Budget budget(limits.expansion); // shared by the outer layer and every slot
     QByteArray data;
-    if (!HexFrame::decode(buffer, &data))
+    if (!HexFrame::decode(buffer, &data, budget))
         return false;
     QDataStream in(data);
     StoredStream::prepare(in);
     qint32 version = 0;
     in >> version;
     qint32 count = 0;
-    if (!StoredStream::readCount(in, count, MinSlotSize))
+    if (!StoredStream::readCount(in, count, MinSlotSize, limits.slotCount))
         return false;
     QList<QList<TextData>> read;
     read.reserve(count);
@@ -80,7 +89,7 @@ bool TextInfoCodec::decodeSlots(const QByteArray &buffer, QList<QList<TextData>>
         if (in.status() != QDataStream::Ok)
             return false;
         QList<TextData> records; // an empty slot text stands for a slot without records
-        if (!slotText.isEmpty() && !decodeSlot(slotText, &records))
+        if (!slotText.isEmpty() && !decodeSlot(slotText, &records, limits.recordCount, budget))
             return false;
         read.append(records);
     }

@@ -1,11 +1,21 @@
 #ifndef TEXTINFOCODEC_H
 #define TEXTINFOCODEC_H
 
+#include "hexframe.h"
 #include "hmiwidgets_export.h"
 #include "textdata.h"
 
 #include <QByteArray>
 #include <QList>
+
+// What a text-buffer reader accepts: a buffer with more slots, more records in a slot, or more bytes
+// over all its layers than the widget can mean is malformed as a whole.
+struct TextInfoLimits
+{
+    int slotCount = 2;   // the bit button's On and Off
+    int recordCount = 1; // the buttons keep one record per slot
+    qint64 expansion = HexFrame::DefaultExpansionLimit;
+};
 
 // The stored form of a widget's text records ("textInfoBuffer").
 // A slot is the hex text of a compressed data stream: qint32 1, qint32 count, the records.
@@ -13,11 +23,18 @@
 class HMIWIDGETS_EXPORT TextInfoCodec
 {
 public:
+    using Limits = TextInfoLimits;
+
     static QByteArray encodeSlot(const QList<TextData> &records);
-    static bool decodeSlot(const QByteArray &buffer, QList<TextData> *records);
+    static bool decodeSlot(const QByteArray &buffer, QList<TextData> *records, const Limits &limits = Limits());
 
     static QByteArray encodeSlots(const QList<QList<TextData>> &slotRecords);
-    static bool decodeSlots(const QByteArray &buffer, QList<QList<TextData>> *slotRecords);
+    static bool decodeSlots(const QByteArray &buffer, QList<QList<TextData>> *slotRecords,
+                            const Limits &limits = Limits());
+
+private:
+    static bool decodeSlot(const QByteArray &buffer, QList<TextData> *records, int maxRecords,
+                           HexFrame::Budget &budget);
 };
 
 #endif

@@ -3,7 +3,7 @@
 #include <QDataStream>
 #include <QIODevice>
 
-#include <limits>
+#include <algorithm>
 
 namespace StoredStream {
 
@@ -19,11 +19,15 @@ void prepare(QDataStream &stream)
     stream.setByteOrder(QDataStream::BigEndian);
 }
 
-bool readCount(QDataStream &in, quint32 &count, int minElementSize)
+bool readCount(QDataStream &in, quint32 &count, int minElementSize, quint32 maxCount)
 {
     in >> count;
     if (in.status() != QDataStream::Ok)
         return false;
+    if (count > maxCount) {
+        in.setStatus(QDataStream::ReadCorruptData);
+        return false;
+    }
     const QIODevice *device = in.device();
     const qint64 left = device ? device->bytesAvailable() : 0;
     if (qint64(count) * minElementSize > left) {
@@ -33,24 +37,20 @@ bool readCount(QDataStream &in, quint32 &count, int minElementSize)
     return true;
 }
 
-bool readCount(QDataStream &in, qint32 &count, int minElementSize)
+bool readCount(QDataStream &in, qint32 &count, int minElementSize, qint32 maxCount)
 {
-    quint32 raw = 0;
-    if (!readCount(in, raw, minElementSize))
+    quint32 raw = 0; // a negative count reads as a huge one and is refused
+    if (!readCount(in, raw, minElementSize, quint32(std::max(0, maxCount))))
         return false;
-    if (raw > quint32(std::numeric_limits<qint32>::max())) {
-        in.setStatus(QDataStream::ReadCorruptData);
-        return false;
-    }
     count = qint32(raw);
     return true;
 }
 
-bool readStringList(QDataStream &in, QStringList &list)
+bool readStringList(QDataStream &in, QStringList &list, int maxCount)
 {
     list.clear();
     quint32 count = 0;
-    if (!readCount(in, count, MinStringSize))
+    if (!readCount(in, count, MinStringSize, quint32(std::max(0, maxCount))))
         return false;
     list.reserve(int(count));
     for (quint32 i = 0; i < count; ++i) {
@@ -70,11 +70,11 @@ void writeStringList(QDataStream &out, const QStringList &list)
         out << s;
 }
 
-bool readFontList(QDataStream &in, QList<QFont> &list)
+bool readFontList(QDataStream &in, QList<QFont> &list, int maxCount)
 {
     list.clear();
     quint32 count = 0;
-    if (!readCount(in, count, MinFontSize))
+    if (!readCount(in, count, MinFontSize, quint32(std::max(0, maxCount))))
         return false;
     list.reserve(int(count));
     for (quint32 i = 0; i < count; ++i) {
@@ -94,11 +94,11 @@ void writeFontList(QDataStream &out, const QList<QFont> &list)
         out << f;
 }
 
-bool readFontMap(QDataStream &in, QMap<int, QFont> &map)
+bool readFontMap(QDataStream &in, QMap<int, QFont> &map, int maxCount)
 {
     map.clear();
     quint32 count = 0;
-    if (!readCount(in, count, MinFontPairSize))
+    if (!readCount(in, count, MinFontPairSize, quint32(std::max(0, maxCount))))
         return false;
     for (quint32 i = 0; i < count; ++i) {
         qint32 key = 0;

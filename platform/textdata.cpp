@@ -28,7 +28,8 @@ QDataStream &operator>>(QDataStream &in, TextData &data)
     read.firstValue = first;
     read.secondValue = second;
     read.wordLibId = id;
-    if (!StoredStream::readStringList(in, read.texts) || !StoredStream::readFontList(in, read.fonts))
+    if (!StoredStream::readStringList(in, read.texts, TextData::MaxLanguages)
+        || !StoredStream::readFontList(in, read.fonts, TextData::MaxLanguages))
         return in;
     data = read;
     return in;

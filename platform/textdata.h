@@ -13,6 +13,9 @@ class QDataStream;
 // The texts of one text slot in every language, as the text property editor keeps them.
 struct HMIPLATFORM_EXPORT TextData
 {
+    // One text and one font per language; a stored record with more is malformed.
+    static constexpr int MaxLanguages = 10;
+
     int firstValue = 0;
     int secondValue = 0;
     int wordLibId = -1;
@@ -23,8 +26,8 @@ struct HMIPLATFORM_EXPORT TextData
     bool operator!=(const TextData &other) const { return !(*this == other); }
 };
 
-// Data stream layout: int, int, int, QStringList, QList<QFont>. Malformed input sets the stream
-// status and leaves the record unchanged.
+// Data stream layout: int, int, int, QStringList, QList<QFont>. Malformed input (lists longer than
+// MaxLanguages included) sets the stream status and leaves the record unchanged.
 HMIPLATFORM_EXPORT QDataStream &operator<<(QDataStream &out, const TextData &data);
 HMIPLATFORM_EXPORT QDataStream &operator>>(QDataStream &in, TextData &data);
 

@@ -1,6 +1,7 @@
 #include "designercommit.h"
 #include "fakedesignerhost.h"
 #include "fontmapcodec.h"
+#include "bitbutton.h"
 #include "hexframe.h"
 #include "languagestate.h"
 #include "norvointerface_z3.h"
@@ -125,6 +126,8 @@ private Q_SLOTS:
     void malformed_data();
     void malformed();
     void hexFrameLimits();
+    void amplification_data();
+    void amplification();
     void languageState();
     void wordLibraryRefresh();
     void designerCommit();
@@ -146,7 +149,10 @@ void TestTextCodecs::goldenSlot()
     const QList<TextData> expected{record(-1, {QStringLiteral("Start"), QStringLiteral("Anlauf")}),
                                    record(7, {}, {QFont(QStringLiteral("Sans"), 12)})};
     QList<TextData> decoded;
-    QVERIFY(TextInfoCodec::decodeSlot(golden, &decoded));
+    QVERIFY(!TextInfoCodec::decodeSlot(golden, &decoded)); // a button's slot holds one record
+    TextInfoCodec::Limits twoRecords;
+    twoRecords.recordCount = 2;
+    QVERIFY(TextInfoCodec::decodeSlot(golden, &decoded, twoRecords));
     QCOMPARE(decoded, expected);
     QCOMPARE(TextInfoCodec::encodeSlot(expected), golden);
 }
@@ -221,12 +227,14 @@ void TestTextCodecs::roundTrip_data()
 void TestTextCodecs::roundTrip()
 {
     QFETCH(QList<QList<TextData>>, slotRecords);
+    TextInfoCodec::Limits twoRecords;
+    twoRecords.recordCount = 2;
     QList<QList<TextData>> decoded{{record(5, {QStringLiteral("stale")})}};
-    QVERIFY(TextInfoCodec::decodeSlots(TextInfoCodec::encodeSlots(slotRecords), &decoded));
+    QVERIFY(TextInfoCodec::decodeSlots(TextInfoCodec::encodeSlots(slotRecords), &decoded, twoRecords));
     QCOMPARE(decoded, slotRecords);
     for (const QList<TextData> &slot : slotRecords) {
         QList<TextData> one;
-        QVERIFY(TextInfoCodec::decodeSlot(TextInfoCodec::encodeSlot(slot), &one));
+        QVERIFY(TextInfoCodec::decodeSlot(TextInfoCodec::encodeSlot(slot), &one, twoRecords));
         QCOMPARE(one, slot);
     }
 }
@@ -293,12 +301,88 @@ void TestTextCodecs::hexFrameLimits()
     QCOMPARE(data, QByteArray("abc"));
     QVERIFY(HexFrame::encode("abc") == HexFrame::encode("abc").toLower());
 
-    // Exactly at the cap is accepted; one past it is refused before anything is allocated.
-    QByteArray capped = qCompress(QByteArray(int(HexFrame::MaxUncompressedSize), 'a'));
-    QVERIFY(HexFrame::uncompress(capped, &data));
-    QCOMPARE(data.size(), int(HexFrame::MaxUncompressedSize));
-    qToBigEndian(quint32(HexFrame::MaxUncompressedSize + 1), capped.data());
-    QVERIFY(!HexFrame::uncompress(capped, &data));
+    // Exactly the budget is accepted; one byte past it is refused before anything is allocated.
+    const int limit = int(HexFrame::DefaultExpansionLimit);
+    QByteArray capped = qCompress(QByteArray(limit, 'a'));
+    HexFrame::Budget exact;
+    QVERIFY(HexFrame::uncompress(capped, &data, exact));
+    QCOMPARE(data.size(), limit);
+    QCOMPARE(exact.left(), 0);
+    HexFrame::Budget oneShort(limit - 1);
+    QVERIFY(!HexFrame::uncompress(capped, &data, oneShort));
+    qToBigEndian(quint32(0x80000000u), capped.data());
+    HexFrame::Budget plenty(qint64(1) << 40);
+    QVERIFY(!HexFrame::uncompress(capped, &data, plenty)); // the stream does not hold what it claims
+}
+
+void TestTextCodecs::amplification_data()
+{
+    // Each buffer is small; what it would expand to, or the counts it holds, are not.
+    QTest::addColumn<QByteArray>("textInfo"); // bit button, two slots
+    QTest::addColumn<QByteArray>("mapBuffer");
+    QTest::addColumn<bool>("accepted");
+    const QString longText(300 * 1024, QLatin1Char('x')); // 600 KiB in the stream, a few hundred bytes packed
+    Bytes longSlot;
+    longSlot.i32(1).i32(1).record(0, 0, -1, {longText}).i32(0);
+    Bytes shortSlot;
+    shortSlot.i32(1).i32(1).record(0, 0, -1, {QStringLiteral("OFF")}).i32(0);
+    const QByteArray fine = Bytes().i32(1).i32(2).bytes(longSlot.framed()).bytes(shortSlot.framed()).framed();
+    const QByteArray twoLong = Bytes().i32(1).i32(2).bytes(longSlot.framed()).bytes(longSlot.framed()).framed();
+    auto slotsOf = [&](int count) {
+        Bytes outer;
+        outer.i32(1).i32(count);
+        for (int i = 0; i < count; ++i)
+            outer.bytes(shortSlot.framed());
+        return outer.framed();
+    };
+    auto texts = [](int count) {
+        QStringList list;
+        for (int i = 0; i < count; ++i)
+            list << QStringLiteral("t%1").arg(i);
+        Bytes slot;
+        slot.i32(1).i32(1).record(0, 0, -1, list).i32(0);
+        return Bytes().i32(1).i32(1).bytes(slot.framed()).framed();
+    };
+    auto fonts = [](int count) {
+        Bytes map;
+        map.i32(count);
+        for (int i = count - 1; i >= 0; --i)
+            map.i32(i).font(QStringLiteral("Sans"), 10, 50, false);
+        return map.framed();
+    };
+    QTest::newRow("one long slot") << fine << fonts(10) << true;
+    QTest::newRow("two long slots together past the limit") << twoLong << fonts(11) << false;
+    QTest::newRow("two slots") << slotsOf(2) << fonts(0) << true;
+    QTest::newRow("three slots") << slotsOf(3) << fonts(11) << false;
+    QTest::newRow("ten texts") << texts(10) << QByteArray() << true;
+    QTest::newRow("eleven texts") << texts(11) << fonts(1700) << false;
+}
+
+void TestTextCodecs::amplification()
+{
+    QFETCH(QByteArray, textInfo);
+    QFETCH(QByteArray, mapBuffer);
+    QFETCH(bool, accepted);
+    QList<QList<TextData>> slotRecords;
+    QCOMPARE(TextInfoCodec::decodeSlots(textInfo, &slotRecords), accepted);
+    FontMapCodec::Maps maps;
+    QCOMPARE(mapBuffer.isEmpty() || FontMapCodec::decode(mapBuffer, &maps), accepted);
+
+    // A widget given an unreadable buffer says which, keeps the value, holds no data from it, reads on.
+    BitButton button;
+    button.setObjectName(QStringLiteral("feed"));
+    const QString pattern = QStringLiteral("BitButton \"feed\": property \"%1\" is malformed");
+    if (!accepted) {
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(pattern.arg("textInfoBuffer")));
+        if (!mapBuffer.isEmpty())
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(pattern.arg("MapBuffer")));
+    }
+    button.SetTextInfoBuffer(textInfo);
+    button.SetMapBuffer(mapBuffer);
+    QCOMPARE(button.textInfoBuffer(), textInfo);
+    QCOMPARE(button.MapBuffer(), mapBuffer);
+    QCOMPARE(button.getOnTextList().isEmpty(), !accepted);
+    QCOMPARE(button.text(), QStringLiteral("OFF"));
 }
 
 void TestTextCodecs::languageState()

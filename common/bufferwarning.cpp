@@ -1,0 +1,10 @@
+#include "bufferwarning.h"
+
+#include <QObject>
+#include <QtGlobal>
+
+void warnUnreadableBuffer(const QObject *widget, const char *property)
+{
+    qWarning("%s \"%s\": property \"%s\" is malformed or larger than it can be; it is ignored",
+             widget->metaObject()->className(), qPrintable(widget->objectName()), property);
+}
