@@ -58,7 +58,10 @@ ButtonPainter::ButtonPainter(AbstractButton *button, const ButtonLook &look, But
 void ButtonPainter::paint(const ButtonFace &face) const
 {
     QPainter p(m_button);
-    if (!m_cache) {
+    const qreal dpr = m_button->devicePixelRatioF();
+    if (!m_cache || !ButtonRenderCache::isCheap(m_button->size(), dpr)) {
+        if (m_cache)
+            m_cache->clear(); // a button that grew past the limit keeps no stale images either
         draw(p, face);
         return;
     }

@@ -13,6 +13,27 @@ bool ButtonRenderCache::Key::operator==(const Key &o) const
            && font == o.font;
 }
 
+bool ButtonRenderCache::isCheap(const QSize &size, qreal devicePixelRatio)
+{
+    const qreal pixels = qreal(qMax(0, size.width())) * qMax(0, size.height()) * devicePixelRatio * devicePixelRatio;
+    return pixels * 4 <= qreal(MaxCachedBytes);
+}
+
+void ButtonRenderCache::clear()
+{
+    m_entries = {};
+    m_next = 0;
+}
+
+bool ButtonRenderCache::isEmpty() const
+{
+    for (const Entry &e : m_entries) {
+        if (e.used)
+            return false;
+    }
+    return true;
+}
+
 const QPixmap *ButtonRenderCache::find(const Key &key) const
 {
     for (const Entry &e : m_entries) {

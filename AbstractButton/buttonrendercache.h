@@ -39,8 +39,15 @@ public:
         bool operator==(const Key &o) const;
     };
 
+    // Images worth keeping: a button of ordinary size. A huge one is drawn directly, since two
+    // full-size images would cost far more memory than the drawing they save.
+    static constexpr qint64 MaxCachedBytes = 1024 * 1024;
+    static bool isCheap(const QSize &size, qreal devicePixelRatio);
+
     const QPixmap *find(const Key &key) const;
     void insert(const Key &key, const QPixmap &pixmap);
+    void clear();
+    bool isEmpty() const;
 
 private:
     struct Entry

@@ -1,13 +1,24 @@
 #!/usr/bin/env bash
-# Builds the buffer fuzzer with clang and runs it: scripts/fuzz.sh [seconds] (default 60).
+# Builds the fuzz targets with clang and runs them one after another:
+#   scripts/fuzz.sh [seconds per target, default 60] [target...]
+# Targets: fuzz_buffers (stored text and font buffers), fuzz_buttons (buffers applied to the bit and
+# function buttons), fuzz_parsers (caption table, colour text, keypad entry, value formatting).
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
-WITH_FUZZ=1 "$root/scripts/setup.sh"
+"$root/scripts/setup.sh"
 build="$root/build/fuzz"
+seconds=${1:-60}
+shift || true
+targets=("$@")
+[ ${#targets[@]} -gt 0 ] || targets=(fuzz_buffers fuzz_buttons fuzz_parsers)
 CC=clang CXX=clang++ cmake -S "$root" -B "$build" -DHMI_BUILD_FUZZ=ON -DHMI_BUILD_TESTS=OFF \
   -DHMI_BUILD_BENCH=OFF -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build "$build" --target fuzz_buffers -j"$(nproc)"
-corpus="$build/corpus"
-mkdir -p "$corpus"
-cp -n "$root"/fuzz/corpus/* "$corpus"/ 2>/dev/null || true
-QT_QPA_PLATFORM=offscreen "$build/fuzz/fuzz_buffers" -max_total_time="${1:-60}" -rss_limit_mb=2048 "$corpus"
+cmake --build "$build" --target "${targets[@]}" -j"$(nproc)" >"$build/build.log" 2>&1 || { tail -30 "$build/build.log"; exit 1; }
+for target in "${targets[@]}"; do
+  corpus="$build/corpus/$target"
+  mkdir -p "$corpus"
+  cp -n "$root"/fuzz/corpus/* "$corpus"/ 2>/dev/null || true
+  echo "== $target for $seconds s"
+  QT_QPA_PLATFORM=offscreen "$build/fuzz/$target" -max_total_time="$seconds" -max_len=1048576 \
+    -rss_limit_mb=2048 -timeout=10 -print_final_stats=1 "$corpus"
+done

@@ -32,11 +32,13 @@ public:
     ButtonLook look;
     ButtonFace off, on, disabled;
     bool stateOn = false;
+    bool useCache = false;
+    ButtonRenderCache cache;
 
 protected:
     void paintEvent(QPaintEvent *) override
     {
-        ButtonPainter(this, look).paint(!isEnabled() ? disabled : stateOn ? on : off);
+        ButtonPainter(this, look, useCache ? &cache : nullptr).paint(!isEnabled() ? disabled : stateOn ? on : off);
     }
 };
 
@@ -228,6 +230,32 @@ private slots:
         if (position == AbstractButton::PositionRight && iconSpace == INT_MAX)
             QVERIFY(icon.right() < 0 && caption.right() < icon.right());
         QVERIFY(!b.grab().isNull());
+    }
+
+    void renderCache_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<bool>("cached");
+        QTest::newRow("ordinary button") << QSize(100, 30) << true;
+        QTest::newRow("at the limit") << QSize(512, 512) << true;
+        QTest::newRow("just past the limit") << QSize(513, 512) << false;
+        QTest::newRow("16000 x 16000") << QSize(16000, 16000) << false;
+    }
+    // Only a look that is cheap to keep is cached; a huge button is drawn directly, and one that grows
+    // past the limit drops what it kept.
+    void renderCache()
+    {
+        QFETCH(QSize, size);
+        QFETCH(bool, cached);
+        OnOffTestButton b;
+        b.useCache = true;
+        QPixmap corner(100, 30);
+        b.render(&corner, QPoint(), QRegion(0, 0, 100, 30));
+        QVERIFY(!b.cache.isEmpty());
+        b.resize(size);
+        b.render(&corner, QPoint(), QRegion(0, 0, 100, 30));
+        QCOMPARE(b.cache.isEmpty(), !cached);
+        QCOMPARE(corner.toImage().pixelColor(50, 15), OffBody);
     }
 
     void pressedShift_data()

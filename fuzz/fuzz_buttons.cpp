@@ -1,0 +1,68 @@
+// Feeds arbitrary bytes to a bit button and a function button as a form would: the stored text and font
+// buffers, then language switches, the designer-side text operations and one paint. Inputs are split at
+// 0x1e bytes into the text buffer, the font buffer and the language indexes; the first byte picks
+// whether the buffers arrive as given or hex-framed (so the stream readers see every input).
+#include "bitbutton.h"
+#include "functionbutton.h"
+#include "hexframe.h"
+#include "norvointerface_z3.h"
+
+#include <QApplication>
+
+#include <cstdint>
+
+namespace {
+QByteArray framed(const QByteArray &part, int mode)
+{
+    switch (mode % 3) {
+    case 0: return part;
+    case 1: return part.toHex();
+    default: return qCompress(part).toHex();
+    }
+}
+
+template <typename Button, typename Texts>
+void exercise(Button &button, const QByteArray &textInfo, const QByteArray &map, const QByteArray &languages)
+{
+    button.SetTextInfoBuffer(textInfo);
+    button.SetMapBuffer(map);
+    for (char c : languages)
+        button.updateLanguage(int(qint8(c)));
+    Texts texts;
+    button.getPluginNameAndTransText(texts);
+    QList<QStringList> translated;
+    for (int i = 0; i < 3 && i < languages.size(); ++i)
+        translated << QStringList(QString::fromLatin1(languages.mid(i, 4)));
+    button.setPluginTransText(translated);
+    button.upDatePluginTextfromWordLib();
+    (void)button.grab();
+}
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static QApplication app(*argc, *argv);
+    NORVOInterface_Z3 *hmi = NORVOInterface_Z3::initialization();
+    hmi->setSystemLanguages(QStringList(10, QApplication::font().family()));
+    hmi->setWordLibraryEntry(1, {QStringLiteral("one"), QStringLiteral("eins")});
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    if (size < 1)
+        return 0;
+    const QList<QByteArray> parts = QByteArray(reinterpret_cast<const char *>(data + 1), int(size - 1)).split('\x1e');
+    const QByteArray textInfo = framed(parts.value(0), data[0]);
+    const QByteArray map = framed(parts.value(1), data[0] / 3);
+    const QByteArray languages = parts.value(2).left(64);
+
+    BitButton bit;
+    bit.resize(120, 40);
+    exercise<BitButton, QList<QList<TextData>>>(bit, textInfo, map, languages);
+    FunctionButton function;
+    function.resize(120, 40);
+    exercise<FunctionButton, QList<TextData>>(function, textInfo, map, languages);
+    return 0;
+}

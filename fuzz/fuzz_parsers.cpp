@@ -1,0 +1,71 @@
+// Feeds arbitrary text to the small parsers an operator or a form reaches: the function button's caption
+// table (value list and caption list) and its "r,g,b" colour, the soft keypad's entry and confirmation,
+// and the value formatting of data words. The first byte picks the parser and its settings.
+#include "functionbutton.h"
+#include "keypaddialog.h"
+#include "valueformatter.h"
+
+#include <QApplication>
+#include <QtEndian>
+
+#include <cstdint>
+
+extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static QApplication app(*argc, *argv);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    if (size < 1)
+        return 0;
+    const quint8 mode = data[0];
+    const QByteArray rest(reinterpret_cast<const char *>(data + 1), int(size - 1));
+    const QString text = QString::fromUtf8(rest);
+    switch (mode % 4) {
+    case 0: { // caption table: values and captions split at newlines, then one value delivered
+        const QStringList lines = text.split(QLatin1Char('\n'));
+        FunctionButton button;
+        button.SetTextValueList(lines.mid(0, lines.size() / 2));
+        button.SetTextStringList(lines.mid(lines.size() / 2));
+        button.setLanguage(FunctionButton::Language(mode % 10));
+        button.setQeltAppAndFormPtr(nullptr, nullptr);
+        button.updateData(3, lines.value(0).toInt());
+        button.updateData(3, rest.size());
+        break;
+    }
+    case 1: { // colour text
+        FunctionButton button;
+        button.setButtonColor(text);
+        break;
+    }
+    case 2: { // keypad entry: settings from the next bytes, then the text as keys and as initial text
+        if (rest.size() < 6)
+            return 0;
+        static const int radices[] = {10, 16, 8, 2, 7};
+        const int radix = radices[quint8(rest[0]) % 5];
+        const int decimals = qint8(rest[1]);
+        const double lowest = qFromBigEndian<qint16>(rest.constData() + 2);
+        const double highest = qFromBigEndian<qint16>(rest.constData() + 4);
+        const QString entry = QString::fromUtf8(rest.mid(6));
+        KeypadDialog keypad;
+        keypad.setEntry(radix, entry, 20, decimals, lowest, highest);
+        for (const QChar c : entry.left(64))
+            keypad.typeKey(QString(c));
+        keypad.typeKey(QString::fromUtf8("\xe2\x8c\xab")); // backspace key
+        (void)keypad.problem();
+        keypad.accept();
+        break;
+    }
+    default: { // value formatting: value, size code, radix, width and decimals from the bytes
+        if (rest.size() < 8)
+            return 0;
+        const qint32 value = qFromBigEndian<qint32>(rest.constData());
+        (void)ValueFormatter::format(value, qint8(rest[4]), qint8(rest[5]), qint8(rest[6]), qint8(rest[7]));
+        break;
+    }
+    }
+    return 0;
+}
