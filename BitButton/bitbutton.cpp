@@ -9,6 +9,7 @@
 #include "enumvalue.h"
 #include "fontmapcodec.h"
 #include "languagestate.h"
+#include "momentarypress.h"
 #include "norvointerface_z3.h"
 #include "textinfocodec.h"
 #include "widgetfactory.h"
@@ -33,10 +34,12 @@ class BitButton::Private
 public:
     explicit Private(BitButton *q)
         : binding(q, q)
+        , momentary(q, binding)
     {
     }
 
     ControllerBinding binding;
+    MomentaryPress momentary; // after the binding: destroyed first, so it can still write a release
     QColor onTextColor = Qt::black;
     QColor offTextColor = Qt::black;
     QString onText = QStringLiteral("ON");
@@ -219,8 +222,15 @@ void BitButton::updateData(int index, int value)
     }
 }
 
-void BitButton::slotPressed() { BitWriteAction::press(d->binding, d->action, d->writeBit); }
-void BitButton::slotReleased() { BitWriteAction::release(d->binding, d->action, d->writeBit); }
+void BitButton::slotPressed()
+{
+    if (const auto release = BitWriteAction::press(d->binding, d->action, d->writeBit))
+        d->momentary.hold(*release);
+}
+
+// Other ends of a held press (disabled, hidden, blocked, deactivated, focus lost, destroyed) are
+// watched by the momentary press itself.
+void BitButton::slotReleased() { d->momentary.end(); }
 
 void BitButton::resetRegisterReadBitData(int nChannel, int nBitType, int nAddress, int nBitIndex)
 {

@@ -1,34 +1,17 @@
 #include "bitwriteaction.h"
 
-#include "bitaddress.h"
 #include "controllerbinding.h"
 
-void BitWriteAction::press(const ControllerBinding &binding, int action, const BitAddress &bit)
+std::optional<BitWrite> BitWriteAction::press(const ControllerBinding &binding, int action, const BitAddress &bit)
 {
-    if (!binding.isAttached())
-        return;
-    switch (action) {
-    case SetOn:
-    case KeepOn:
-        binding.writeBit(bit.type, bit.address, bit.bitIndex, true);
-        break;
-    case SetOff:
-    case KeepOff:
-        binding.writeBit(bit.type, bit.address, bit.bitIndex, false);
-        break;
-    case Invert:
-        binding.writeBit(bit.type, bit.address, bit.bitIndex,
-                         !binding.readBit(bit.type, bit.address, bit.bitIndex).value_or(false));
-        break;
-    default:
-        break;
-    }
-}
-
-void BitWriteAction::release(const ControllerBinding &binding, int action, const BitAddress &bit)
-{
-    if (action == KeepOn)
-        binding.writeBit(bit.type, bit.address, bit.bitIndex, false);
-    else if (action == KeepOff)
-        binding.writeBit(bit.type, bit.address, bit.bitIndex, true);
+    if (!binding.isAttached() || action < SetOn || action > Invert)
+        return std::nullopt;
+    const int channel = binding.resolvedChannel();
+    bool value = action == SetOn || action == KeepOn;
+    if (action == Invert)
+        value = !binding.readBitOn(channel, bit.type, bit.address, bit.bitIndex).value_or(false);
+    binding.writeBitOn(channel, bit.type, bit.address, bit.bitIndex, value);
+    if (action == KeepOn || action == KeepOff)
+        return BitWrite{channel, bit, !value};
+    return std::nullopt;
 }

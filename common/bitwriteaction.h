@@ -1,21 +1,31 @@
 #ifndef BITWRITEACTION_H
 #define BITWRITEACTION_H
 
+#include "bitaddress.h"
 #include "hmiwidgets_export.h"
 
-class ControllerBinding;
-struct BitAddress;
+#include <optional>
 
-// What a press and a release of a bound button write to its write bit.
+class ControllerBinding;
+
+// One write of a bit on a channel resolved when the operator acted.
+struct BitWrite
+{
+    int channel = 0;
+    BitAddress bit;
+    bool value = false;
+};
+
+// What a press of a bound button writes to its write bit.
 class HMIWIDGETS_EXPORT BitWriteAction
 {
 public:
     enum Action { SetOn = 0, SetOff = 1, KeepOn = 2, KeepOff = 3, Invert = 4 };
 
-    // SetOn/KeepOn write 1, SetOff/KeepOff write 0, Invert writes the negation of the bit read.
-    static void press(const ControllerBinding &binding, int action, const BitAddress &bit);
-    // KeepOn writes 0 and KeepOff writes 1 again; the other actions write nothing.
-    static void release(const ControllerBinding &binding, int action, const BitAddress &bit);
+    // SetOn/KeepOn write 1, SetOff/KeepOff write 0, Invert writes the negation of the bit read; the
+    // channel is resolved once, so Invert reads and writes the same bit. For KeepOn and KeepOff the
+    // result is the write that ends the press (the opposite value, on the same channel).
+    static std::optional<BitWrite> press(const ControllerBinding &binding, int action, const BitAddress &bit);
 };
 
 #endif

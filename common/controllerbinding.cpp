@@ -143,14 +143,28 @@ std::optional<bool> ControllerBinding::readBit(int bitType, int address, int bit
 {
     if (!m_app)
         return std::nullopt;
-    return m_app->getBit(resolvedChannel(), bitType, address, bitIndex, m_comId);
+    return readBitOn(resolvedChannel(), bitType, address, bitIndex);
 }
 
 bool ControllerBinding::writeBit(int bitType, int address, int bitIndex, bool value) const
 {
     if (!m_app)
         return false;
-    m_app->setBit(resolvedChannel(), QeltApp::BitType(bitType), address, bitIndex, value, m_comId);
+    return writeBitOn(resolvedChannel(), bitType, address, bitIndex, value);
+}
+
+std::optional<bool> ControllerBinding::readBitOn(int channel, int bitType, int address, int bitIndex) const
+{
+    if (!m_app)
+        return std::nullopt;
+    return m_app->getBit(channel, bitType, address, bitIndex, m_comId);
+}
+
+bool ControllerBinding::writeBitOn(int channel, int bitType, int address, int bitIndex, bool value) const
+{
+    if (!m_app)
+        return false;
+    m_app->setBit(channel, QeltApp::BitType(bitType), address, bitIndex, value, m_comId);
     return true;
 }
 

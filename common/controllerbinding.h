@@ -65,6 +65,10 @@ public:
 
     std::optional<bool> readBit(int bitType, int address, int bitIndex) const;
     bool writeBit(int bitType, int address, int bitIndex, bool value) const;
+    // The same on a channel resolved beforehand, so that one operator action reads and writes one
+    // channel even if the current-channel word changes in between.
+    std::optional<bool> readBitOn(int channel, int bitType, int address, int bitIndex) const;
+    bool writeBitOn(int channel, int bitType, int address, int bitIndex, bool value) const;
     std::optional<int> readData(int dataClass, int address) const;
     bool writeData(int dataClass, int address, int value) const;
 

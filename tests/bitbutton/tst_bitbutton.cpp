@@ -3,6 +3,7 @@
 #include "fakedesignerhost.h"
 #include "norvointerface_z3.h"
 
+#include <QLineEdit>
 #include <QtTest>
 
 #include <climits>
@@ -272,6 +273,124 @@ private slots:
                 QCOMPARE(c.args.first().toInt(), expected);
         }
         QCOMPARE(panel.app.callsNamed("getData").isEmpty(), !chnNoVar);
+    }
+
+    // An inverting press reads and writes one channel, even when the current-channel word changes
+    // between the read and the write.
+    void invertUsesOneChannel()
+    {
+        struct SwitchingApp : RecordingQeltApp
+        {
+            int getData(int channel, DataClass dataClass, int address, int comId) override
+            {
+                const int value = RecordingQeltApp::getData(channel, dataClass, address, comId);
+                if (address == CurrentChannelAddress)
+                    memory().setWord(comId, channel, dataClass, address, value + 1);
+                return value;
+            }
+        } app;
+        app.memory().setWord(0, 0, QeltApp::Com, QeltApp::CurrentChannelAddress, 2);
+        QDialog form;
+        form.setProperty("QeltApp", QeltApp::toVariant(&app));
+        auto *b = new BitButton(&form);
+        b->SetChnNoVarEnable(true);
+        b->SetWriteBitType(BitButton::Com);
+        b->SetAction(BitButton::Invert);
+        b->ensurePolished();
+        app.clearCalls();
+        b->slotPressed();
+        QCOMPARE(app.callNames(), QStringList({"getData", "getBit", "setBit"}));
+        QCOMPARE(app.callsNamed("getBit").first().args.first(), QVariant(1));
+        QCOMPARE(app.callsNamed("setBit").first().args.first(), QVariant(1));
+    }
+
+    void momentaryPressEnds_data()
+    {
+        QTest::addColumn<int>("action");
+        QTest::addColumn<QString>("end");
+        for (const char *end : {"release", "drag out", "enabled bit 0", "authority refused", "visible bit hides",
+                                "form hidden", "modal dialog", "window deactivated", "focus lost", "destroyed"})
+            QTest::newRow(end) << int(BitButton::KeepOn) << QString::fromLatin1(end);
+        QTest::newRow("KeepOff, enabled bit 0") << int(BitButton::KeepOff) << "enabled bit 0";
+        QTest::newRow("KeepOff, destroyed") << int(BitButton::KeepOff) << "destroyed";
+    }
+
+    // Whatever ends a held momentary press, the release value is written exactly once, to the bit and
+    // channel the press wrote.
+    void momentaryPressEnds()
+    {
+        QFETCH(int, action);
+        QFETCH(QString, end);
+        Panel panel;
+        BitButton *b = panel.button;
+        b->setComId(3);
+        b->SetChannel(2);
+        b->SetWriteBitType(BitButton::User);
+        b->SetWriteAddress(100);
+        b->SetWriteBitIndex(5);
+        b->SetAction(BitButton::Action(action));
+        b->SetEnabledBitType(BitButton::O_BIT);
+        b->SetVisibleBitType(BitButton::O_BIT);
+        b->SetVisibleAddress(1);
+        b->setOperationalAuthority(3);
+        panel.form.show();
+        panel.form.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&panel.form));
+        panel.app.clearCalls();
+        const bool on = action == BitButton::KeepOn;
+        const QVariantList press{1, 7, 100, 5, on, 3};
+        const QVariantList release{1, 7, 100, 5, !on, 3};
+        if (end == "focus lost") {
+            b->setFocusPolicy(Qt::StrongFocus);
+            b->setFocus();
+            QTest::keyPress(b, Qt::Key_Space);
+        } else {
+            QTest::mousePress(b, Qt::LeftButton, {}, QPoint(50, 15));
+        }
+        QCOMPARE(argumentsOf(panel.app.callsNamed("setBit")), QList<QVariantList>{press});
+
+        QLineEdit other(&panel.form);
+        other.setGeometry(0, 40, 100, 20);
+        other.show();
+        QDialog modal(&panel.form);
+        QWidget otherWindow;
+        if (end == "release") {
+            QTest::mouseRelease(b, Qt::LeftButton, {}, QPoint(50, 15));
+        } else if (end == "drag out") {
+            dragTo(b, QPoint(150, 15));
+        } else if (end == "enabled bit 0") {
+            panel.app.deliver(b, 1, 0);
+        } else if (end == "authority refused") {
+            b->updateAuthority(5);
+        } else if (end == "visible bit hides") {
+            panel.app.deliver(b, 2, 0);
+        } else if (end == "form hidden") {
+            panel.form.hide();
+        } else if (end == "modal dialog") {
+            modal.setModal(true);
+            modal.show();
+        } else if (end == "window deactivated") {
+            otherWindow.show();
+            otherWindow.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&otherWindow));
+        } else if (end == "focus lost") {
+            other.setFocus();
+            QVERIFY(other.hasFocus());
+        } else if (end == "destroyed") {
+            delete b;
+            b = nullptr;
+        }
+        QCOMPARE(argumentsOf(panel.app.callsNamed("setBit")), (QList<QVariantList>{press, release}));
+
+        // What comes after the end writes nothing more.
+        if (b) {
+            modal.hide();
+            b->updateAuthority(1);
+            panel.app.deliver(b, 1, 1);
+            QTest::mouseRelease(b, Qt::LeftButton, {}, QPoint(50, 15));
+            QTest::keyRelease(b, Qt::Key_Space);
+        }
+        QCOMPARE(panel.app.callsNamed("setBit").size(), 2);
     }
 
     void visibleBit()
