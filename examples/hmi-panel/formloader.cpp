@@ -16,13 +16,30 @@ QWidget *FormLoader::createWidget(const QString &className, QWidget *parent, con
         widget->setObjectName(name);
         return widget;
     }
-    return QUiLoader::createWidget(className, parent, name);
+    QWidget *widget = QUiLoader::createWidget(className, parent, name);
+    if (!widget)
+        m_missing << QStringLiteral("%1 \"%2\"").arg(className, name);
+    return widget;
 }
 
 QWidget *FormLoader::loadFile(const QString &fileName, QWidget *parent)
 {
+    m_missing.clear();
+    m_problem.clear();
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly)) {
+        m_problem = file.errorString();
         return nullptr;
-    return load(&file, parent);
+    }
+    QWidget *form = load(&file, parent);
+    if (!form) {
+        m_problem = errorString().isEmpty() ? QStringLiteral("not a form") : errorString();
+        return nullptr;
+    }
+    if (!m_missing.isEmpty()) {
+        m_problem = QStringLiteral("no widget class for %1").arg(m_missing.join(QStringLiteral(", ")));
+        delete form;
+        return nullptr;
+    }
+    return form;
 }

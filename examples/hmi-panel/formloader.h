@@ -1,6 +1,7 @@
 #ifndef FORMLOADER_H
 #define FORMLOADER_H
 
+#include <QStringList>
 #include <QUiLoader>
 
 // Loads .ui forms at run time, creating the library's widgets itself so that a panel needs no
@@ -13,8 +14,14 @@ public:
 
     QWidget *createWidget(const QString &className, QWidget *parent = nullptr,
                           const QString &name = QString()) override;
-    // The form in the file, or null with errorString() set.
+    // The whole form in the file, or null with problem() saying why: a file that cannot be read or
+    // parsed, or a widget class that cannot be created (a panel must not run a form with holes).
     QWidget *loadFile(const QString &fileName, QWidget *parent = nullptr);
+    QString problem() const { return m_problem; }
+
+private:
+    QStringList m_missing;
+    QString m_problem;
 };
 
 #endif

@@ -58,6 +58,22 @@ QDialog *FormSession::form() const
     return m_form;
 }
 
+QStringList FormSession::problems() const
+{
+    QStringList out;
+    const QList<QDialog *> dialogs = m_form->findChildren<QDialog *>();
+    for (const QDialog *dialog : dialogs) {
+        if (qstrcmp(dialog->metaObject()->className(), "QDialog") != 0)
+            continue;
+        const QString why = dialog->property("QeltApp").isValid()
+                                ? QStringLiteral("sets its own \"QeltApp\" property, which only the panel may set")
+                                : QStringLiteral("has no application");
+        out << QStringLiteral("dialog \"%1\" inside the form %2; the widgets in it cannot attach")
+                   .arg(dialog->objectName(), why);
+    }
+    return out;
+}
+
 void FormSession::start()
 {
     const char *attach = "setQeltAppAndFormPtr(void*,void*)";

@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QStringList>
 
 class QDialog;
 class QWidget;
@@ -20,6 +21,9 @@ public:
     ~FormSession() override;
 
     QDialog *form() const;
+    // What keeps the form from running whole, one line each: a plain QDialog inside the form would be
+    // the form of the widgets in it, and it carries no application (a form file cannot give one).
+    QStringList problems() const;
     // Hands the application to the widgets and starts updates.
     void start();
     void setLanguage(int index);

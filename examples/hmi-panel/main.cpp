@@ -25,6 +25,14 @@ int main(int argc, char **argv)
     }();
     if (wantsScreenshot && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (wantsScreenshot) {
+        // The offscreen platform says on every window that it has no window manager to tell sizes to.
+        static const QtMessageHandler previous = qInstallMessageHandler(nullptr);
+        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &context, const QString &message) {
+            if (!message.startsWith(QLatin1String("This plugin does not support propagateSizeHints")))
+                previous(type, context, message);
+        });
+    }
 
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("hmi-panel"));
@@ -50,13 +58,18 @@ int main(int argc, char **argv)
 
     SimulatedController controller;
     FormLoader loader;
-    QWidget *root = loader.loadFile(parser.positionalArguments().constFirst());
+    const QString formFile = parser.positionalArguments().constFirst();
+    QWidget *root = loader.loadFile(formFile);
     if (!root) {
-        std::fprintf(stderr, "hmi-panel: cannot load %s: %s\n", qPrintable(parser.positionalArguments().constFirst()),
-                     qPrintable(loader.errorString()));
+        std::fprintf(stderr, "hmi-panel: cannot load %s: %s\n", qPrintable(formFile), qPrintable(loader.problem()));
         return 1;
     }
     FormSession session(root, &controller);
+    if (const QStringList problems = session.problems(); !problems.isEmpty()) {
+        for (const QString &problem : problems)
+            std::fprintf(stderr, "hmi-panel: cannot show %s whole: %s\n", qPrintable(formFile), qPrintable(problem));
+        return 1;
+    }
     DemoScenario scenario(&controller);
     PanelWindow window(&session, {QStringLiteral("English"), QStringLiteral("Deutsch")});
     session.start();

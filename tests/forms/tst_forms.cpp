@@ -2,8 +2,10 @@
 // the way Designer writes them.
 #include "bitbutton.h"
 #include "formloader.h"
+#include "formsession.h"
 #include "functionbutton.h"
 #include "norvointerface_z3.h"
+#include "recordingqeltapp.h"
 #include "ui_demo.h"
 
 #include <QDialog>
@@ -26,6 +28,8 @@ private Q_SLOTS:
     void loadedForm();
     void stdsetAsDesignerWrites_data();
     void stdsetAsDesignerWrites();
+    void formsThatCannotRunWhole_data();
+    void formsThatCannotRunWhole();
 };
 
 void TestForms::compiledForm()
@@ -121,6 +125,42 @@ void TestForms::stdsetAsDesignerWrites()
         }
     }
     QVERIFY(checked > 0);
+}
+
+void TestForms::formsThatCannotRunWhole_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("loadProblem");    // empty: loads
+    QTest::addColumn<QString>("sessionProblem"); // empty: runs
+    QTest::newRow("missing file") << "absent.ui" << "No such file" << "";
+    QTest::newRow("unknown widget class") << "bad/unknown-class.ui" << "no widget class for SpindleGauge \"gauge\""
+                                          << "";
+    QTest::newRow("number as application") << "bad/nested-qeltapp.ui" << ""
+                                           << "dialog \"inner\" inside the form sets its own \"QeltApp\" property";
+}
+
+// A form with a hole or a dialog that would cut its widgets off the application is reported, and the
+// widgets it holds never take a number from the form for the application.
+void TestForms::formsThatCannotRunWhole()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, loadProblem);
+    QFETCH(QString, sessionProblem);
+    FormLoader loader;
+    if (loadProblem.contains(QStringLiteral("SpindleGauge"))) // the loader's own warning
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral(".*SpindleGauge.*")));
+    QWidget *root = loader.loadFile(QStringLiteral(HMI_TESTS_DIR "/forms/") + file);
+    QCOMPARE(root == nullptr, !loadProblem.isEmpty());
+    QVERIFY2(loader.problem().contains(loadProblem), qPrintable(loader.problem()));
+    if (!root)
+        return;
+    RecordingQeltApp app;
+    FormSession session(root, &app);
+    QCOMPARE(session.problems().join('\n').contains(sessionProblem), true);
+    QCOMPARE(session.problems().isEmpty(), sessionProblem.isEmpty());
+    session.start();
+    for (const RecordingQeltApp::Registration &r : app.registrations())
+        QVERIFY(!qobject_cast<BitButton *>(r.widget.data()));
 }
 
 QTEST_MAIN(TestForms)
