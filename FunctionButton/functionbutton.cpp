@@ -394,7 +394,10 @@ void FunctionButton::setWordLibId(int id)
             d->textList = texts;
     }
     d->language_.clampTo(int(d->textList.size()));
-    showCaptionOfCurrentLanguage();
+    // Without captions (no record and no word-library entry) there is nothing to show instead of the
+    // caption the button has; blanking it would only lose it.
+    if (!d->textList.isEmpty())
+        showCaptionOfCurrentLanguage();
 }
 
 void FunctionButton::upDatePluginTextfromWordLib()

@@ -110,10 +110,15 @@ void functionButtonListEdit::accept()
     const QString caption = m_widget->text();
     // The fonts travel in the records from now on.
     commit("MapBuffer", QByteArray());
+    const QFont font = m_widget->font();
     commit("textInfoBuffer", TextInfoCodec::encodeSlot(records));
-    // The button shows the new records' caption at once; Designer takes the caption it shows as
-    // the value to undo to, so it gets the old one back until "text" is recorded below.
+    // The buffer's setter applies the new records' caption and font at once; Designer takes what
+    // the button shows as the value to undo to, so both get their old values back until they are
+    // recorded below. Undoing the buffer alone would leave the new font in place.
+    const QFont newFont = m_widget->font();
     m_widget->setText(caption);
+    m_widget->setFont(font);
+    commit("font", newFont);
     commit("textColorEnabled", m_color);
     if (records.isEmpty())
         return;

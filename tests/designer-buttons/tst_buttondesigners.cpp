@@ -24,6 +24,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDialogButtonBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -389,6 +390,15 @@ void TestButtonDesigners::editorFrame()
         QCOMPARE(tabWidget->tabText(tabWidget->currentIndex()), startTab);
         QVERIFY(dialog->preview()->inherits(widget.toLatin1().constData()));
         QCOMPARE(dialog->preview()->parentWidget(), dialog->findChild<QWidget *>(QStringLiteral("previewWidget")));
+        // A one-line description bar across the dialog, and an object name field that shows a long name.
+        auto *description = dialog->findChild<QLabel *>(QStringLiteral("descriptionWidget"));
+        QVERIFY(description->width() > dialog->width() * 9 / 10);
+        QVERIFY(description->height() < 2 * description->fontMetrics().lineSpacing());
+        tabWidget->setCurrentIndex(0);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        auto *objectName = dialog->findChild<QLineEdit *>(QStringLiteral("objectNameLineEdit"));
+        const int longName = objectName->fontMetrics().horizontalAdvance(QStringLiteral("spindleOverrideButton_2"));
+        QVERIFY2(objectName->width() > longName + 10, qPrintable(QString::number(objectName->width())));
     }));
 }
 
@@ -538,7 +548,9 @@ void TestButtonDesigners::bitButtonTexts()
     QCOMPARE(button->offText(), QStringLiteral("Steht"));
     QCOMPARE(history()->count(), 1);
 
+    QVERIFY(button->font().bold());
     history()->undo();
+    QVERIFY(!button->font().bold());
     QCOMPARE(button->onText(), QStringLiteral("Run"));
     QVERIFY(button->textInfoBuffer().isEmpty());
     QCOMPARE(button->MapBuffer(), FontMapCodec::encode(maps));
@@ -551,12 +563,16 @@ void TestButtonDesigners::functionButtonTexts()
     QVERIFY(openForm(Function, prop("text", "string", "Start")
                                    + prop("MapBuffer", "cstring", QString::fromLatin1(FontMapCodec::encode(maps)))));
     QList<TextData> loaded, edited;
+    QString previewCaption;
     QVERIFY(runEditor([&](PropertyDialog *dialog) {
+        previewCaption = dialog->preview()->property("text").toString();
         loaded = textEditor(dialog)->getTextDataList();
         textTable(dialog)->item(1, 0)->setText(QStringLiteral("Go"));
+        textEditor(dialog)->findChild<QCheckBox *>(QStringLiteral("boldCheckBox"))->setChecked(true);
         edited = textEditor(dialog)->getTextDataList();
         click(dialog, QDialogButtonBox::Ok);
     }));
+    QCOMPARE(previewCaption, QStringLiteral("Start")); // the preview shows the caption from the start
     // The caption in every language.
     QCOMPARE(loaded.size(), 1);
     QCOMPARE(loaded.first().texts, (QStringList{"Start", "Start", "Start"}));
@@ -568,12 +584,18 @@ void TestButtonDesigners::functionButtonTexts()
     QCOMPARE(stored, edited);
     QVERIFY(button->MapBuffer().isEmpty());
     QCOMPARE(button->text(), QStringLiteral("Go"));
+    QVERIFY(button->font().bold());
     QCOMPARE(history()->count(), 1);
 
+    // One undo takes back every commit of the editor: buffers, caption and the font they set.
     history()->undo();
     QCOMPARE(button->MapBuffer(), FontMapCodec::encode(maps));
     QVERIFY(button->textInfoBuffer().isEmpty());
     QCOMPARE(button->text(), QStringLiteral("Start"));
+    QVERIFY(!button->font().bold());
+    history()->redo();
+    QCOMPARE(button->text(), QStringLiteral("Go"));
+    QVERIFY(button->font().bold());
 }
 
 QTEST_MAIN(TestButtonDesigners)
