@@ -54,7 +54,7 @@ bool HexFrame::uncompress(const QByteArray &block, QByteArray *data, Budget &bud
     const quint32 claimed = (quint32(bytes[0]) << 24) | (quint32(bytes[1]) << 16) | (quint32(bytes[2]) << 8)
                             | quint32(bytes[3]);
     // The claim is spent up front: it is what gets allocated, and qCompress claims exactly its output.
-    if (!budget.spend(qint64(claimed)))
+    if (qint64(claimed) > MaxLayerSize || !budget.spend(qint64(claimed)))
         return false;
 
     if (claimed == 0) { // qCompress writes an empty input as the size alone

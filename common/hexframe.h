@@ -13,6 +13,9 @@ public:
     // What one stored buffer may expand to over all its nested layers together, unless its reader
     // allows more. A few kilobytes of captions and fonts is what a button really stores.
     static constexpr qint64 DefaultExpansionLimit = 1024 * 1024;
+    // No single layer is ever larger, whatever budget a reader allows: a byte array must be able to
+    // hold it on every Qt major, and the allocation must stay reasonable.
+    static constexpr qint64 MaxLayerSize = 256 * 1024 * 1024;
 
     // The bytes a buffer may still decompress to; shared by the nested layers of one buffer, so a
     // buffer whose every layer expands a little cannot add up to a large allocation or a long inflate.
