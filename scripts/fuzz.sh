@@ -14,6 +14,7 @@ targets=("$@")
 CC=clang CXX=clang++ cmake -S "$root" -B "$build" -DHMI_BUILD_FUZZ=ON -DHMI_BUILD_TESTS=OFF \
   -DHMI_BUILD_BENCH=OFF -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build "$build" --target "${targets[@]}" -j"$(nproc)" >"$build/build.log" 2>&1 || { tail -30 "$build/build.log"; exit 1; }
+export LSAN_OPTIONS="suppressions=$root/fuzz/lsan.supp:print_suppressions=0"
 for target in "${targets[@]}"; do
   corpus="$build/corpus/$target"
   mkdir -p "$corpus"
