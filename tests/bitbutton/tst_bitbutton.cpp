@@ -17,6 +17,16 @@ QVariantList bitRegistration(int index, int channel, int address, int bitType, i
 {
     return registration(index, channel, 0, address, bitType, bitIndex, comId);
 }
+// Presses write bit 5 of user word 100 on channel 2, link 3: setBit(1, 7, 100, 5, value, 3).
+void writeUserBit100_5(BitButton *b, int action)
+{
+    b->setComId(3);
+    b->SetChannel(2);
+    b->SetWriteBitType(BitButton::User);
+    b->SetWriteAddress(100);
+    b->SetWriteBitIndex(5);
+    b->SetAction(BitButton::Action(action));
+}
 QStringList describe(const QList<QList<TextData>> &slotRecords)
 {
     QStringList out;
@@ -201,12 +211,7 @@ private slots:
         QFETCH(QList<QVariantList>, onRelease);
         Panel panel;
         BitButton *b = panel.button;
-        b->setComId(3);
-        b->SetChannel(2);
-        b->SetWriteBitType(BitButton::User);
-        b->SetWriteAddress(100);
-        b->SetWriteBitIndex(5);
-        b->SetAction(BitButton::Action(action));
+        writeUserBit100_5(b, action);
         // The monitor bit (I0.0) holds the opposite value, so a read of the wrong bit shows.
         panel.app.memory().setBit(3, 1, QeltApp::User_BIT, 100, 5, bitBefore);
         panel.app.memory().setBit(3, 1, QeltApp::I_BIT, 0, 0, !bitBefore);
@@ -323,12 +328,7 @@ private slots:
         QFETCH(QString, end);
         Panel panel;
         BitButton *b = panel.button;
-        b->setComId(3);
-        b->SetChannel(2);
-        b->SetWriteBitType(BitButton::User);
-        b->SetWriteAddress(100);
-        b->SetWriteBitIndex(5);
-        b->SetAction(BitButton::Action(action));
+        writeUserBit100_5(b, action);
         b->SetEnabledBitType(BitButton::O_BIT);
         b->SetVisibleBitType(BitButton::O_BIT);
         b->SetVisibleAddress(1);
