@@ -5,6 +5,10 @@
 
 #include <algorithm>
 
+const PaintedButton::FaceColors PaintedButton::InteractionColors{QColor(240, 240, 240), QColor(192, 192, 192),
+                                                                 QColor(128, 217, 234), QColor(176, 176, 176),
+                                                                 QColor(208, 208, 208)};
+
 PaintedButton::PaintedButton(const FaceColors &defaultColors, QWidget *parent)
     : AbstractButton(parent)
     , m_defaultColors(defaultColors)

@@ -30,6 +30,8 @@ public:
     // The five looks of a body, indexed by the interaction state they belong to.
     using FaceState = InteractionState;
     using FaceColors = std::array<QColor, 5>; // Normal, Pushed, Hot, CheckedHot, Disabled
+    // The face colours of the buttons whose looks follow interaction (function, keypad, picture).
+    static const FaceColors InteractionColors;
 
     bool borderEnabled() const { return m_look.borderEnabled; }
     QColor borderColor() const { return m_look.borderColor; }

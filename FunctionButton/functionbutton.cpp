@@ -22,9 +22,6 @@ constexpr int EnabledItem = 0;
 constexpr int VisibleItem = 1;
 constexpr int ColorItem = 2;
 constexpr int TextControlItem = 3;
-
-const PaintedButton::FaceColors DefaultColors{QColor(240, 240, 240), QColor(192, 192, 192), QColor(128, 217, 234),
-                                              QColor(176, 176, 176), QColor(208, 208, 208)};
 } // namespace
 
 HMI_REGISTER_WIDGET(FunctionButton)
@@ -75,7 +72,7 @@ public:
 };
 
 FunctionButton::FunctionButton(QWidget *parent)
-    : PaintedButton(DefaultColors, parent)
+    : PaintedButton(InteractionColors, parent)
     , d(new Private(this))
 {
     NORVOInterface_Z3::setWidgetDefaultFont(this);
