@@ -2,16 +2,13 @@
 
 #include "bitaddress.h"
 #include "bitwriteaction.h"
-#include "bufferwarning.h"
+#include "captiontexts.h"
 #include "controllerbinding.h"
-#include "designercommit.h"
 #include "designerhost.h"
 #include "designertextregistration.h"
 #include "enumvalue.h"
-#include "fontmapcodec.h"
 #include "languagestate.h"
 #include "norvointerface_z3.h"
-#include "textinfocodec.h"
 #include "widgetfactory.h"
 
 #include <QEvent>
@@ -31,14 +28,13 @@ class FunctionButton::Private
 public:
     explicit Private(FunctionButton *q)
         : binding(q, q)
+        , captions(q)
     {
     }
 
-    TextData *firstRecord() { return records.isEmpty() ? nullptr : &records[0]; }
-
     ControllerBinding binding;
+    CaptionTexts captions;
     Language language = language_0;
-    QStringList textList;
     QColor textColorEnabled = Qt::black;
     QColor textColorDisabled = QColor(192, 192, 192);
     QColor onTextColor = Qt::black;
@@ -63,11 +59,6 @@ public:
     QStringList textStringList;
     QMap<int, QStringList> captionTable;
 
-    QByteArray mapBuffer;
-    QMap<int, QFont> fontMap;
-    QByteArray textInfoBuffer;
-    QList<TextData> records;
-    LanguageState language_;
     std::unique_ptr<DesignerTextRegistration> designerRegistration;
 };
 
@@ -89,14 +80,14 @@ QSize FunctionButton::minimumSizeHint() const { return QSize(20, 10); }
 
 FunctionButton::Language FunctionButton::getLanguage() const { return d->language; }
 void FunctionButton::setLanguage(Language language) { assignEnum(d->language, language); }
-QStringList FunctionButton::getTextList() const { return d->textList; }
+QStringList FunctionButton::getTextList() const { return d->captions.textList; }
 
 void FunctionButton::setTextList(const QStringList &texts)
 {
-    d->textList = texts;
+    d->captions.textList = texts;
     const QString caption = text();
-    if (d->language < d->textList.size() && !d->textList.contains(caption))
-        d->textList[d->language] = caption;
+    if (d->language < d->captions.textList.size() && !d->captions.textList.contains(caption))
+        d->captions.textList[d->language] = caption;
 }
 
 QColor FunctionButton::textColorEnabled() const { return d->textColorEnabled; }
@@ -286,8 +277,8 @@ void FunctionButton::updateData(int index, int value)
     case TextControlItem: {
         const auto it = d->captionTable.constFind(value);
         if (it != d->captionTable.constEnd()) {
-            d->textList = *it;
-            setText(LanguageState::textAt(d->textList, d->language));
+            d->captions.textList = *it;
+            setText(LanguageState::textAt(d->captions.textList, d->language));
         }
         break;
     }
@@ -314,102 +305,20 @@ ButtonFace FunctionButton::face() const
 
 // ---- Texts and languages
 
-QByteArray FunctionButton::MapBuffer() const { return d->mapBuffer; }
+QByteArray FunctionButton::MapBuffer() const { return d->captions.mapBuffer(); }
 
 void FunctionButton::SetMapBuffer(const QByteArray &buffer)
 {
-    d->mapBuffer = buffer;
-    FontMapCodec::Maps maps;
-    if (!FontMapCodec::decode(buffer, &maps)) {
-        if (!buffer.trimmed().isEmpty())
-            warnUnreadableBuffer(this, "MapBuffer");
-        return;
-    }
-    d->fontMap = maps.captionFonts;
-    if (!d->fontMap.isEmpty())
-        setFont(d->fontMap.value(d->language, QFont()));
+    if (d->captions.setMapBuffer(buffer) && !d->captions.fontMap.isEmpty())
+        setFont(d->captions.fontMap.value(d->language, QFont()));
 }
 
-QByteArray FunctionButton::textInfoBuffer() const { return d->textInfoBuffer; }
-
-void FunctionButton::SetTextInfoBuffer(const QByteArray &buffer)
-{
-    d->textInfoBuffer = buffer;
-    QList<TextData> records;
-    if (buffer.isEmpty())
-        return;
-    if (!TextInfoCodec::decodeSlot(buffer, &records)) {
-        warnUnreadableBuffer(this, "textInfoBuffer");
-        return;
-    }
-    d->records = records;
-    TextData *record = d->firstRecord();
-    if (!record)
-        return;
-    LanguageState::refreshFromWordLibrary(*record);
-    d->textList = record->texts;
-    d->language_.clampTo(int(d->textList.size()));
-    if (const auto font = LanguageState::fontAt(record->fonts, d->language_.current()))
-        setFont(*font);
-    showCaptionOfCurrentLanguage();
-}
-
-void FunctionButton::showCaptionOfCurrentLanguage()
-{
-    setText(LanguageState::textAt(d->textList, d->language_.current()));
-}
-
-void FunctionButton::updateLanguage(int index)
-{
-    if (!d->language_.accepts(index) || d->textList.isEmpty())
-        return;
-    d->language_.markApplied(index);
-    setText(LanguageState::textAt(d->textList, index));
-    const TextData *record = d->firstRecord();
-    if (record && !record->fonts.isEmpty()) {
-        if (const auto font = LanguageState::fontAt(record->fonts, index))
-            setFont(*font);
-    } else if (!d->fontMap.isEmpty() && d->fontMap.contains(index)) {
-        setFont(d->fontMap.value(index));
-    }
-}
-
-int FunctionButton::wordLibId() const
-{
-    return d->records.isEmpty() ? -1 : d->records.first().wordLibId;
-}
-
-void FunctionButton::setWordLibId(int id)
-{
-    if (TextData *record = d->firstRecord()) {
-        record->wordLibId = id;
-        LanguageState::refreshFromWordLibrary(*record);
-        d->textList = record->texts;
-    } else {
-        QStringList texts;
-        if (NORVOInterface_Z3::initialization()->getWordLibraryDatasUsedId(id, texts))
-            d->textList = texts;
-    }
-    d->language_.clampTo(int(d->textList.size()));
-    // Without captions (no record and no word-library entry) there is nothing to show instead of the
-    // caption the button has; blanking it would only lose it.
-    if (!d->textList.isEmpty())
-        showCaptionOfCurrentLanguage();
-}
-
-void FunctionButton::upDatePluginTextfromWordLib()
-{
-    TextData *record = d->firstRecord();
-    if (!record || record->wordLibId == -1)
-        return;
-    if (LanguageState::refreshFromWordLibrary(*record)) {
-        d->textList = record->texts;
-        showCaptionOfCurrentLanguage();
-    } else {
-        d->textList.clear();
-        setText(QString());
-    }
-}
+QByteArray FunctionButton::textInfoBuffer() const { return d->captions.textInfoBuffer(); }
+void FunctionButton::SetTextInfoBuffer(const QByteArray &buffer) { d->captions.setTextInfoBuffer(buffer); }
+void FunctionButton::updateLanguage(int index) { d->captions.updateLanguage(index, std::nullopt); }
+int FunctionButton::wordLibId() const { return d->captions.wordLibId(); }
+void FunctionButton::setWordLibId(int id) { d->captions.setWordLibId(id); }
+void FunctionButton::upDatePluginTextfromWordLib() { d->captions.upDatePluginTextfromWordLib(); }
 
 void FunctionButton::getPluginNameAndListType(QString &name, int &listType)
 {
@@ -419,36 +328,11 @@ void FunctionButton::getPluginNameAndListType(QString &name, int &listType)
 
 void FunctionButton::getPluginNameAndTransText(QList<TextData> &texts)
 {
-    if (!d->records.isEmpty()) {
-        texts = d->records;
-        return;
-    }
-    TextData record;
-    record.texts = d->textList;
-    if (record.texts.isEmpty()) {
-        for (int i = 0; i < NORVOInterface_Z3::initialization()->getSystemLanguageCount(); ++i)
-            record.texts.append(text());
-    }
-    texts = {record};
+    TextData made;
+    made.texts = d->captions.textList;
+    if (made.texts.isEmpty())
+        made.texts = QStringList(NORVOInterface_Z3::initialization()->getSystemLanguageCount(), text());
+    texts = d->captions.transTexts(made);
 }
 
-void FunctionButton::setPluginTransText(QList<QStringList> &texts)
-{
-    if (texts.isEmpty())
-        return;
-    if (TextData *record = d->firstRecord()) {
-        const int id = record->wordLibId;
-        record->texts = id == -1 ? texts.first() : QStringList();
-        const QByteArray buffer = TextInfoCodec::encodeSlot(d->records);
-        if (!DesignerCommit::setProperty(this, "textInfoBuffer", buffer))
-            d->textInfoBuffer = buffer;
-        if ((record = d->firstRecord())) { // the commit may have re-read the records
-            LanguageState::refreshFromWordLibrary(*record);
-            d->textList = record->texts;
-        }
-    } else {
-        d->textList = texts.first();
-        DesignerCommit::setProperty(this, "textList", d->textList);
-    }
-    showCaptionOfCurrentLanguage();
-}
+void FunctionButton::setPluginTransText(QList<QStringList> &texts) { d->captions.setPluginTransText(texts); }

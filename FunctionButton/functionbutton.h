@@ -191,7 +191,6 @@ private:
     void init();
     void registerItems();
     void rebuildCaptionTable();
-    void showCaptionOfCurrentLanguage();
 
     class Private;
     std::unique_ptr<Private> const d;
