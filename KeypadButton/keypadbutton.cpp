@@ -1,11 +1,8 @@
 #include "keypadbutton.h"
 
-#include "controllerbinding.h"
 #include "enumvalue.h"
 #include "norvointerface_z3.h"
 #include "widgetfactory.h"
-
-#include <QEvent>
 
 namespace {
 constexpr int LanguageCount = 10;
@@ -16,16 +13,8 @@ HMI_REGISTER_WIDGET(KeypadButton)
 class KeypadButton::Private
 {
 public:
-    explicit Private(KeypadButton *q)
-        : binding(q, q)
-    {
-    }
-
-    ControllerBinding binding; // authority, the enabled request and the application pointer
     Language language = language_0;
     QStringList textList;
-    QColor textColorEnabled = Qt::black;
-    QColor textColorDisabled = QColor(192, 192, 192);
     QChar character;
     bool shiftEnabled = false;
     CommandType command = None;
@@ -34,8 +23,8 @@ public:
 };
 
 KeypadButton::KeypadButton(QWidget *parent)
-    : PaintedButton(InteractionColors, parent)
-    , d(new Private(this))
+    : KeyFaceButton(parent)
+    , d(new Private)
 {
     NORVOInterface_Z3::setWidgetDefaultFont(this);
     setText(QStringLiteral("KeypadButton"));
@@ -62,24 +51,6 @@ void KeypadButton::setText(const QString &text)
 
 QStringList KeypadButton::getTextList() const { return d->textList; }
 void KeypadButton::setTextList(const QStringList &texts) { d->textList = texts; }
-QColor KeypadButton::textColorEnabled() const { return d->textColorEnabled; }
-
-void KeypadButton::SetTextColorEnabled(const QColor &color)
-{
-    d->textColorEnabled = color;
-    update();
-}
-
-void KeypadButton::ResetTextColorEnabled() { SetTextColorEnabled(Qt::black); }
-QColor KeypadButton::textColorDisabled() const { return d->textColorDisabled; }
-
-void KeypadButton::SetTextColorDisabled(const QColor &color)
-{
-    d->textColorDisabled = color;
-    update();
-}
-
-void KeypadButton::ResetTextColorDisabled() { SetTextColorDisabled(QColor(192, 192, 192)); }
 QChar KeypadButton::character() const { return d->character; }
 void KeypadButton::setCharacter(QChar character) { d->character = character; }
 bool KeypadButton::shiftEnabled() const { return d->shiftEnabled; }
@@ -90,11 +61,6 @@ KeypadButton::UserLevel KeypadButton::lowestEnablingUserLevel() const { return d
 void KeypadButton::setLowestEnablingUserLevel(UserLevel level) { assignEnum(d->enablingLevel, level); }
 KeypadButton::UserLevel KeypadButton::lowestVisibleUserLevel() const { return d->visibleLevel; }
 void KeypadButton::setLowestVisibleUserLevel(UserLevel level) { assignEnum(d->visibleLevel, level); }
-int KeypadButton::getOperationalAuthority() const { return d->binding.operationalAuthority(); }
-void KeypadButton::setOperationalAuthority(int authority) { d->binding.setOperationalAuthority(authority); }
-bool KeypadButton::isEnabled() const { return d->binding.enabledRequest(); }
-void KeypadButton::setEnabled(bool enabled) { d->binding.setEnabledRequest(enabled); }
-void KeypadButton::updateAuthority(int authority) { d->binding.updateAuthority(authority); }
 
 void KeypadButton::updateLanguage(int index)
 {
@@ -108,23 +74,3 @@ void KeypadButton::updateLanguage(int index)
 
 // The form holding the keys decides what a key does; the key itself sends nothing.
 void KeypadButton::butnClick() {}
-
-bool KeypadButton::event(QEvent *event)
-{
-    if (event->type() == QEvent::Polish)
-        d->binding.attachToForm(); // kept for the form; the key uses no controller variable
-    return PaintedButton::event(event);
-}
-
-ButtonFace KeypadButton::face() const
-{
-    ButtonFace face;
-    FaceState state = interactionState(*this, hasFocusFlag());
-    if (state == FaceState::CheckedHot)
-        state = FaceState::Pushed; // this button has no checked-hot look
-    face.bodyColor = faceColor(state);
-    face.picture = facePicture(state);
-    face.captionColor = QWidget::isEnabled() ? d->textColorEnabled : d->textColorDisabled;
-    face.focusFrame = hasFocus();
-    return face;
-}

@@ -2,11 +2,10 @@
 #define KEYPADBUTTON_H
 
 #include "hmiwidgets_export.h"
-#include "paintedbutton.h"
+#include "keyfacebutton.h"
 #include "updatevariableinterface.h"
 
 #include <QChar>
-#include <QColor>
 #include <QStringList>
 
 #include <memory>
@@ -14,31 +13,17 @@
 // One key of an on-screen keypad form. It describes the key (the character it types, with a shifted
 // variant, or the editing command it stands for) for the form that holds it, shows a caption per
 // language and follows the operator's authority; it sends nothing itself: its outputs are the button
-// base's signals. Its looks follow interaction as the function button's do.
-class HMIWIDGETS_EXPORT KeypadButton : public PaintedButton, public norvo_v0::UpdateVariableInterface
+// base's signals.
+class HMIWIDGETS_EXPORT KeypadButton : public KeyFaceButton, public norvo_v0::UpdateVariableInterface
 {
     Q_OBJECT
     Q_PROPERTY(Language language READ getLanguage WRITE setLanguage)
     Q_PROPERTY(QString text READ text WRITE setText)
     Q_PROPERTY(QStringList textList READ getTextList WRITE setTextList)
-    Q_PROPERTY(QColor textColorEnabled READ textColorEnabled WRITE SetTextColorEnabled RESET ResetTextColorEnabled)
-    Q_PROPERTY(QColor textColorDisabled READ textColorDisabled WRITE SetTextColorDisabled RESET ResetTextColorDisabled)
-    Q_PROPERTY(QColor buttonColorNormal READ buttonColorNormal WRITE SetButtonColorNormal RESET ResetButtonColorNormal)
-    Q_PROPERTY(QColor buttonColorPushed READ buttonColorPushed WRITE SetButtonColorPushed RESET ResetButtonColorPushed)
-    Q_PROPERTY(QColor buttonColorHot READ buttonColorHot WRITE SetButtonColorHot RESET ResetButtonColorHot)
-    Q_PROPERTY(QColor buttonColorCheckedHot READ buttonColorCheckedHot WRITE SetButtonColorCheckedHot RESET ResetButtonColorCheckedHot)
-    Q_PROPERTY(QColor buttonColorDisabled READ buttonColorDisabled WRITE SetButtonColorDisabled RESET ResetButtonColorDisabled)
-    Q_PROPERTY(QPixmap pictureNormal READ pictureNormal WRITE SetPictureNormal RESET ResetPictureNormal)
-    Q_PROPERTY(QPixmap picturePushed READ picturePushed WRITE SetPicturePushed RESET ResetPicturePushed)
-    Q_PROPERTY(QPixmap pictureHot READ pictureHot WRITE SetPictureHot RESET ResetPictureHot)
-    Q_PROPERTY(QPixmap pictureCheckedHot READ pictureCheckedHot WRITE SetPictureCheckedHot RESET ResetPictureCheckedHot)
-    Q_PROPERTY(QPixmap pictureDisabled READ pictureDisabled WRITE SetPictureDisabled RESET ResetPictureDisabled)
     Q_PROPERTY(QChar character READ character WRITE setCharacter)
     Q_PROPERTY(CommandType command READ command WRITE setCommand)
     Q_PROPERTY(UserLevel lowestEnablingUserLevel READ lowestEnablingUserLevel WRITE setLowestEnablingUserLevel)
     Q_PROPERTY(UserLevel lowestVisibleUserLevel READ lowestVisibleUserLevel WRITE setLowestVisibleUserLevel)
-    Q_PROPERTY(int operationalAuthority READ getOperationalAuthority WRITE setOperationalAuthority)
-    Q_PROPERTY(bool enabled READ isEnabled WRITE setEnabled)
 
 public:
     enum CommandType : int {
@@ -71,12 +56,6 @@ public Q_SLOTS:
     QString text() const { return AbstractButton::text(); }
     QStringList getTextList() const;
     void setTextList(const QStringList &texts);
-    QColor textColorEnabled() const;
-    void SetTextColorEnabled(const QColor &color);
-    void ResetTextColorEnabled();
-    QColor textColorDisabled() const;
-    void SetTextColorDisabled(const QColor &color);
-    void ResetTextColorDisabled();
     QChar character() const;
     void setCharacter(QChar character);
     bool shiftEnabled() const;
@@ -87,20 +66,12 @@ public Q_SLOTS:
     void setLowestEnablingUserLevel(UserLevel level);
     UserLevel lowestVisibleUserLevel() const;
     void setLowestVisibleUserLevel(UserLevel level);
-    int getOperationalAuthority() const;
-    void setOperationalAuthority(int authority);
-    // The enabled request; the widget is enabled when it and the operator's authority allow.
-    bool isEnabled() const;
-    void setEnabled(bool enabled);
-    void updateAuthority(int authority);
     void updateLanguage(int index);
 
 private Q_SLOTS:
     void butnClick();
 
 protected:
-    bool event(QEvent *event) override;
-    ButtonFace face() const override;
 
 private:
     class Private;
