@@ -82,13 +82,7 @@ FunctionButton::Language FunctionButton::getLanguage() const { return d->languag
 void FunctionButton::setLanguage(Language language) { assignEnum(d->language, language); }
 QStringList FunctionButton::getTextList() const { return d->captions.textList; }
 
-void FunctionButton::setTextList(const QStringList &texts)
-{
-    d->captions.textList = texts;
-    const QString caption = text();
-    if (d->language < d->captions.textList.size() && !d->captions.textList.contains(caption))
-        d->captions.textList[d->language] = caption;
-}
+void FunctionButton::setTextList(const QStringList &texts) { d->captions.setTextList(texts, d->language); }
 
 QColor FunctionButton::textColorEnabled() const { return d->textColorEnabled; }
 
@@ -331,7 +325,7 @@ void FunctionButton::getPluginNameAndTransText(QList<TextData> &texts)
     TextData made;
     made.texts = d->captions.textList;
     if (made.texts.isEmpty())
-        made.texts = QStringList(NORVOInterface_Z3::initialization()->getSystemLanguageCount(), text());
+        made.texts = perLanguage(NORVOInterface_Z3::initialization()->getSystemLanguageCount(), text());
     texts = d->captions.transTexts(made);
 }
 

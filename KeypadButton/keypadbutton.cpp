@@ -1,6 +1,7 @@
 #include "keypadbutton.h"
 
 #include "enumvalue.h"
+#include "languagestate.h"
 #include "norvointerface_z3.h"
 #include "widgetfactory.h"
 
@@ -44,7 +45,7 @@ void KeypadButton::setLanguage(Language language) { assignEnum(d->language, lang
 void KeypadButton::setText(const QString &text)
 {
     if (d->textList.isEmpty())
-        d->textList = QStringList(LanguageCount, text);
+        d->textList = perLanguage(LanguageCount, text);
     AbstractButton::setText(text);
     update();
 }

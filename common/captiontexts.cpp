@@ -12,6 +12,14 @@ CaptionTexts::CaptionTexts(AbstractButton *button)
 {
 }
 
+void CaptionTexts::setTextList(const QStringList &texts, int languageIndex)
+{
+    textList = texts;
+    const QString caption = m_button->text();
+    if (languageIndex >= 0 && languageIndex < textList.size() && !textList.contains(caption))
+        textList[languageIndex] = caption;
+}
+
 void CaptionTexts::showCurrentCaption()
 {
     m_button->setText(LanguageState::textAt(textList, language.current()));

@@ -29,6 +29,10 @@ public:
     QMap<int, QFont> fontMap; // language -> font, from MapBuffer
     LanguageState language;
 
+    // Takes the list; the caption shown stays in it: when it is missing, it replaces the entry of
+    // language (when the list has one).
+    void setTextList(const QStringList &texts, int language);
+
     TextData *firstRecord() { return records.isEmpty() ? nullptr : &records[0]; }
     const TextData *firstRecord() const { return records.isEmpty() ? nullptr : &records[0]; }
 

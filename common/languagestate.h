@@ -11,6 +11,16 @@
 
 struct TextData;
 
+// count copies of value, one per language (Qt 5's QList has no such constructor).
+template <typename T>
+QList<T> perLanguage(int count, const T &value)
+{
+    QList<T> list;
+    for (int i = 0; i < count; ++i)
+        list.append(value);
+    return list;
+}
+
 // A widget's current language: taken from the HMI at construction and pending until the first
 // change that could be applied, so that the first updateLanguage applies even for the same index.
 class HMIWIDGETS_EXPORT LanguageState

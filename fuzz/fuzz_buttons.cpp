@@ -5,6 +5,7 @@
 #include "bitbutton.h"
 #include "functionbutton.h"
 #include "hexframe.h"
+#include "languagestate.h"
 #include "norvointerface_z3.h"
 
 #include <QApplication>
@@ -47,7 +48,7 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     static QApplication app(*argc, *argv);
     NORVOInterface_Z3 *hmi = NORVOInterface_Z3::initialization();
-    hmi->setSystemLanguages(QStringList(10, QApplication::font().family()));
+    hmi->setSystemLanguages(perLanguage(10, QApplication::font().family()));
     hmi->setWordLibraryEntry(1, {QStringLiteral("one"), QStringLiteral("eins")});
     return 0;
 }

@@ -1,0 +1,233 @@
+// The picture key: soft keys delivered to the focused widget, a numeric keypad made of picture keys,
+// fonts frozen at the first show, and captions and fonts per language.
+#include "PictureButton.h"
+#include "buttontestsupport.h"
+#include "norvointerface_z3.h"
+
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QtTest>
+
+using namespace buttontest;
+
+namespace {
+// A field that keeps every key event it receives.
+class KeyLog : public QLineEdit
+{
+public:
+    using QLineEdit::QLineEdit;
+    QList<QStringList> events; // type, key in hex, text, auto-repeat, count
+
+protected:
+    bool event(QEvent *e) override
+    {
+        if (e->type() == QEvent::KeyPress || e->type() == QEvent::KeyRelease) {
+            auto *k = static_cast<QKeyEvent *>(e);
+            events.append({e->type() == QEvent::KeyPress ? "press" : "release", QString::number(k->key(), 16),
+                           k->text(), k->isAutoRepeat() ? "repeat" : "once", QString::number(k->count())});
+        }
+        return QLineEdit::event(e);
+    }
+};
+} // namespace
+
+class TestPictureButton : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
+
+    void defaults()
+    {
+        PictureButton b;
+        QCOMPARE(b.text(), QStringLiteral("PictureButton"));
+        QCOMPARE(b.softKeyChar(), QStringLiteral("1"));
+        QVERIFY(!b.softKeyEnabled());
+        QCOMPARE(b.wordLibId(), -1);
+        QCOMPARE(b.sizeHint(), QSize(100, 30));
+        QString name;
+        int listType = 0;
+        b.setObjectName(QStringLiteral("key7"));
+        b.getPluginNameAndListType(name, listType);
+        QCOMPARE(name, QStringLiteral("key7"));
+        QCOMPARE(listType, 1);
+    }
+
+    void softKeys_data()
+    {
+        QTest::addColumn<QString>("written");
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("abc keeps a") << "abc" << "a" << 0x41 << "a";
+        QTest::newRow("digit") << "7" << "7" << int(Qt::Key_7) << "7";
+        QTest::newRow("point") << "." << "." << int(Qt::Key_Period) << ".";
+        QTest::newRow("PageDown") << "PageDown" << "PageDown" << int(Qt::Key_PageDown) << "";
+        QTest::newRow("Space") << "Space" << "Space" << 0x20 << " ";
+        QTest::newRow("F12") << "F12" << "F12" << int(Qt::Key_F12) << "";
+        QTest::newRow("Enter") << "Enter" << "Enter" << int(Qt::Key_Enter) << "";
+        QTest::newRow("empty") << "" << "" << 0 << "";
+    }
+
+    // One click: exactly one key press with the key and text, never a release, to the focus widget.
+    void softKeys()
+    {
+        QFETCH(QString, written);
+        QFETCH(QString, stored);
+        QFETCH(int, key);
+        QFETCH(QString, text);
+        QWidget window;
+        auto *field = new KeyLog(&window);
+        auto *b = new PictureButton(&window);
+        b->setGeometry(0, 30, 100, 30);
+        b->setSoftKeyEnabled(true);
+        b->setSoftKeyChar(written);
+        QCOMPARE(b->softKeyChar(), stored);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        field->setFocus();
+        QTest::mouseClick(b, Qt::LeftButton, {}, QPoint(50, 15));
+        QCOMPARE(field->events, (QList<QStringList>{{"press", QString::number(key, 16), text, "once", "1"}}));
+    }
+
+    void noSoftKeyWithoutItOrAFocusWidget()
+    {
+        QWidget window;
+        auto *field = new KeyLog(&window);
+        auto *b = new PictureButton(&window);
+        b->setGeometry(0, 30, 100, 30);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        field->setFocus();
+        QTest::mouseClick(b, Qt::LeftButton, {}, QPoint(50, 15)); // soft key off
+        QVERIFY(field->events.isEmpty());
+        b->setSoftKeyEnabled(true);
+        field->clearFocus();
+        QVERIFY(!QApplication::focusWidget());
+        QSignalSpy clicked(b, &AbstractButton::clicked);
+        QTest::mouseClick(b, Qt::LeftButton, {}, QPoint(50, 15));
+        QCOMPARE(clicked.count(), 1);
+        QVERIFY(field->events.isEmpty());
+    }
+
+    // A numeric keypad of picture keys types into the field that has the focus.
+    void keypadTypesIntoField()
+    {
+        QWidget window;
+        auto *field = new QLineEdit(&window);
+        field->setGeometry(0, 0, 200, 24);
+        QMap<QString, PictureButton *> keys;
+        int x = 0;
+        for (const char *name : {"1", "2", ".", "5", "Backspace", "Enter"}) {
+            auto *key = new PictureButton(&window);
+            key->setGeometry(x, 30, 40, 30);
+            key->setSoftKeyEnabled(true);
+            key->setSoftKeyChar(QString::fromLatin1(name));
+            keys.insert(QString::fromLatin1(name), key);
+            x += 42;
+        }
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        field->setFocus();
+        QSignalSpy entered(field, &QLineEdit::returnPressed);
+        for (const char *name : {"1", "2", ".", "5"})
+            QTest::mouseClick(keys.value(QString::fromLatin1(name)), Qt::LeftButton, {}, QPoint(20, 15));
+        QCOMPARE(field->text(), QStringLiteral("12.5"));
+        QTest::mouseClick(keys.value(QStringLiteral("Backspace")), Qt::LeftButton, {}, QPoint(20, 15));
+        QCOMPARE(field->text(), QStringLiteral("12."));
+        QCOMPARE(entered.count(), 0);
+        QTest::mouseClick(keys.value(QStringLiteral("Enter")), Qt::LeftButton, {}, QPoint(20, 15));
+        QCOMPARE(entered.count(), 1);
+        QVERIFY(field->hasFocus());
+    }
+
+    void fontsFrozenAtFirstShow()
+    {
+        QWidget window;
+        auto *b = new PictureButton(&window);
+        b->setFont(sizedFont(14));
+        QCOMPARE(b->initFont().pointSize(), 14);
+        QCOMPARE(b->QWidget::font().pointSize(), 14);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        b->setFont(sizedFont(20)); // after the first show: no effect
+        QCOMPARE(b->initFont().pointSize(), 14);
+        QCOMPARE(b->QWidget::font().pointSize(), 14);
+        b->setPluginFont(sizedFont(22));
+        QCOMPARE(b->QWidget::font().pointSize(), 22);
+
+        b->setLanguage(PictureButton::language_1);
+        b->SetMapBuffer(fontMapBuffer({{1, sizedFont(18)}}));
+        QCOMPARE(b->font().pointSize(), 18);
+        QCOMPARE(b->QWidget::font().pointSize(), 18);
+        b->setLanguage(PictureButton::language_2);
+        QCOMPARE(b->font().pointSize(), 14); // no map entry: the initial font
+    }
+
+    void languages_data()
+    {
+        QTest::addColumn<QList<int>>("recordFonts"); // point sizes; empty: a record without fonts
+        QTest::addColumn<int>("language");
+        QTest::addColumn<QString>("caption");
+        QTest::addColumn<int>("pointSize");
+        QTest::newRow("record font") << QList<int>{11, 12, 13} << 2 << "C" << 13;
+        QTest::newRow("no record fonts, map entry") << QList<int>{} << 1 << "B" << 17;
+        QTest::newRow("no record fonts, no map entry: initial font") << QList<int>{} << 2 << "C" << 9;
+    }
+
+    void languages()
+    {
+        QFETCH(QList<int>, recordFonts);
+        QFETCH(int, language);
+        QFETCH(QString, caption);
+        QFETCH(int, pointSize);
+        NORVOInterface_Z3::initialization()->setSystemLanguages({"Sans", "Sans", "Sans"});
+        PictureButton b;
+        b.setFont(sizedFont(9));
+        b.SetMapBuffer(fontMapBuffer({{1, sizedFont(17)}}));
+        b.setPluginFont(sizedFont(30));
+        b.SetTextInfoBuffer(TextInfoCodec::encodeSlot({record(-1, {"A", "B", "C"}, recordFonts, -1)}));
+        b.updateLanguage(language);
+        QCOMPARE(b.text(), caption);
+        QCOMPARE(b.QWidget::font().pointSize(), pointSize);
+        b.updateLanguage(7); // not a configured language
+        QCOMPARE(b.text(), caption);
+    }
+
+    void transTextsWithoutRecords()
+    {
+        NORVOInterface_Z3::initialization()->setSystemLanguages({"Sans", "Sans"});
+        PictureButton b;
+        b.setFont(sizedFont(9));
+        b.setText(QStringLiteral("Go"));
+        QList<TextData> texts;
+        b.getPluginNameAndTransText(texts);
+        QCOMPARE(texts.size(), 1);
+        QCOMPARE(texts.first().firstValue, -1);
+        QCOMPARE(texts.first().wordLibId, -1);
+        QCOMPARE(texts.first().texts, QStringList{QStringLiteral("Go")}); // one entry, not one per language
+        QCOMPARE(texts.first().fonts.size(), 2);
+        b.SetMapBuffer(fontMapBuffer({{0, sizedFont(12)}, {3, sizedFont(13)}}));
+        b.getPluginNameAndTransText(texts);
+        QCOMPARE(texts.first().fonts.size(), 2);
+        QCOMPARE(texts.first().fonts.at(1).pointSize(), 13);
+    }
+
+    void badBuffersAreNoData()
+    {
+        PictureButton b;
+        b.setObjectName(QStringLiteral("pad"));
+        b.setText(QStringLiteral("kept"));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("PictureButton \"pad\": property \"textInfoBuffer\"")));
+        b.SetTextInfoBuffer("0badc0de");
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("PictureButton \"pad\": property \"MapBuffer\"")));
+        b.SetMapBuffer("zz");
+        QCOMPARE(b.text(), QStringLiteral("kept"));
+        QCOMPARE(b.textInfoBuffer(), QByteArray("0badc0de"));
+        QCOMPARE(b.wordLibId(), -1);
+    }
+};
+
+QTEST_MAIN(TestPictureButton)
+#include "tst_picturebutton.moc"
