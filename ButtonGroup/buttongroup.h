@@ -32,6 +32,7 @@ class HMIWIDGETS_EXPORT ButtonGroup : public QWidget, public norvo_v0::UpdateVar
     Q_PROPERTY(int twoSideButtonsWidth READ twoSideButtonsWidth WRITE setTwoSideButtonsWidth)
     Q_PROPERTY(UserLevel lowestEnablingUserLevel READ lowestEnablingUserLevel WRITE setLowestEnablingUserLevel)
     Q_PROPERTY(UserLevel lowestVisibleUserLevel READ lowestVisibleUserLevel WRITE setLowestVisibleUserLevel)
+    Q_PROPERTY(bool shortcutEnabled READ shortcutEnabled WRITE setShortcutEnabled)
 
 public:
     enum Direction : int { Horizontal = 0, Vertical = 1 };

@@ -39,6 +39,24 @@ void CustomWidgetPlugin::initialize(QDesignerFormEditorInterface *core)
     m_initialized = true;
 }
 
+QString CustomWidgetPlugin::fixedDomXml(const QString &className, const QString &objectName, int width, int height)
+{
+    return QStringLiteral("<widget class=\"%1\" name=\"%2\">\n"
+                          " <property name=\"geometry\">\n"
+                          "  <rect>\n"
+                          "   <x>0</x>\n"
+                          "   <y>0</y>\n"
+                          "   <width>%3</width>\n"
+                          "   <height>%4</height>\n"
+                          "  </rect>\n"
+                          " </property>\n"
+                          "</widget>\n")
+        .arg(className)
+        .arg(objectName)
+        .arg(width)
+        .arg(height);
+}
+
 QString CustomWidgetPlugin::textButtonDomXml(const QString &className, const QString &objectName, int width,
                                              int height, const QString &text, const QStringList &multiLineProperties)
 {

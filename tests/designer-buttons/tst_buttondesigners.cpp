@@ -244,24 +244,7 @@ QWidget *TestButtonDesigners::openForm(const QString &widget, const QString &pro
 
 bool TestButtonDesigners::runEditor(const std::function<void(PropertyDialog *)> &step)
 {
-    auto *menu = qt_extension<QDesignerTaskMenuExtension *>(core()->extensionManager(), m_button);
-    if (!menu || !menu->preferredEditAction())
-        return false;
-    bool opened = false;
-    QTimer inLoop;
-    inLoop.setSingleShot(true);
-    connect(&inLoop, &QTimer::timeout, [&] {
-        auto *dialog = qobject_cast<PropertyDialog *>(QApplication::activeModalWidget());
-        if (!dialog)
-            return;
-        opened = true;
-        step(dialog);
-        if (dialog->isVisible())
-            dialog->reject();
-    });
-    inLoop.start(0);
-    menu->preferredEditAction()->trigger();
-    return opened;
+    return DesignerCore::runEditor(m_button, [&](QDialog *dialog) { step(qobject_cast<PropertyDialog *>(dialog)); });
 }
 
 void TestButtonDesigners::perWidget_data()

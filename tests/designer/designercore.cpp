@@ -8,8 +8,14 @@
 #include <QtDesigner/QDesignerActionEditorInterface>
 #include <QtDesigner/QDesignerObjectInspectorInterface>
 #include <QtDesigner/QDesignerPropertyEditorInterface>
+#include <QtDesigner/QDesignerTaskMenuExtension>
+#include <QtDesigner/QExtensionManager>
 
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
 #include <QMainWindow>
+#include <QTimer>
 #include <QUndoStack>
 #include <QtGlobal>
 
@@ -110,4 +116,26 @@ QWidget *DesignerCore::formWidget(QDesignerFormWindowInterface *form, const QStr
     if (container->objectName() == objectName)
         return container;
     return container->findChild<QWidget *>(objectName);
+}
+
+bool DesignerCore::runEditor(QWidget *widget, const std::function<void(QDialog *)> &step)
+{
+    auto *menu = qt_extension<QDesignerTaskMenuExtension *>(instance().core()->extensionManager(), widget);
+    if (!menu || !menu->preferredEditAction())
+        return false;
+    bool opened = false;
+    QTimer inLoop;
+    inLoop.setSingleShot(true);
+    QObject::connect(&inLoop, &QTimer::timeout, [&] {
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        opened = true;
+        step(dialog);
+        if (dialog->isVisible())
+            dialog->reject();
+    });
+    inLoop.start(0);
+    menu->preferredEditAction()->trigger();
+    return opened;
 }

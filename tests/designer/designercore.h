@@ -4,6 +4,9 @@
 #include <QString>
 #include <QWidget>
 
+#include <functional>
+
+class QDialog;
 class QDesignerFormEditorInterface;
 class QDesignerFormWindowInterface;
 class QDesignerIntegration;
@@ -39,6 +42,10 @@ public:
     {
         return qobject_cast<T *>(formWidget(form, objectName));
     }
+
+    // Opens the editor dialog of widget's preferred task-menu action and runs step on it while it is
+    // open; a dialog step leaves open is cancelled. False when no dialog opened.
+    static bool runEditor(QWidget *widget, const std::function<void(QDialog *)> &step);
 
 private:
     DesignerCore();
