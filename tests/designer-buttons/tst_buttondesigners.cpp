@@ -9,6 +9,7 @@
 #include "functionbutton.h"
 #include "functionbuttontaskmenu.h"
 #include "norvointerface_z3.h"
+#include "PictureButton.h"
 #include "propertydialog.h"
 #include "textinfocodec.h"
 #include "textpropertyeditor_z12.h"
@@ -197,6 +198,7 @@ private Q_SLOTS:
 
     void bitButtonTexts();
     void functionButtonTexts();
+    void pictureButtonTexts();
 
 private:
     QWidget *openForm(const QString &widget, const QString &properties = QString());
@@ -350,6 +352,8 @@ void TestButtonDesigners::editorFrame_data()
                                << "General,Communication,Appearance,Text,Geometry,Macro" << "Geometry";
     QTest::newRow("FunctionButton") << Function << "FunctionButtonEditor" << "Function Button Editor"
                                     << QSize(868, 590) << "General,Appearance,Text,Geometry,Macro" << "General";
+    QTest::newRow("PictureButton") << QStringLiteral("PictureButton") << "PictureButtonEditor" << "Picture Button Editor"
+                                   << QSize(742, 496) << "General,Appearance,textEdit,Geometry,Macro" << "textEdit";
 }
 
 void TestButtonDesigners::editorFrame()
@@ -579,6 +583,31 @@ void TestButtonDesigners::functionButtonTexts()
     history()->redo();
     QCOMPARE(button->text(), QStringLiteral("Go"));
     QVERIFY(button->font().bold());
+}
+
+// The picture key's text page: as the function button's, with the language committed first.
+void TestButtonDesigners::pictureButtonTexts()
+{
+    QVERIFY(openForm(QStringLiteral("PictureButton"), prop("text", "string", "Key") + prop("language", "enum", "PictureButton::language_2")));
+    auto *button = static_cast<PictureButton *>(m_button);
+    QCOMPARE(button->getLanguage(), PictureButton::language_2);
+    QList<TextData> loaded;
+    QVERIFY(runEditor([&](PropertyDialog *dialog) {
+        QCOMPARE(dialog->preview()->property("text").toString(), QStringLiteral("Key"));
+        loaded = textEditor(dialog)->getTextDataList();
+        textTable(dialog)->item(1, 0)->setText(QStringLiteral("Taste"));
+        click(dialog, QDialogButtonBox::Ok);
+    }));
+    QCOMPARE(loaded.first().texts, (QStringList{"Key", "Key", "Key"}));
+    QList<TextData> stored;
+    QVERIFY(TextInfoCodec::decodeSlot(button->textInfoBuffer(), &stored));
+    QCOMPARE(stored.first().texts, (QStringList{"Key", "Taste", "Key"}));
+    QCOMPARE(button->text(), QStringLiteral("Taste"));
+    QCOMPARE(button->getLanguage(), PictureButton::language_2);
+    QCOMPARE(history()->count(), 1);
+    history()->undo();
+    QVERIFY(button->textInfoBuffer().isEmpty());
+    QCOMPARE(button->text(), QStringLiteral("Key"));
 }
 
 QTEST_MAIN(TestButtonDesigners)
