@@ -1,17 +1,21 @@
 // The shipped forms as a panel builder gets them: compiled by uic, loaded at run time, and written
 // the way Designer writes them.
+#include "PictureButton.h"
 #include "bitbutton.h"
+#include "buttongroup.h"
 #include "formloader.h"
 #include "formsession.h"
 #include "functionbutton.h"
 #include "norvointerface_z3.h"
 #include "recordingqeltapp.h"
 #include "ui_demo.h"
+#include "ui_softkeys.h"
 
 #include <QDialog>
 #include <QDir>
 #include <QDomDocument>
 #include <QFile>
+#include <QLineEdit>
 #include <QMetaProperty>
 #include <QtTest>
 
@@ -28,6 +32,8 @@ private Q_SLOTS:
     void loadedForm();
     void stdsetAsDesignerWrites_data();
     void stdsetAsDesignerWrites();
+    void softKeyForm_data();
+    void softKeyForm();
     void formsThatCannotRunWhole_data();
     void formsThatCannotRunWhole();
 };
@@ -125,6 +131,49 @@ void TestForms::stdsetAsDesignerWrites()
         }
     }
     QVERIFY(checked > 0);
+}
+
+void TestForms::softKeyForm_data()
+{
+    QTest::addColumn<bool>("compiled"); // by uic, or loaded at run time
+    QTest::newRow("uic") << true;
+    QTest::newRow("loaded") << false;
+}
+
+// The soft-key sample: the bar reuses its three saved groups, and the keypad of picture keys types
+// into the field that has the focus.
+void TestForms::softKeyForm()
+{
+    QFETCH(bool, compiled);
+    std::unique_ptr<QWidget> root;
+    if (compiled) {
+        auto *dialog = new QDialog;
+        Ui::SoftKeyPanel ui;
+        ui.setupUi(dialog);
+        root.reset(dialog);
+    } else {
+        FormLoader loader;
+        root.reset(loader.loadFile(QStringLiteral(HMI_FORMS_DIR "/softkeys.ui")));
+        QVERIFY2(root, qPrintable(loader.problem()));
+    }
+    root->show();
+    QVERIFY(QTest::qWaitForWindowActive(root.get()));
+    auto *bar = root->findChild<ButtonGroup *>(QStringLiteral("softKeyBar"));
+    QVERIFY(bar && bar->isBuilt());
+    QCOMPARE(bar->findChildren<FunctionButton *>().size(), 24);
+    for (int g = 1; g <= 3; ++g)
+        QCOMPARE(bar->buttonsOfGroup(g).size(), 8);
+    QCOMPARE(bar->shownButtons().at(1)->text(), QStringLiteral("Auto"));
+    QCOMPARE(bar->shownButtons().at(1)->shortcut().toString(), QStringLiteral("F1"));
+    bar->setCurrentGroup(3);
+    QCOMPARE(bar->shownButtons().at(6)->text(), QStringLiteral("Info"));
+
+    auto *field = root->findChild<QLineEdit *>(QStringLiteral("feedInput"));
+    field->clear();
+    field->setFocus();
+    for (const char *key : {"key1", "key2", "keyPoint", "key5", "keyBackspace", "key5"})
+        QTest::mouseClick(root->findChild<PictureButton *>(QLatin1String(key)), Qt::LeftButton, {}, QPoint(10, 10));
+    QCOMPARE(field->text(), QStringLiteral("12.5"));
 }
 
 void TestForms::formsThatCannotRunWhole_data()
