@@ -1,7 +1,8 @@
-// Feeds arbitrary bytes to a bit button and a function button as a form would: the stored text and font
+// Feeds arbitrary bytes to a bit button, a function button and a picture key as a form would: the stored text and font
 // buffers, then language switches, the designer-side text operations and one paint. Inputs are split at
 // 0x1e bytes into the text buffer, the font buffer and the language indexes; the first byte picks
 // whether the buffers arrive as given or hex-framed (so the stream readers see every input).
+#include "PictureButton.h"
 #include "bitbutton.h"
 #include "functionbutton.h"
 #include "hexframe.h"
@@ -68,5 +69,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     FunctionButton function;
     function.resize(120, 40);
     exercise<FunctionButton, QList<TextData>>(function, textInfo, map, languages);
+    PictureButton picture;
+    picture.resize(120, 40);
+    exercise<PictureButton, QList<TextData>>(picture, textInfo, map, languages);
     return 0;
 }

@@ -3,6 +3,7 @@
 // with exactly its one set of buttons, and the Button Group Editor.
 #include "buttongroup.h"
 #include "designercore.h"
+#include "designerhost.h"
 #include "formloader.h"
 #include "functionbutton.h"
 #include "norvointerface_z3.h"
@@ -10,6 +11,7 @@
 #include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowCursorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
+#include <QtDesigner/QDesignerPropertyEditorInterface>
 
 #include <QApplication>
 #include <QBuffer>
@@ -151,6 +153,22 @@ private Q_SLOTS:
         QCOMPARE(managedButtons, 10);
         form->commandHistory()->redo();
         QCOMPARE(bar->shownButtons().size(), 12);
+    }
+
+    // A focus policy the panel builder gives the bar in the property editor goes to every key and is
+    // saved with them (Designer keeps focus policies in its property sheet, not on the widgets).
+    void focusPolicyReachesTheKeys()
+    {
+        QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(DesignerCore::formDocument(DroppedBar));
+        auto *bar = DesignerCore::formWidget<ButtonGroup>(form, QStringLiteral("buttonGroup"));
+        resizeOnce(bar);
+        QDesignerPropertyEditorInterface *editor = DesignerCore::instance().core()->propertyEditor();
+        editor->setObject(bar->shownButtons().at(1)); // another object's change is not the bar's business
+        emit DesignerHost::instance()->propertyChanged(QStringLiteral("focusPolicy"), int(Qt::StrongFocus));
+        QCOMPARE(form->contents().count(QStringLiteral("Qt::StrongFocus")), 0);
+        editor->setObject(bar);
+        emit DesignerHost::instance()->propertyChanged(QStringLiteral("focusPolicy"), int(Qt::StrongFocus));
+        QCOMPARE(form->contents().count(QStringLiteral("Qt::StrongFocus")), 10);
     }
 
     void editor()
