@@ -12,6 +12,7 @@
 #include <QtDesigner/QDesignerFormWindowCursorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
 #include <QtDesigner/QDesignerPropertyEditorInterface>
+#include <QtDesigner/QDesignerWidgetDataBaseInterface>
 
 #include <QApplication>
 #include <QBuffer>
@@ -79,6 +80,17 @@ private Q_SLOTS:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     void cleanupTestCase() { DesignerCore::release(); }
+
+    void descriptor()
+    {
+        QDesignerWidgetDataBaseInterface *database = DesignerCore::instance().core()->widgetDataBase();
+        const int index = database->indexOfClassName(QStringLiteral("ButtonGroup"));
+        QVERIFY(index >= 0);
+        QCOMPARE(database->item(index)->group(), QStringLiteral("Buttons"));
+        QCOMPARE(database->item(index)->includeFile(), QStringLiteral("buttongroup.h"));
+        QVERIFY(!database->item(index)->icon().isNull());
+        QVERIFY(database->indexOfClassName(QStringLiteral("KeypadButton")) < 0); // a library widget only
+    }
 
     void droppedBarManagesItsButtons()
     {

@@ -183,7 +183,11 @@ private Q_SLOTS:
     void cleanupTestCase() { DesignerCore::release(); }
 
     void perWidget_data();
-    void descriptorAndDroppedWidget_data() { perWidget_data(); }
+    void descriptorAndDroppedWidget_data()
+    {
+        perWidget_data();
+        QTest::newRow("PictureButton") << QStringLiteral("PictureButton");
+    }
     void descriptorAndDroppedWidget();
     void factoryServesOnlyItsWidget_data();
     void factoryServesOnlyItsWidget();
@@ -263,7 +267,9 @@ void TestButtonDesigners::descriptorAndDroppedWidget()
     const int index = database->indexOfClassName(widget);
     QVERIFY(index >= 0);
     QCOMPARE(database->item(index)->group(), QStringLiteral("Buttons"));
-    QCOMPARE(database->item(index)->includeFile(), widget.toLower() + QLatin1String(".h"));
+    // The picture key's header keeps its class name's capitals.
+    const QString header = widget == QLatin1String("PictureButton") ? widget : widget.toLower();
+    QCOMPARE(database->item(index)->includeFile(), header + QLatin1String(".h"));
 
     const bool bit = widget == Bit;
     const QString element = QStringLiteral(

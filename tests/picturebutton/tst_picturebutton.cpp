@@ -70,6 +70,13 @@ private Q_SLOTS:
         QTest::newRow("empty") << "" << "" << 0 << "";
     }
 
+    // A name outside the table (only a form can hold one: the setter keeps one character) sends key 0.
+    void unknownNameSendsKeyZero()
+    {
+        QCOMPARE(PictureButton::softKey(QStringLiteral("PgDn")), qMakePair(0, QString()));
+        QCOMPARE(PictureButton::softKey(QStringLiteral("Space")), qMakePair(int(Qt::Key_Space), QStringLiteral(" ")));
+    }
+
     // One click: exactly one key press with the key and text, never a release, to the focus widget.
     void softKeys()
     {
