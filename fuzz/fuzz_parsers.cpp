@@ -1,6 +1,8 @@
 // Feeds arbitrary text to the small parsers an operator or a form reaches: the function button's caption
 // table (value list and caption list) and its "r,g,b" colour, the soft keypad's entry and confirmation,
-// and the value formatting of data words. The first byte picks the parser and its settings.
+// the value formatting of data words, and the binding text of table cells. The first byte picks the
+// parser and its settings.
+#include "bindingtext.h"
 #include "functionbutton.h"
 #include "keypaddialog.h"
 #include "valueformatter.h"
@@ -27,7 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const quint8 mode = data[0];
     const QByteArray rest(reinterpret_cast<const char *>(data + 1), int(size - 1));
     const QString text = QString::fromUtf8(rest);
-    switch (mode % 4) {
+    switch (mode % 5) {
     case 0: { // caption table: values and captions split at newlines, then one value delivered
         const QStringList lines = text.split(QLatin1Char('\n'));
         FunctionButton button;
@@ -60,6 +62,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         keypad.typeKey(QString::fromUtf8("\xe2\x8c\xab")); // backspace key
         (void)keypad.problem();
         keypad.accept();
+        break;
+    }
+    case 4: { // binding texts, one a line
+        for (const QString &line : text.split(QLatin1Char('\n'))) {
+            const BindingText binding = BindingText::parse(line);
+            (void)BindingText::radixOfIndex(binding.field(8));
+        }
         break;
     }
     default: { // value formatting: value, size code, radix, width and decimals from the bytes
