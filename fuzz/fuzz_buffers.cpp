@@ -1,11 +1,13 @@
-// Feeds arbitrary bytes to the decoders of the stored text and font buffers. The first byte picks
+// Feeds arbitrary bytes to the decoders of the stored text and font buffers and of a table's contents. The first byte picks
 // how the rest reaches them: as the hex text itself, as a compressed block, or as the uncompressed
 // stream (framed here, so the stream readers see every input rather than only valid zlib data).
 #include "fontmapcodec.h"
 #include "hexframe.h"
+#include "tablecontents.h"
 #include "textinfocodec.h"
 
 #include <QGuiApplication>
+#include <QTableWidgetItem>
 
 #include <cstdint>
 #include <cstdlib>
@@ -43,5 +45,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     TextInfoCodec::decodeSlots(buffer, &slotRecords);
     FontMapCodec::Maps maps;
     FontMapCodec::decode(buffer, &maps);
+    TableContents contents;
+    if (contents.load(buffer)) {
+        QList<TableContents::Roles> cells;
+        const int rows = contents.rowCount();
+        for (int r : {rows - 1, 0, 1, rows / 2}) // out of order first: the row index must cope
+            contents.readRow(r, contents.columnCount(), &cells);
+        for (int r = 0; r < rows && r < 200; ++r) {
+            if (contents.readRow(r, 8, &cells)) {
+                for (const TableContents::Roles &roles : cells)
+                    (void)TableContents::makeItem(roles);
+            }
+        }
+    }
     return 0;
 }

@@ -1,0 +1,277 @@
+#include "tablecontents.h"
+
+#include "storedstream.h"
+
+#include <QBrush>
+#include <QBuffer>
+#include <QColor>
+#include <QDataStream>
+#include <QFont>
+#include <QSize>
+#include <QStringList>
+#include <QTableWidgetItem>
+#include <QtEndian>
+
+#include <algorithm>
+
+namespace {
+
+// The Qt 4 stream ids of the values a table item can hold.
+enum StreamType : quint32 {
+    Bool = 1, Int = 2, UInt = 3, Double = 6, String = 10, StringList = 11, ByteArray = 12, Size = 21,
+    Font = 64, Brush = 66, Color = 67
+};
+constexpr quint32 NullLength = 0xffffffffu;
+constexpr int FlagsRole = 0x13370551;
+constexpr int MinItemSize = 4;       // an item without roles: its role count
+constexpr int MinRoleSize = 4 + 4 + 1; // role, value type, null flag
+constexpr int MaxListEntries = 1000;
+constexpr quint8 LastPatternBrush = Qt::DiagCrossPattern; // gradients and textures are not item values
+
+class Reader
+{
+public:
+    explicit Reader(QDataStream &in) : m_in(in) {}
+
+    qint64 left() const { return m_in.device()->bytesAvailable(); }
+    bool ok() const { return m_in.status() == QDataStream::Ok; }
+
+    bool item(TableContents::Roles *roles)
+    {
+        quint32 count = 0;
+        m_in >> count;
+        if (!ok() || qint64(count) * MinRoleSize > left())
+            return false;
+        for (quint32 i = 0; i < count; ++i) {
+            qint32 role = 0;
+            QVariant value;
+            m_in >> role;
+            if (!ok() || !variant(&value))
+                return false;
+            if (roles)
+                roles->append({role, value});
+        }
+        return true;
+    }
+
+private:
+    bool variant(QVariant *value)
+    {
+        quint32 type = 0;
+        qint8 isNull = 0;
+        m_in >> type >> isNull;
+        if (!ok())
+            return false;
+        switch (type) {
+        case Bool: { qint8 v = 0; m_in >> v; *value = bool(v); break; }
+        case Int: { qint32 v = 0; m_in >> v; *value = int(v); break; }
+        case UInt: { quint32 v = 0; m_in >> v; *value = uint(v); break; }
+        case Double: { double v = 0; m_in >> v; *value = v; break; }
+        case String: { QString s; if (!string(&s)) return false; *value = s; break; }
+        case StringList: {
+            QStringList list;
+            if (!StoredStream::readStringList(m_in, list, MaxListEntries))
+                return false;
+            *value = list;
+            break;
+        }
+        case ByteArray: { QByteArray b; if (!bytes(&b)) return false; *value = b; break; }
+        case Size: { qint32 w = 0, h = 0; m_in >> w >> h; *value = QSize(w, h); break; }
+        case Font: {
+            if (!lengthFits(4)) // the family comes first
+                return false;
+            QFont f;
+            m_in >> f;
+            *value = f;
+            break;
+        }
+        case Brush: {
+            const QByteArray style = m_in.device()->peek(1);
+            if (style.size() != 1 || quint8(style.at(0)) > LastPatternBrush)
+                return false;
+            QBrush b;
+            m_in >> b;
+            *value = b;
+            break;
+        }
+        case Color: { QColor c; m_in >> c; *value = c; break; }
+        default:
+            return false;
+        }
+        return ok();
+    }
+
+    // The length prefix at offset ahead, if the bytes it announces are there.
+    bool lengthFits(int ahead)
+    {
+        const QByteArray peeked = m_in.device()->peek(ahead + 4);
+        if (peeked.size() < ahead + 4)
+            return false;
+        const quint32 length = qFromBigEndian<quint32>(peeked.constData() + ahead);
+        return length == NullLength || qint64(length) <= left() - ahead - 4;
+    }
+
+    bool string(QString *s)
+    {
+        quint32 length = 0;
+        m_in >> length;
+        if (!ok())
+            return false;
+        if (length == NullLength)
+            return true;
+        if (length % 2 != 0 || qint64(length) > left())
+            return false;
+        QByteArray raw(int(length), Qt::Uninitialized);
+        if (m_in.readRawData(raw.data(), raw.size()) != raw.size())
+            return false;
+        s->resize(raw.size() / 2);
+        for (int i = 0; i < s->size(); ++i)
+            (*s)[i] = QChar(qFromBigEndian<quint16>(raw.constData() + 2 * i));
+        return true;
+    }
+
+    bool bytes(QByteArray *b)
+    {
+        quint32 length = 0;
+        m_in >> length;
+        if (!ok())
+            return false;
+        if (length == NullLength)
+            return true;
+        if (qint64(length) > left())
+            return false;
+        b->resize(int(length));
+        return m_in.readRawData(b->data(), b->size()) == b->size();
+    }
+
+    QDataStream &m_in;
+};
+
+} // namespace
+
+class TableContents::Private
+{
+public:
+    QByteArray data;
+    QBuffer buffer;
+    QDataStream in;
+    int rows = 0;
+    int columns = 0;
+    QList<qint64> rowStarts; // rowStarts[r]: where row r begins, for every row read up to
+    bool broken = false;     // a malformed item ends the readable rows
+
+    // Reads the starts of the rows up to row; false when row cannot be reached.
+    bool reach(int row)
+    {
+        while (rowStarts.size() <= row) {
+            if (broken || rowStarts.size() >= rows)
+                return false;
+            buffer.seek(rowStarts.last());
+            in.resetStatus();
+            Reader reader(in);
+            for (int c = 0; c < columns; ++c) {
+                if (!reader.item(nullptr)) {
+                    broken = true;
+                    return false;
+                }
+            }
+            if (rowStarts.size() < rows)
+                rowStarts.append(buffer.pos());
+            else
+                break;
+        }
+        return row < rowStarts.size();
+    }
+};
+
+TableContents::TableContents()
+    : d(new Private)
+{
+}
+
+TableContents::~TableContents() = default;
+TableContents::TableContents(TableContents &&) noexcept = default;
+TableContents &TableContents::operator=(TableContents &&) noexcept = default;
+
+bool TableContents::load(const QByteArray &hexText)
+{
+    d.reset(new Private);
+    HexFrame::Budget budget(ExpansionLimit);
+    QByteArray data;
+    if (!HexFrame::decode(hexText, &data, budget))
+        return false;
+    auto fresh = std::make_unique<Private>();
+    fresh->data = data;
+    fresh->buffer.setBuffer(&fresh->data);
+    fresh->buffer.open(QIODevice::ReadOnly);
+    fresh->in.setDevice(&fresh->buffer);
+    StoredStream::prepare(fresh->in);
+    qint32 rows = 0, columns = 0;
+    fresh->in >> rows >> columns;
+    const qint64 left = fresh->buffer.bytesAvailable();
+    if (fresh->in.status() != QDataStream::Ok || rows < 0 || columns < 0 || columns > MaxColumns
+        || qint64(rows) * columns * MinItemSize > left)
+        return false;
+    fresh->rows = rows;
+    fresh->columns = columns;
+    fresh->rowStarts.append(fresh->buffer.pos());
+    d = std::move(fresh);
+    return true;
+}
+
+bool TableContents::isEmpty() const { return d->rows == 0 || d->columns == 0; }
+int TableContents::rowCount() const { return d->rows; }
+int TableContents::columnCount() const { return d->columns; }
+int TableContents::knownRows() const { return int(d->rowStarts.size()) - 1; }
+
+bool TableContents::readRow(int row, int columns, QList<Roles> *cells)
+{
+    cells->clear();
+    if (row < 0 || row >= d->rows || !d->reach(row))
+        return false;
+    d->buffer.seek(d->rowStarts.at(row));
+    d->in.resetStatus();
+    Reader reader(d->in);
+    const int kept = std::clamp(columns, 0, d->columns);
+    for (int c = 0; c < d->columns; ++c) {
+        Roles roles;
+        if (!reader.item(c < kept ? &roles : nullptr)) {
+            d->broken = true;
+            cells->clear();
+            return false;
+        }
+        if (c < kept)
+            cells->append(roles);
+    }
+    if (row + 1 == d->rowStarts.size() && row + 1 < d->rows)
+        d->rowStarts.append(d->buffer.pos());
+    return true;
+}
+
+std::unique_ptr<QTableWidgetItem> TableContents::makeItem(const Roles &roles)
+{
+    auto item = std::make_unique<QTableWidgetItem>();
+    for (const auto &[role, value] : roles) {
+        if (role == FlagsRole)
+            item->setFlags(Qt::ItemFlags(value.toInt()));
+        else
+            item->setData(role, value);
+    }
+    return item;
+}
+
+QByteArray TableContents::encode(int rowCount, int columnCount, const QList<QList<const QTableWidgetItem *>> &rows)
+{
+    QByteArray data;
+    QDataStream out(&data, QIODevice::WriteOnly);
+    StoredStream::prepare(out);
+    out << qint32(rowCount) << qint32(columnCount);
+    const QTableWidgetItem empty;
+    for (int r = 0; r < rowCount; ++r) {
+        for (int c = 0; c < columnCount; ++c) {
+            const QTableWidgetItem *item = r < rows.size() && c < rows.at(r).size() ? rows.at(r).at(c) : nullptr;
+            out << (item ? *item : empty);
+        }
+    }
+    return HexFrame::encode(data);
+}

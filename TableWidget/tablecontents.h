@@ -1,0 +1,56 @@
+#ifndef TABLECONTENTS_H
+#define TABLECONTENTS_H
+
+#include "hexframe.h"
+#include "hmiwidgets_export.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QVariant>
+
+#include <memory>
+#include <utility>
+
+class QTableWidgetItem;
+
+// The stored contents of a parameter table ("data"): hex text of a compressed Qt 4.8 data stream with
+// the row count, the column count, then every cell of every row as a QTableWidgetItem (its role-value
+// pairs). Decoded once and read lazily: the start of every row read so far is remembered, so reading
+// row r costs the rows between the furthest known start and r, once. Untrusted: counts and lengths are
+// checked against the bytes left, only the value types an item can hold are read, and reading stops at
+// the first malformed item, keeping the rows before it.
+class HMIWIDGETS_EXPORT TableContents
+{
+public:
+    using Roles = QList<std::pair<int, QVariant>>;
+    // What a stored table may expand to: a long parameter list is tens of megabytes.
+    static constexpr qint64 ExpansionLimit = HexFrame::MaxLayerSize;
+    static constexpr int MaxColumns = 10000;
+
+    TableContents();
+    ~TableContents();
+    TableContents(TableContents &&) noexcept;
+    TableContents &operator=(TableContents &&) noexcept;
+
+    // False (and empty contents) for an empty, unreadable or malformed header.
+    bool load(const QByteArray &hexText);
+    bool isEmpty() const;
+    int rowCount() const;
+    int columnCount() const;
+    // The role-value pairs of the cells of row, columns 0 ... min(columns, columnCount()) - 1; the
+    // surplus stored columns are skipped so that later rows stay aligned. False past the last row that
+    // could be read (the row count, or a malformed item).
+    bool readRow(int row, int columns, QList<Roles> *cells);
+    // The furthest row whose start is known (-1 before any).
+    int knownRows() const;
+
+    static std::unique_ptr<QTableWidgetItem> makeItem(const Roles &roles);
+    // The stored form of a grid of items (rows of columns, null items written empty).
+    static QByteArray encode(int rowCount, int columnCount, const QList<QList<const QTableWidgetItem *>> &rows);
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
+
+#endif

@@ -1,0 +1,165 @@
+// The table's stored contents: Qt 4.8 stream bytes assembled by hand decode exactly and our writer
+// reproduces them; rows are read lazily in any order; surplus stored columns are skipped; malformed or
+// lying input ends the readable rows without a large allocation.
+#include "tablecontents.h"
+
+#include <QTableWidgetItem>
+#include <QtEndian>
+#include <QtTest>
+
+namespace {
+
+class Bytes
+{
+public:
+    Bytes &i32(qint32 v) { char b[4]; qToBigEndian(v, b); m_data.append(b, 4); return *this; }
+    Bytes &u8(quint8 v) { m_data.append(char(v)); return *this; }
+    Bytes &string(const QString &s)
+    {
+        i32(qint32(s.size() * 2));
+        for (QChar c : s) {
+            char b[2];
+            qToBigEndian(c.unicode(), b);
+            m_data.append(b, 2);
+        }
+        return *this;
+    }
+    // One role of an item: role, Qt 4 type id, null flag, value.
+    Bytes &stringRole(int role, const QString &s) { return i32(role).i32(10).u8(0).string(s); }
+    Bytes &intRole(int role, int v) { return i32(role).i32(2).u8(0).i32(v); }
+    Bytes &bytesRole(int role, const QByteArray &a)
+    {
+        i32(role).i32(12).u8(0).i32(qint32(a.size()));
+        m_data.append(a);
+        return *this;
+    }
+    QByteArray framed() const { return qCompress(m_data).toHex(); }
+    QByteArray raw() const { return m_data; }
+
+private:
+    QByteArray m_data;
+};
+
+QStringList describe(const QList<TableContents::Roles> &cells)
+{
+    QStringList out;
+    for (const TableContents::Roles &roles : cells) {
+        QStringList parts;
+        for (const auto &[role, value] : roles)
+            parts << QStringLiteral("%1=%2").arg(role).arg(value.userType() == QMetaType::QByteArray
+                                                                ? QString::fromLatin1(value.toByteArray().toHex())
+                                                                : value.toString());
+        out << parts.join(QLatin1Char(','));
+    }
+    return out;
+}
+
+QByteArray longTable(int rows, int columns)
+{
+    Bytes b;
+    b.i32(rows).i32(columns);
+    for (int r = 0; r < rows; ++r)
+        for (int c = 0; c < columns; ++c)
+            b.i32(1).stringRole(Qt::DisplayRole, QStringLiteral("r%1c%2").arg(r).arg(c));
+    return b.framed();
+}
+
+} // namespace
+
+class TestTableContents : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void golden()
+    {
+        Bytes b;
+        b.i32(2).i32(2);
+        b.i32(2).stringRole(Qt::DisplayRole, QStringLiteral("Feed")).stringRole(Qt::WhatsThisRole, QStringLiteral("1@0@100@8@2@0@9999"));
+        b.i32(0);
+        b.i32(2).intRole(0x13370551, 33).bytesRole(Qt::StatusTipRole, QByteArray("\x01\x02"));
+        b.i32(1).stringRole(Qt::DisplayRole, QStringLiteral("x"));
+        TableContents contents;
+        QVERIFY(contents.load(b.framed()));
+        QCOMPARE(contents.rowCount(), 2);
+        QCOMPARE(contents.columnCount(), 2);
+        QList<TableContents::Roles> cells;
+        QVERIFY(contents.readRow(0, 2, &cells));
+        QCOMPARE(describe(cells), (QStringList{"0=Feed,5=1@0@100@8@2@0@9999", ""}));
+        QVERIFY(contents.readRow(1, 2, &cells));
+        QCOMPARE(describe(cells), (QStringList{QString::number(0x13370551) + "=33,4=0102", "0=x"}));
+        QVERIFY(!contents.readRow(2, 2, &cells));
+
+        // The flags role becomes the new item's flags.
+        const std::unique_ptr<QTableWidgetItem> flagged = TableContents::makeItem({{0x13370551, 33}, {0, QStringLiteral("v")}});
+        QCOMPARE(int(flagged->flags()), 33);
+        QCOMPARE(flagged->text(), QStringLiteral("v"));
+
+        // Our writer gives the same bytes, on every Qt major.
+        QTableWidgetItem feed(QStringLiteral("Feed"));
+        feed.setData(Qt::WhatsThisRole, QStringLiteral("1@0@100@8@2@0@9999"));
+        QTableWidgetItem flags;
+        flags.setData(0x13370551, 33);
+        flags.setData(Qt::StatusTipRole, QByteArray("\x01\x02"));
+        QTableWidgetItem x(QStringLiteral("x"));
+        QCOMPARE(TableContents::encode(2, 2, {{&feed, nullptr}, {&flags, &x}}), b.framed());
+    }
+
+    // Rows in any order; each row's start is remembered once read past.
+    void lazyRows()
+    {
+        TableContents contents;
+        QVERIFY(contents.load(longTable(1000, 3)));
+        QCOMPARE(contents.knownRows(), 0);
+        QList<TableContents::Roles> cells;
+        QVERIFY(contents.readRow(999, 3, &cells));
+        QCOMPARE(cells.at(2).first().second.toString(), QStringLiteral("r999c2"));
+        QCOMPARE(contents.knownRows(), 999);
+        QVERIFY(contents.readRow(5, 3, &cells));
+        QCOMPARE(cells.at(0).first().second.toString(), QStringLiteral("r5c0"));
+        QVERIFY(contents.readRow(500, 2, &cells)); // surplus stored column skipped, rows stay aligned
+        QCOMPARE(describe(cells), (QStringList{"0=r500c0", "0=r500c1"}));
+        QVERIFY(contents.readRow(501, 3, &cells));
+        QCOMPARE(cells.at(0).first().second.toString(), QStringLiteral("r501c0"));
+    }
+
+    void malformed_data()
+    {
+        QTest::addColumn<QByteArray>("buffer");
+        QTest::addColumn<bool>("loads");
+        QTest::addColumn<int>("readableRows"); // rows read before the first malformed item
+        QTest::newRow("claims 2^31 rows") << Bytes().i32(0x7fffffff).i32(8).framed() << false << 0;
+        QTest::newRow("negative columns") << Bytes().i32(1).i32(-1).framed() << false << 0;
+        QTest::newRow("not hex") << QByteArray("zz") << false << 0;
+        QTest::newRow("role count past the data") << Bytes().i32(1).i32(1).i32(0x10000000).framed() << true << 0;
+        QTest::newRow("string past the data")
+            << Bytes().i32(2).i32(1).i32(1).stringRole(0, "ok").i32(1).i32(0).i32(10).u8(0).i32(0x7ffffffe).framed()
+            << true << 1;
+        QTest::newRow("an icon is not read") // Qt 4 type 69
+            << Bytes().i32(3).i32(1).i32(1).stringRole(0, "a").i32(1).stringRole(0, "b").i32(1).i32(1).i32(69).u8(0).framed()
+            << true << 2;
+        QTest::newRow("cut short") << Bytes().i32(3).i32(1).i32(1).stringRole(0, "a").i32(1).framed() << true << 1;
+    }
+
+    void malformed()
+    {
+        QFETCH(QByteArray, buffer);
+        QFETCH(bool, loads);
+        QFETCH(int, readableRows);
+        TableContents contents;
+        QCOMPARE(contents.load(buffer), loads);
+        if (!loads) {
+            QVERIFY(contents.isEmpty());
+            return;
+        }
+        QList<TableContents::Roles> cells;
+        for (int r = 0; r < readableRows; ++r)
+            QVERIFY(contents.readRow(r, 1, &cells));
+        QVERIFY(!contents.readRow(readableRows, 1, &cells));
+        QVERIFY(cells.isEmpty());
+        QVERIFY(!contents.readRow(contents.rowCount() - 1, 1, &cells)); // nothing past the malformed item
+    }
+};
+
+QTEST_MAIN(TestTableContents)
+#include "tst_tablecontents.moc"
