@@ -209,7 +209,7 @@ bool TableContents::load(const QByteArray &hexText)
     qint32 rows = 0, columns = 0;
     fresh->in >> rows >> columns;
     const qint64 left = fresh->buffer.bytesAvailable();
-    if (fresh->in.status() != QDataStream::Ok || rows < 0 || columns < 0 || columns > MaxColumns
+    if (fresh->in.status() != QDataStream::Ok || rows < 0 || rows > MaxRows || columns < 0 || columns > MaxColumns
         || qint64(rows) * columns * MinItemSize > left)
         return false;
     fresh->rows = rows;
@@ -227,7 +227,11 @@ int TableContents::knownRows() const { return int(d->rowStarts.size()) - 1; }
 bool TableContents::readRow(int row, int columns, QList<Roles> *cells)
 {
     cells->clear();
-    if (row < 0 || row >= d->rows || !d->reach(row))
+    if (row < 0 || row >= d->rows)
+        return false;
+    if (d->columns == 0)
+        return true; // rows without cells: nothing to read, and every row starts at the same place
+    if (!d->reach(row))
         return false;
     d->buffer.seek(d->rowStarts.at(row));
     d->in.resetStatus();

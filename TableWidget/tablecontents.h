@@ -26,6 +26,8 @@ public:
     // What a stored table may expand to: a long parameter list is tens of megabytes.
     static constexpr qint64 ExpansionLimit = HexFrame::MaxLayerSize;
     static constexpr int MaxColumns = 10000;
+    // Far beyond any parameter list a panel shows, and it keeps the row index small.
+    static constexpr int MaxRows = 1000000;
 
     TableContents();
     ~TableContents();

@@ -123,6 +123,17 @@ private Q_SLOTS:
         QCOMPARE(cells.at(0).first().second.toString(), QStringLiteral("r501c0"));
     }
 
+    // Rows without columns hold nothing: any of them reads at once as empty.
+    void rowsWithoutColumns()
+    {
+        TableContents contents;
+        QVERIFY(contents.load(Bytes().i32(TableContents::MaxRows).i32(0).framed()));
+        QList<TableContents::Roles> cells{{}};
+        QVERIFY(contents.readRow(TableContents::MaxRows - 1, 8, &cells));
+        QVERIFY(cells.isEmpty());
+        QVERIFY(!contents.readRow(TableContents::MaxRows, 8, &cells));
+    }
+
     void malformed_data()
     {
         QTest::addColumn<QByteArray>("buffer");
@@ -130,6 +141,11 @@ private Q_SLOTS:
         QTest::addColumn<int>("readableRows"); // rows read before the first malformed item
         QTest::newRow("claims 2^31 rows") << Bytes().i32(0x7fffffff).i32(8).framed() << false << 0;
         QTest::newRow("negative columns") << Bytes().i32(1).i32(-1).framed() << false << 0;
+        Bytes tooManyRows; // a million and one empty items pack into a few kilobytes
+        tooManyRows.i32(TableContents::MaxRows + 1).i32(1);
+        for (int r = 0; r <= TableContents::MaxRows; ++r)
+            tooManyRows.i32(0);
+        QTest::newRow("more rows than a table can have") << tooManyRows.framed() << false << 0;
         QTest::newRow("not hex") << QByteArray("zz") << false << 0;
         QTest::newRow("role count past the data") << Bytes().i32(1).i32(1).i32(0x10000000).framed() << true << 0;
         QTest::newRow("string past the data")
