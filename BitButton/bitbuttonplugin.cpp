@@ -26,16 +26,6 @@ CustomWidgetPlugin::Description description()
 } // namespace
 
 BitButtonPlugin::BitButtonPlugin(QObject *parent)
-    : CustomWidgetPlugin(description(), parent)
+    : TypedWidgetPlugin(description(), parent)
 {
-}
-
-QWidget *BitButtonPlugin::createWidget(QWidget *parent)
-{
-    return new BitButton(parent);
-}
-
-QExtensionFactory *BitButtonPlugin::createTaskMenuFactory(QExtensionManager *manager) const
-{
-    return new BitButtonTaskMenuFactory(manager);
 }

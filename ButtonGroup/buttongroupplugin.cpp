@@ -22,16 +22,6 @@ CustomWidgetPlugin::Description description()
 HMI_REGISTER_WIDGET_PLUGIN(ButtonGroupPlugin, WidgetPluginRegistry::ButtonGroup)
 
 ButtonGroupPlugin::ButtonGroupPlugin(QObject *parent)
-    : CustomWidgetPlugin(description(), parent)
+    : TypedWidgetPlugin(description(), parent)
 {
-}
-
-QWidget *ButtonGroupPlugin::createWidget(QWidget *parent)
-{
-    return new ButtonGroup(parent);
-}
-
-QExtensionFactory *ButtonGroupPlugin::createTaskMenuFactory(QExtensionManager *manager) const
-{
-    return new ButtonGroupTaskMenuFactory(manager);
 }

@@ -2,18 +2,15 @@
 #define BUTTONGROUPPLUGIN_H
 
 #include "customwidgetplugin.h"
+#include "buttongroup.h"
+#include "buttongrouptaskmenu.h"
 
 // Offers ButtonGroup in Designer's widget box, under "Buttons".
-class ButtonGroupPlugin : public CustomWidgetPlugin
+class ButtonGroupPlugin : public TypedWidgetPlugin<ButtonGroup, ButtonGroupTaskMenuFactory>
 {
     Q_OBJECT
 public:
     explicit ButtonGroupPlugin(QObject *parent = nullptr);
-
-    QWidget *createWidget(QWidget *parent) override;
-
-protected:
-    QExtensionFactory *createTaskMenuFactory(QExtensionManager *manager) const override;
 };
 
 #endif

@@ -25,16 +25,6 @@ CustomWidgetPlugin::Description description()
 HMI_REGISTER_WIDGET_PLUGIN(FunctionButtonPlugin, WidgetPluginRegistry::FunctionButton)
 
 FunctionButtonPlugin::FunctionButtonPlugin(QObject *parent)
-    : CustomWidgetPlugin(description(), parent)
+    : TypedWidgetPlugin(description(), parent)
 {
-}
-
-QWidget *FunctionButtonPlugin::createWidget(QWidget *parent)
-{
-    return new FunctionButton(parent);
-}
-
-QExtensionFactory *FunctionButtonPlugin::createTaskMenuFactory(QExtensionManager *manager) const
-{
-    return new FunctionButtonTaskMenuFactory(manager);
 }

@@ -2,18 +2,15 @@
 #define FUNCTIONBUTTONPLUGIN_H
 
 #include "customwidgetplugin.h"
+#include "functionbutton.h"
+#include "functionbuttontaskmenu.h"
 
 // Offers FunctionButton in Designer's widget box, under "Buttons".
-class FunctionButtonPlugin : public CustomWidgetPlugin
+class FunctionButtonPlugin : public TypedWidgetPlugin<FunctionButton, FunctionButtonTaskMenuFactory>
 {
     Q_OBJECT
 public:
     explicit FunctionButtonPlugin(QObject *parent = nullptr);
-
-    QWidget *createWidget(QWidget *parent) override;
-
-protected:
-    QExtensionFactory *createTaskMenuFactory(QExtensionManager *manager) const override;
 };
 
 #endif

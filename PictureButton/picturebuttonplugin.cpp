@@ -23,16 +23,6 @@ CustomWidgetPlugin::Description description()
 HMI_REGISTER_WIDGET_PLUGIN(PictureButtonPlugin, WidgetPluginRegistry::PictureButton)
 
 PictureButtonPlugin::PictureButtonPlugin(QObject *parent)
-    : CustomWidgetPlugin(description(), parent)
+    : TypedWidgetPlugin(description(), parent)
 {
-}
-
-QWidget *PictureButtonPlugin::createWidget(QWidget *parent)
-{
-    return new PictureButton(parent);
-}
-
-QExtensionFactory *PictureButtonPlugin::createTaskMenuFactory(QExtensionManager *manager) const
-{
-    return new PictureButtonTaskMenuFactory(manager);
 }

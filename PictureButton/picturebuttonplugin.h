@@ -2,18 +2,15 @@
 #define PICTUREBUTTONPLUGIN_H
 
 #include "customwidgetplugin.h"
+#include "PictureButton.h"
+#include "picturebuttontaskmenu.h"
 
 // Offers PictureButton in Designer's widget box, under "Buttons".
-class PictureButtonPlugin : public CustomWidgetPlugin
+class PictureButtonPlugin : public TypedWidgetPlugin<PictureButton, PictureButtonTaskMenuFactory>
 {
     Q_OBJECT
 public:
     explicit PictureButtonPlugin(QObject *parent = nullptr);
-
-    QWidget *createWidget(QWidget *parent) override;
-
-protected:
-    QExtensionFactory *createTaskMenuFactory(QExtensionManager *manager) const override;
 };
 
 #endif

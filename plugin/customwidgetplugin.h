@@ -54,4 +54,20 @@ private:
     bool m_initialized = false;
 };
 
+// A descriptor that creates Widget and registers Factory as its task menu: a widget's descriptor is
+// then only its constructor with the description.
+template <class Widget, class Factory>
+class TypedWidgetPlugin : public CustomWidgetPlugin
+{
+public:
+    QWidget *createWidget(QWidget *parent) override { return new Widget(parent); }
+
+protected:
+    using CustomWidgetPlugin::CustomWidgetPlugin;
+    QExtensionFactory *createTaskMenuFactory(QExtensionManager *manager) const override
+    {
+        return new Factory(manager);
+    }
+};
+
 #endif
