@@ -78,7 +78,7 @@ private:
         case ByteArray: { QByteArray b; if (!bytes(&b)) return false; *value = b; break; }
         case Size: { qint32 w = 0, h = 0; m_in >> w >> h; *value = QSize(w, h); break; }
         case Font: {
-            if (!lengthFits(4)) // the family comes first
+            if (!lengthFits(0)) // the family comes first
                 return false;
             QFont f;
             m_in >> f;
@@ -264,18 +264,56 @@ std::unique_ptr<QTableWidgetItem> TableContents::makeItem(const Roles &roles)
     return item;
 }
 
+namespace {
+
+// The roles an item stores: Designer's own property roles and shadow values stay in Designer.
+constexpr int StoredRoles[] = {Qt::DisplayRole, Qt::ToolTipRole, Qt::StatusTipRole, Qt::WhatsThisRole,
+                               Qt::FontRole, Qt::TextAlignmentRole, Qt::BackgroundRole, Qt::ForegroundRole,
+                               Qt::CheckStateRole, Qt::SizeHintRole};
+
+bool storable(const QVariant &value)
+{
+    switch (value.userType()) {
+    case QMetaType::Bool: case QMetaType::Int: case QMetaType::UInt: case QMetaType::Double:
+    case QMetaType::QString: case QMetaType::QStringList: case QMetaType::QByteArray: case QMetaType::QSize:
+    case QMetaType::QFont: case QMetaType::QColor:
+        return true;
+    case QMetaType::QBrush:
+        return value.value<QBrush>().style() <= Qt::DiagCrossPattern;
+    default:
+        return false;
+    }
+}
+
+void writeItem(QDataStream &out, const QTableWidgetItem *item)
+{
+    static const Qt::ItemFlags defaultFlags = QTableWidgetItem().flags();
+    QList<std::pair<int, QVariant>> roles;
+    if (item) {
+        if (item->flags() != defaultFlags)
+            roles.append({FlagsRole, int(item->flags())});
+        for (int role : StoredRoles) {
+            const QVariant value = item->data(role);
+            if (value.isValid() && storable(value))
+                roles.append({role, value});
+        }
+    }
+    out << qint32(roles.size());
+    for (const auto &[role, value] : roles)
+        out << qint32(role) << value;
+}
+
+} // namespace
+
 QByteArray TableContents::encode(int rowCount, int columnCount, const QList<QList<const QTableWidgetItem *>> &rows)
 {
     QByteArray data;
     QDataStream out(&data, QIODevice::WriteOnly);
     StoredStream::prepare(out);
     out << qint32(rowCount) << qint32(columnCount);
-    const QTableWidgetItem empty;
     for (int r = 0; r < rowCount; ++r) {
-        for (int c = 0; c < columnCount; ++c) {
-            const QTableWidgetItem *item = r < rows.size() && c < rows.at(r).size() ? rows.at(r).at(c) : nullptr;
-            out << (item ? *item : empty);
-        }
+        for (int c = 0; c < columnCount; ++c)
+            writeItem(out, r < rows.size() && c < rows.at(r).size() ? rows.at(r).at(c) : nullptr);
     }
     return HexFrame::encode(data);
 }

@@ -32,3 +32,7 @@ QWidget *DesignerHost::formWindowOf(QWidget *widget)
     DesignerHost *host = instance();
     return host && widget ? host->formWindow(widget) : nullptr;
 }
+
+void DesignerHost::exposeItemToEditor(QTableWidgetItem *) const
+{
+}

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QVariant>
 
+class QTableWidgetItem;
 class QWidget;
 
 // What the widgets ask of the form designer. The designer plugin installs an implementation when
@@ -50,6 +51,9 @@ public:
     virtual void refreshEditors(QWidget *formWindow) = 0;
     // The object the property editor is showing.
     virtual QObject *propertyEditorObject() const = 0;
+    // Gives an item made in code the designer's own roles for its texts, so that the designer's item
+    // editor shows and keeps them.
+    virtual void exposeItemToEditor(QTableWidgetItem *item) const;
 
 Q_SIGNALS:
     void selectionChanged(QWidget *formWindow);

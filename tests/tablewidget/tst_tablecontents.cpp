@@ -99,7 +99,7 @@ private Q_SLOTS:
         QTableWidgetItem feed(QStringLiteral("Feed"));
         feed.setData(Qt::WhatsThisRole, QStringLiteral("1@0@100@8@2@0@9999"));
         QTableWidgetItem flags;
-        flags.setData(0x13370551, 33);
+        flags.setFlags(Qt::ItemFlags(33));
         flags.setData(Qt::StatusTipRole, QByteArray("\x01\x02"));
         QTableWidgetItem x(QStringLiteral("x"));
         QCOMPARE(TableContents::encode(2, 2, {{&feed, nullptr}, {&flags, &x}}), b.framed());

@@ -1,0 +1,114 @@
+#include "tablerowloader.h"
+
+#include <QTableWidget>
+
+#include <algorithm>
+
+TableRowLoader::TableRowLoader(QTableWidget *table)
+    : m_table(table)
+{
+}
+
+bool TableRowLoader::load(const QByteArray &hexText)
+{
+    m_loaded.clear();
+    m_loadedCount = 0;
+    m_contents = TableContents();
+    if (hexText.isEmpty())
+        return true;
+    return m_contents.load(hexText);
+}
+
+bool TableRowLoader::isLoaded(int row) const
+{
+    return row >= 0 && row < int(m_loaded.size()) && m_loaded[size_t(row)];
+}
+
+void TableRowLoader::cover(int first, int last)
+{
+    const int screen = std::max(1, last - first + 1);
+    int from = 0;
+    int to = 0;
+    if (m_loadedCount == 0) {
+        to = 3 * (last - first) + 2;
+    } else {
+        from = first - screen;
+        to = last + 2 * screen;
+    }
+    loadRows(from == 1 ? 0 : from, to, nullptr);
+}
+
+void TableRowLoader::loadAll(Prepare prepare)
+{
+    loadRows(0, m_table->rowCount() - 1, prepare);
+}
+
+void TableRowLoader::rowInserted(int row)
+{
+    if (isEmpty())
+        return;
+    // The table has one row more than the stored contents from row on.
+    if (row >= 0 && size_t(row) <= m_loaded.size())
+        m_loaded.insert(m_loaded.begin() + row, true);
+    const int rows = m_table->rowCount();
+    for (int r = 0; r < rows; ++r) {
+        const int stored = r < row ? r : r - 1;
+        if (r != row && !isLoaded(r) && stored < m_contents.rowCount()) {
+            QList<TableContents::Roles> cells;
+            if (m_contents.readRow(stored, m_table->columnCount(), &cells)) {
+                for (int c = 0; c < cells.size(); ++c)
+                    placeItem(r, c, cells.at(c), nullptr);
+            }
+        }
+    }
+    m_loaded.assign(size_t(rows), true);
+    m_loadedCount = rows;
+}
+
+void TableRowLoader::loadRows(int first, int last, Prepare prepare)
+{
+    const int rows = std::min(m_table->rowCount(), m_contents.rowCount());
+    first = std::max(first, 0);
+    last = std::min(last, rows - 1);
+    if (first > last)
+        return;
+    if (m_loaded.size() < size_t(rows))
+        m_loaded.resize(size_t(rows), false);
+    const int columns = std::min(m_table->columnCount(), m_contents.columnCount());
+    QList<TableContents::Roles> cells;
+    for (int r = first; r <= last; ++r) {
+        if (m_loaded[size_t(r)])
+            continue;
+        if (!m_contents.readRow(r, columns, &cells))
+            break; // a malformed item: the rows before it stay
+        for (int c = 0; c < cells.size(); ++c)
+            placeItem(r, c, cells.at(c), prepare);
+        m_loaded[size_t(r)] = true;
+        ++m_loadedCount;
+    }
+}
+
+void TableRowLoader::placeItem(int row, int column, const TableContents::Roles &roles, Prepare prepare)
+{
+    QTableWidgetItem *existing = m_table->item(row, column);
+    if (roles.isEmpty() && !existing)
+        return;
+    std::unique_ptr<QTableWidgetItem> made = TableContents::makeItem(roles);
+    // Forms made for the original panel font carry it on every item; the table's own font replaces it.
+    const QVariant font = made->data(Qt::FontRole);
+    if (font.isValid()) {
+        const QFont f = made->font();
+        if (f.family() == QLatin1String("SimSun") && f.pointSize() == 9)
+            made->setFont(m_table->font());
+    }
+    if (prepare)
+        prepare(made.get());
+    if (existing) {
+        // The application may hold the item: keep it and give it the stored values.
+        *existing = *made;
+        existing->setFlags(made->flags());
+        existing->setData(Qt::DisplayRole, made->data(Qt::DisplayRole));
+    } else {
+        m_table->setItem(row, column, made.release());
+    }
+}

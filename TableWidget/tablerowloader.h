@@ -1,0 +1,49 @@
+#ifndef TABLEROWLOADER_H
+#define TABLEROWLOADER_H
+
+#include "hmiwidgets_export.h"
+#include "tablecontents.h"
+
+#include <QByteArray>
+
+#include <vector>
+
+class QTableWidget;
+class QTableWidgetItem;
+
+// Makes the table's items from its stored contents, only for the rows asked for and each row once.
+// The first load covers the first screen and two more below it; later loads cover the rows on
+// screen with one screen of margin above and two below, wherever the table was scrolled to, so a
+// jump to the end of a long list costs what a step near its start costs.
+class HMIWIDGETS_EXPORT TableRowLoader
+{
+public:
+    using Prepare = void (*)(QTableWidgetItem *);
+
+    explicit TableRowLoader(QTableWidget *table);
+
+    // False for contents that cannot be read (then there is nothing to load).
+    bool load(const QByteArray &hexText);
+    bool isEmpty() const { return m_contents.rowCount() == 0; }
+    int loadedRows() const { return m_loadedCount; }
+    bool isLoaded(int row) const;
+
+    // Makes the items of the rows around first ... last (the rows on screen).
+    void cover(int first, int last);
+    // Makes every row's items, each passed to prepare.
+    void loadAll(Prepare prepare);
+    // A row inserted by the application: the stored rows after it would no longer line up, so the
+    // rest is made now and the new row counts as made.
+    void rowInserted(int row);
+
+private:
+    void loadRows(int first, int last, Prepare prepare);
+    void placeItem(int row, int column, const TableContents::Roles &roles, Prepare prepare);
+
+    QTableWidget *const m_table;
+    TableContents m_contents;
+    std::vector<bool> m_loaded;
+    int m_loadedCount = 0;
+};
+
+#endif

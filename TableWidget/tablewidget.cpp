@@ -1,0 +1,739 @@
+#include "tablewidget.h"
+
+#include "bindingtext.h"
+#include "bufferwarning.h"
+#include "cellspans.h"
+#include "columndefaults.h"
+#include "columnvisibility.h"
+#include "controllerbinding.h"
+#include "designercommit.h"
+#include "designerhost.h"
+#include "designeritemsync.h"
+#include "designertextregistration.h"
+#include "enumvalue.h"
+#include "headertexts.h"
+#include "languagestate.h"
+#include "norvointerface_z3.h"
+#include "qeltapp.h"
+#include "tablecontents.h"
+#include "tablerowloader.h"
+#include "tablesections.h"
+#include "tablestylesheets.h"
+#include "tabletexts.h"
+#include "tablewordmap.h"
+#include "visiblerowregistrar.h"
+#include "widgetfactory.h"
+
+#include <QHeaderView>
+#include <QScrollBar>
+
+#include <algorithm>
+
+HMI_REGISTER_WIDGET(TableWidget)
+
+using norvo_v0::QeltApp;
+
+namespace {
+constexpr int DefaultRowHeight = 30;
+constexpr int MinRowHeight = 10;
+constexpr int MinScrollBarExtent = 16;
+constexpr int DefaultSearchIndex = -1001;
+constexpr int VisibleSearchIndex = -1002;
+constexpr int IgnoredIndex = -1000;
+constexpr int IndirectBitIndex = -10000;
+constexpr int SearchMethodCount = 5;
+
+// Channels are shown 1-based and kept 0-based, within the channels the HMI has.
+int channelIndex(int channel)
+{
+    const int count = NORVOInterface_Z3::initialization()->maxChannelCount();
+    return std::clamp(channel > 1 ? channel - 1 : 0, 0, std::max(0, count - 1));
+}
+} // namespace
+
+class TableWidget::Private
+{
+public:
+    explicit Private(TableWidget *q)
+        : q(q)
+        , binding(q, q)
+        , registrar(q, q)
+        , loader(q)
+        , texts(q, &registrar, &headerTexts)
+    {
+    }
+
+    TableWidget *const q;
+    ControllerBinding binding;
+    VisibleRowRegistrar registrar;
+    TableRowLoader loader;
+    HeaderTexts headerTexts;
+    TableTexts texts;
+    ColumnVisibility columnWords;
+    ColumnDefaults columnDefaults;
+    TableWordMap wordMap;
+    QList<CellSpans::Span> spans;
+    LanguageState language;
+    std::unique_ptr<DesignerTextRegistration> textRegistration;
+    DesignerItemSync *itemSync = nullptr;
+
+    QByteArray data;
+    QByteArray mergeCells;
+    QByteArray mapBuffer;
+    QByteArray headerBuffer;
+    QStringList addresses;
+
+    ResizeMode horizontalMode = Interactive;
+    ResizeMode verticalMode = Interactive;
+    int rowHeight = DefaultRowHeight;
+    int rowCountAtHeight = -1;
+    int scrollBarExtent = MinScrollBarExtent;
+    QColor gridColor;
+    ParameterType parameterType = Normal;
+    BusServoParameterType busServoType = General;
+    DataClass dataClass = None;
+    bool inputWidgetEnabled = true;
+    UserLevel enablingLevel = NoLevel;
+    UserLevel visibleLevel = NoLevel;
+    int authority = 0;
+    bool editingEnabled = true;
+    Language languageProperty = language_0;
+    int defaultSearchChannel = 0;
+    DataClass defaultSearchClass = None;
+    int defaultSearchAddress = 0;
+    int visibleSearchChannel = 0;
+    DataClass visibleSearchClass = None;
+    int visibleSearchAddress = 0;
+    int defaultSearchMethod = 0;
+    int visibleSearchMethods = -1;
+    int mode = 0;
+    bool resizeToContents = true;
+    bool firstShowPending = true;
+    bool dataLoaded = false;
+    bool bitView = false;
+    bool ncCodeView = false;
+
+    bool inDesigner() const { return DesignerHost::formWindowOf(q) != nullptr; }
+    int firstVisibleRow() const { return std::max(0, q->rowAt(0)); }
+    int lastVisibleRow() const
+    {
+        const int row = q->rowAt(q->viewport()->height());
+        return row < 0 ? q->rowCount() - 1 : row;
+    }
+
+    void loadData();
+    void registerTableVariables(QeltApp *app);
+    void applyColumnVisibility();
+    void updateItemText() { texts.refresh(firstVisibleRow(), lastVisibleRow(), language.current()); }
+    void indirectBit(int index, int value);
+    QTableWidgetItem *itemAt(int row, int column);
+};
+
+QTableWidgetItem *TableWidget::Private::itemAt(int row, int column)
+{
+    if (row < 0 || column < 0 || row >= q->rowCount() || column >= q->columnCount())
+        return nullptr;
+    QTableWidgetItem *item = q->item(row, column);
+    if (!item) {
+        item = new QTableWidgetItem;
+        q->QTableWidget::setItem(row, column, item);
+    }
+    return item;
+}
+
+void TableWidget::Private::loadData()
+{
+    if (loader.isEmpty())
+        return;
+    const int first = firstVisibleRow();
+    const int last = lastVisibleRow();
+    if (inDesigner()) {
+        // Designer edits and saves every item: they all exist there, none is registered.
+        if (itemSync)
+            itemSync->setSuspended(true);
+        loader.loadAll(&DesignerItemSync::expose);
+        if (itemSync)
+            itemSync->setSuspended(false);
+    } else {
+        loader.cover(first, last);
+    }
+    if (QeltApp *app = binding.app()) {
+        app->stopUpdateUI();
+        app->removeUIVariable(binding.form(), q);
+        registrar.registerRows(app, binding.form(), first, last + 1);
+        registerTableVariables(app);
+        app->startUpdateUI(binding.form());
+    }
+    dataLoaded = true;
+    updateItemText();
+}
+
+void TableWidget::Private::registerTableVariables(QeltApp *app)
+{
+    QWidget *form = binding.form();
+    if (defaultSearchClass != None) {
+        app->registerUIVariable(form, q, q, DefaultSearchIndex, 0, defaultSearchChannel, defaultSearchClass,
+                                defaultSearchAddress, -1, 0, 1, 10, 10, 0, 0, false);
+        const int method = app->getData(defaultSearchChannel, QeltApp::DataClass(defaultSearchClass), defaultSearchAddress, 0);
+        defaultSearchMethod = method >= 0 && method < SearchMethodCount ? method : 0;
+    }
+    if (visibleSearchClass != None) {
+        app->registerUIVariable(form, q, q, VisibleSearchIndex, 0, visibleSearchChannel, visibleSearchClass,
+                                visibleSearchAddress, -1, 0, 1, 10, 10, 0, 0, false);
+        visibleSearchMethods = app->getData(visibleSearchChannel, QeltApp::DataClass(visibleSearchClass),
+                                            visibleSearchAddress, 0)
+            | (1 << defaultSearchMethod);
+    }
+    if (dataClass != None) {
+        const QList<int> words = ColumnVisibility::addresses(addresses);
+        for (int i = 0; i < words.size(); ++i)
+            app->registerUIVariable(form, q, q, ColumnVisibility::registrationIndex(i), 0, binding.channelIndex(),
+                                    dataClass, words.at(i), -1, 0, 1, 10, 10, 0, 0, false);
+    }
+}
+
+void TableWidget::Private::applyColumnVisibility()
+{
+    // Hiding follows the table's own words alone: a column the controller hides must be hidden
+    // before the operator ever touches a cell.
+    if (inDesigner() || dataClass == None)
+        return;
+    for (int c = 0; c < q->columnCount(); ++c) {
+        if (const auto shown = columnWords.shown(c))
+            q->setColumnHidden(c, !*shown);
+    }
+}
+
+void TableWidget::Private::indirectBit(int index, int value)
+{
+    const int cell = IndirectBitIndex - index;
+    const int columns = q->columnCount();
+    if (columns <= 0)
+        return;
+    const QTableWidgetItem *item = q->item(cell / columns, cell % columns);
+    QeltApp *app = binding.app();
+    if (!item || item->whatsThis().isEmpty() || !app)
+        return;
+    // No registration of the table asks for these updates; a panel application that does gives a
+    // bit cell a moving address: the received value, less field 10, replaces the cell's address while
+    // its bit type and bit index stay, as a button's live address change does.
+    const BindingText b = BindingText::parse(item->whatsThis());
+    const int channel = binding.chnNoVarEnable() ? QeltApp::CurrentChannel : std::max(0, b.field(1) - 1);
+    app->stopUpdateUI();
+    app->registerUIVariable(binding.form(), q, q, cell, b.comId, channel, 0, value - b.field(10), b.field(2),
+                            b.field(4), 1, 10, 10, 0, 0, false);
+    app->startUpdateUI(binding.form());
+}
+
+TableWidget::TableWidget(QWidget *parent)
+    : QTableWidget(parent)
+    , d(new Private(this))
+{
+    setColumnCount(3);
+    setRowCount(4);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    NORVOInterface_Z3::setWidgetDefaultFont(this);
+    verticalHeader()->setDefaultSectionSize(DefaultRowHeight);
+    setGridColor(QColor(216, 216, 216));
+    connect(this, &QTableWidget::itemChanged, this, &TableWidget::itemChangedSlot);
+    connect(this, &QTableWidget::itemEntered, this, &TableWidget::slotCellEnter);
+    if (DesignerHost *host = DesignerHost::instance())
+        connect(host, &DesignerHost::propertyChanged, this, &TableWidget::slotPropertyChanged);
+    setAttribute(Qt::WA_MouseTracking);
+    NORVOInterface_Z3 *hmi = NORVOInterface_Z3::init();
+    hmi->setKeypadModeSize(3);
+    d->language.setCurrent(hmi->currentLanguageIndex());
+    d->textRegistration = std::make_unique<DesignerTextRegistration>(this, this);
+}
+
+TableWidget::~TableWidget() = default;
+
+QByteArray TableWidget::data() const { return d->data; }
+
+void TableWidget::setData(const QByteArray &data)
+{
+    if (data == d->data && !d->data.isEmpty())
+        return; // Designer hands back what the table just wrote
+    d->data = data;
+    d->registrar.clearCache();
+    if (!d->loader.load(data))
+        warnUnreadableBuffer(this, "data");
+    if (data.isEmpty() || d->firstShowPending || d->mode != 0)
+        return;
+    // After the first show new contents replace what the rows show, again only near the screen.
+    if (d->inDesigner())
+        clearContents();
+    d->loadData();
+}
+
+QByteArray TableWidget::mergeCells() const { return d->mergeCells; }
+
+void TableWidget::setMergeCells(const QByteArray &spans)
+{
+    d->mergeCells = spans;
+    if (!CellSpans::decode(spans, &d->spans))
+        warnUnreadableBuffer(this, "mergeCells");
+}
+
+QByteArray TableWidget::mapBuffer() const { return d->mapBuffer; }
+
+void TableWidget::setMapBuffer(const QByteArray &buffer)
+{
+    d->mapBuffer = buffer;
+    if (!d->wordMap.decode(buffer))
+        warnUnreadableBuffer(this, "mapBuffer");
+}
+
+QByteArray TableWidget::headerTextInfoBuffer() const { return d->headerBuffer; }
+
+void TableWidget::setHeaderTextInfoBuffer(const QByteArray &buffer)
+{
+    d->headerBuffer = buffer;
+    if (!d->headerTexts.decode(buffer))
+        warnUnreadableBuffer(this, "headerTextInfoBuffer");
+    d->headerTexts.refreshFromWordLibrary(false);
+    if (!d->firstShowPending)
+        d->updateItemText();
+}
+
+TableWidget::ResizeMode TableWidget::horizontalHeaderResizeMode() const { return d->horizontalMode; }
+
+void TableWidget::setHorizontalHeaderResizeMode(ResizeMode mode)
+{
+    if (assignEnum(d->horizontalMode, mode))
+        horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeMode(mode));
+}
+
+TableWidget::ResizeMode TableWidget::verticalHeaderResizeMode() const { return d->verticalMode; }
+
+void TableWidget::setVerticalHeaderResizeMode(ResizeMode mode)
+{
+    if (!assignEnum(d->verticalMode, mode))
+        return;
+    verticalHeader()->setSectionResizeMode(QHeaderView::ResizeMode(mode));
+    if (mode == Interactive || mode == Fixed)
+        verticalHeader()->setDefaultSectionSize(d->rowHeight);
+}
+
+bool TableWidget::verticalHeaderVisible() const { return !verticalHeader()->isHidden(); }
+void TableWidget::setVerticalHeaderVisible(bool visible) { verticalHeader()->setVisible(visible); }
+bool TableWidget::horizontalHeaderVisible() const { return !horizontalHeader()->isHidden(); }
+void TableWidget::setHorizontalHeaderVisible(bool visible) { horizontalHeader()->setVisible(visible); }
+bool TableWidget::verticalHeaderHighlightSections() const { return verticalHeader()->highlightSections(); }
+void TableWidget::setVerticalHeaderHighlightSections(bool highlight) { verticalHeader()->setHighlightSections(highlight); }
+bool TableWidget::horizontalHeaderHighlightSections() const { return horizontalHeader()->highlightSections(); }
+void TableWidget::setHorizontalHeaderHighlightSections(bool highlight) { horizontalHeader()->setHighlightSections(highlight); }
+
+int TableWidget::rowsHeight() const { return d->rowHeight; }
+
+void TableWidget::setRowsHeight(int height)
+{
+    d->rowCountAtHeight = rowCount();
+    if (height < MinRowHeight || height == d->rowHeight)
+        return;
+    d->rowHeight = height;
+    // The default section size reaches every row without touching them one by one.
+    if (d->verticalMode != ResizeToContents)
+        verticalHeader()->setDefaultSectionSize(height);
+}
+
+int TableWidget::scrollBarExtent() const { return d->scrollBarExtent; }
+
+void TableWidget::setScrollBarExtent(int extent)
+{
+    if (extent == d->scrollBarExtent || extent < MinScrollBarExtent)
+        return;
+    d->scrollBarExtent = extent;
+    verticalScrollBar()->setStyleSheet(TableStyleSheets::verticalScrollBar(extent));
+    horizontalScrollBar()->setStyleSheet(TableStyleSheets::horizontalScrollBar(extent));
+}
+
+QColor TableWidget::gridColor() const { return d->gridColor; }
+
+void TableWidget::setGridColor(const QColor &color)
+{
+    if (color == d->gridColor)
+        return;
+    d->gridColor = color;
+    setStyleSheet(TableStyleSheets::grid(color));
+}
+
+QColor TableWidget::textColor() const { return palette().color(QPalette::Text); }
+
+void TableWidget::setTextColor(const QColor &color)
+{
+    QPalette p = palette();
+    p.setBrush(QPalette::All, QPalette::Text, color);
+    setPalette(p);
+}
+
+QColor TableWidget::backgroundColor() const { return palette().color(QPalette::Base); }
+
+void TableWidget::setBackgroundColor(const QColor &color)
+{
+    QPalette p = palette();
+    p.setBrush(QPalette::All, QPalette::Base, color);
+    setPalette(p);
+}
+
+TableWidget::ParameterType TableWidget::parameterType() const { return d->parameterType; }
+void TableWidget::setParameterType(ParameterType type) { assignEnum(d->parameterType, type); }
+TableWidget::BusServoParameterType TableWidget::busServoParameterType() const { return d->busServoType; }
+void TableWidget::setBusServoParameterType(BusServoParameterType type) { assignEnum(d->busServoType, type); }
+int TableWidget::comId() const { return d->binding.comId(); }
+void TableWidget::setComId(int comId) { d->binding.setComId(comId); }
+int TableWidget::channel() const { return d->binding.channel(); }
+void TableWidget::setChannel(int channel) { d->binding.setChannel(channel); }
+TableWidget::DataClass TableWidget::dataClass() const { return d->dataClass; }
+void TableWidget::setDataClass(DataClass dataClass) { assignEnum(d->dataClass, dataClass); }
+QStringList TableWidget::address() const { return d->addresses; }
+void TableWidget::setAddress(const QStringList &addresses) { d->addresses = addresses; }
+bool TableWidget::inputWidgetEnabled() const { return d->inputWidgetEnabled; }
+void TableWidget::setInputWidgetEnabled(bool enabled) { d->inputWidgetEnabled = enabled; }
+TableWidget::UserLevel TableWidget::lowestEnablingUserLevel() const { return d->enablingLevel; }
+void TableWidget::setLowestEnablingUserLevel(UserLevel level) { assignEnum(d->enablingLevel, level); }
+TableWidget::UserLevel TableWidget::lowestVisibleUserLevel() const { return d->visibleLevel; }
+void TableWidget::setLowestVisibleUserLevel(UserLevel level) { assignEnum(d->visibleLevel, level); }
+int TableWidget::operationalAuthority() const { return d->authority; }
+
+void TableWidget::setOperationalAuthority(int authority)
+{
+    if (authority >= 0 && authority <= ControllerBinding::MaxAuthority)
+        d->authority = authority;
+}
+
+TableWidget::Language TableWidget::language() const { return d->languageProperty; }
+
+void TableWidget::setLanguage(Language language)
+{
+    if (assignEnum(d->languageProperty, language))
+        setWhatsThis(QString::number(int(language)));
+}
+
+int TableWidget::defaultSearchMethodChannel() const { return d->defaultSearchChannel + 1; }
+void TableWidget::setDefaultSearchMethodChannel(int channel) { d->defaultSearchChannel = channelIndex(channel); }
+TableWidget::DataClass TableWidget::defaultSearchMethodDataClass() const { return d->defaultSearchClass; }
+void TableWidget::setDefaultSearchMethodDataClass(DataClass dataClass) { assignEnum(d->defaultSearchClass, dataClass); }
+int TableWidget::defaultSearchMethodAddress() const { return d->defaultSearchAddress; }
+void TableWidget::setDefaultSearchMethodAddress(int address) { d->defaultSearchAddress = std::max(0, address); }
+int TableWidget::searchMethodVisibleChannel() const { return d->visibleSearchChannel + 1; }
+void TableWidget::setSearchMethodVisibleChannel(int channel) { d->visibleSearchChannel = channelIndex(channel); }
+TableWidget::DataClass TableWidget::searchMethodVisibleDataClass() const { return d->visibleSearchClass; }
+void TableWidget::setSearchMethodVisibleDataClass(DataClass dataClass) { assignEnum(d->visibleSearchClass, dataClass); }
+int TableWidget::searchMethodVisibleAddress() const { return d->visibleSearchAddress; }
+void TableWidget::setSearchMethodVisibleAddress(int address) { d->visibleSearchAddress = std::max(0, address); }
+bool TableWidget::ChnNoVarEnable() const { return d->binding.chnNoVarEnable(); }
+void TableWidget::SetChnNoVarEnable(bool enable) { d->binding.setChnNoVarEnable(enable); }
+
+int TableWidget::defaultSearchMethod() const { return d->defaultSearchMethod; }
+int TableWidget::visibleSearchMethods() const { return d->visibleSearchMethods; }
+bool TableWidget::editingEnabled() const { return d->editingEnabled; }
+int TableWidget::mode() const { return d->mode; }
+bool TableWidget::resizeToContents() const { return d->resizeToContents; }
+QFont TableWidget::initFont() const { return font(); }
+int TableWidget::loadedRowCount() const { return d->loader.loadedRows(); }
+
+int TableWidget::getVariableComId() const { return d->registrar.binding(currentItem()).comId; }
+int TableWidget::getVariableChannel() const { return d->registrar.binding(currentItem()).channel; }
+int TableWidget::getVariableAddress() const { return d->registrar.binding(currentItem()).address; }
+int TableWidget::getVariableBit() const { return d->registrar.binding(currentItem()).bitIndex; }
+
+int TableWidget::getVariableClass() const
+{
+    const BindingText &b = d->registrar.binding(currentItem());
+    return b.kind == BindingText::Bit ? b.bitType : b.dataClass;
+}
+
+void TableWidget::updateData(int index, int value)
+{
+    if (ColumnVisibility::isWordIndex(index)) {
+        if (d->columnWords.update(index, value))
+            d->applyColumnVisibility();
+    } else if (index == DefaultSearchIndex) {
+        d->defaultSearchMethod = value >= 0 && value < SearchMethodCount ? value : 0;
+        QeltApp *app = d->binding.app();
+        if (d->visibleSearchMethods != -1 && app && d->visibleSearchClass != None)
+            d->visibleSearchMethods = app->getData(d->visibleSearchChannel, QeltApp::DataClass(d->visibleSearchClass),
+                                                   d->visibleSearchAddress, 0);
+        d->visibleSearchMethods |= 1 << d->defaultSearchMethod;
+    } else if (index == VisibleSearchIndex) {
+        d->visibleSearchMethods = value | (1 << d->defaultSearchMethod);
+    } else if (index <= IndirectBitIndex) {
+        d->indirectBit(index, value);
+    } else if (index >= 0 && columnCount() > 0) {
+        QTableWidgetItem *cell = item(index / columnCount(), index % columnCount());
+        if (!cell)
+            return;
+        if (d->bitView)
+            cell->setBackground(value == 0 ? QColor(Qt::white) : QColor(255, 50, 50));
+        else
+            cell->setText(value != 0 ? QStringLiteral("1") : QStringLiteral("0"));
+    }
+    Q_UNUSED(IgnoredIndex)
+}
+
+void TableWidget::updateData(int index, const QString &text)
+{
+    if (index < 0 || d->bitView || columnCount() <= 0)
+        return;
+    if (QTableWidgetItem *cell = item(index / columnCount(), index % columnCount()))
+        cell->setText(text);
+}
+
+void TableWidget::updateLanguage(int index)
+{
+    index = std::max(0, index);
+    if (index == d->language.current() && !d->language.isPending() && !d->dataLoaded && d->firstShowPending)
+        return;
+    d->language.markApplied(index);
+    d->updateItemText();
+}
+
+void TableWidget::upDatePluginTextfromWordLib()
+{
+    d->headerTexts.refreshFromWordLibrary(true);
+    d->updateItemText();
+}
+
+void TableWidget::getPluginNameAndListType(QString &name, int &listType)
+{
+    name = objectName();
+    listType = 2;
+}
+
+void TableWidget::getPluginNameAndTransText(QList<QList<TextData>> &texts)
+{
+    if (d->headerTexts.isEmpty())
+        d->headerTexts.buildFrom(this, NORVOInterface_Z3::initialization()->getSystemLanguageCount());
+    else
+        d->headerTexts.trimTo(columnCount());
+    texts = d->texts.translatable();
+}
+
+void TableWidget::setPluginTransText(QList<QStringList> &texts)
+{
+    const int used = d->texts.applyTranslations(texts);
+    qDebug("TableWidget::setPluginTransText transTextSize=%d i_end=%d", int(texts.size()), used);
+    const QByteArray header = d->headerTexts.encode();
+    // Only a table whose every row has items can write its contents back whole.
+    const bool whole = d->loader.loadedRows() == rowCount();
+    const QByteArray contents = whole ? DesignerItemSync::encode(this) : d->data;
+    if (!DesignerCommit::setProperty(this, "headerTextInfoBuffer", header))
+        setHeaderTextInfoBuffer(header);
+    if (whole && !DesignerCommit::setProperty(this, "data", contents))
+        d->data = contents;
+    d->updateItemText();
+}
+
+void TableWidget::setQeltAppAndFormPtr(void *app, void *form) { d->binding.attach(app, form); }
+
+void TableWidget::updateAuthority(int level)
+{
+    d->editingEnabled = d->authority == 0 || d->authority >= level;
+}
+
+int TableWidget::getCurrentRow() const { return currentRow(); }
+int TableWidget::getCurrentColumn() const { return currentColumn(); }
+void TableWidget::setCurrentCell(int row, int column) { QTableWidget::setCurrentCell(row, column); }
+void TableWidget::setColumnWidth(int column, int width) { QTableWidget::setColumnWidth(column, width); }
+
+void TableWidget::setColumnHeaderLabel(int column, const QString &label)
+{
+    if (column < 0 || column >= columnCount())
+        return;
+    QTableWidgetItem *header = horizontalHeaderItem(column);
+    if (!header) {
+        header = new QTableWidgetItem;
+        setHorizontalHeaderItem(column, header);
+    }
+    header->setText(label);
+}
+
+void TableWidget::setColumnHide(int column, bool hide)
+{
+    if (column >= 0 && column < columnCount())
+        setColumnHidden(column, hide);
+}
+
+void TableWidget::setColumnBackgroundColor(int column, const QString &color)
+{
+    const QColor c = ColumnDefaults::parseColor(color);
+    d->columnDefaults.setBackground(column, c);
+    for (int r = 0; r < rowCount(); ++r) {
+        if (QTableWidgetItem *cell = d->itemAt(r, column))
+            cell->setBackground(c);
+    }
+}
+
+void TableWidget::setColumnTextColor(int column, const QString &color)
+{
+    const QColor c = ColumnDefaults::parseColor(color);
+    d->columnDefaults.setForeground(column, c);
+    for (int r = 0; r < rowCount(); ++r) {
+        if (QTableWidgetItem *cell = d->itemAt(r, column))
+            cell->setForeground(c);
+    }
+}
+
+void TableWidget::setColumnTextAlignment(int column, int alignment)
+{
+    if (column < 0 || column >= columnCount())
+        return;
+    d->columnDefaults.setAlignment(column, alignment);
+    for (int r = 0; r < rowCount(); ++r)
+        d->itemAt(r, column)->setData(Qt::TextAlignmentRole, alignment);
+}
+
+void TableWidget::setColumnEditable(int column, bool editable)
+{
+    d->columnDefaults.setEditable(column, editable);
+    for (int r = 0; r < rowCount(); ++r)
+        d->itemAt(r, column);
+}
+
+void TableWidget::setColumnSelectable(int column, bool editable)
+{
+    d->columnDefaults.setSelectable(column, editable);
+    for (int r = 0; r < rowCount(); ++r) {
+        if (QTableWidgetItem *cell = d->itemAt(r, column))
+            cell->setFlags(editable ? cell->flags() | Qt::ItemIsSelectable : cell->flags() & ~Qt::ItemIsSelectable);
+    }
+}
+
+void TableWidget::setItemData(int row, int column, const QString &text)
+{
+    if (QTableWidgetItem *cell = d->itemAt(row, column))
+        cell->setText(text);
+}
+
+void TableWidget::setItemData(int row, int column, int value) { setItemData(row, column, QString::number(value)); }
+
+void TableWidget::setItemData(int row, int column, double value)
+{
+    setItemData(row, column, QString::number(value, 'g', 6));
+}
+
+QVariant TableWidget::itemData(int row, int column) const
+{
+    const QTableWidgetItem *cell = item(row, column);
+    return cell ? cell->text() : QString();
+}
+
+void TableWidget::setItemBackgroundColor(int row, int column, const QString &color)
+{
+    if (QTableWidgetItem *cell = d->itemAt(row, column))
+        cell->setBackground(ColumnDefaults::parseColor(color));
+}
+
+void TableWidget::setItemTextColor(int row, int column, const QString &color)
+{
+    if (QTableWidgetItem *cell = d->itemAt(row, column))
+        cell->setForeground(ColumnDefaults::parseColor(color));
+}
+
+void TableWidget::setItemTextAlignment(int row, int column, int alignment)
+{
+    if (QTableWidgetItem *cell = d->itemAt(row, column))
+        cell->setData(Qt::TextAlignmentRole, alignment);
+}
+
+void TableWidget::setItemEditable(int row, int column, bool enable)
+{
+    if (QTableWidgetItem *cell = d->itemAt(row, column))
+        cell->setData(Qt::ToolTipRole, int(enable));
+}
+
+void TableWidget::insertRow(int row)
+{
+    QTableWidget::insertRow(row);
+    d->loader.rowInserted(row);
+    for (int c = 0; c < columnCount(); ++c) {
+        auto *cell = new QTableWidgetItem;
+        d->columnDefaults.apply(cell, c);
+        QTableWidget::setItem(row, c, cell);
+    }
+}
+
+void TableWidget::setMode(int mode) { d->mode = mode; }
+
+void TableWidget::setResizeToContents(bool enable)
+{
+    d->resizeToContents = enable;
+    const int row = currentRow();
+    if (!currentItem() || row < 0)
+        return;
+    if (!enable)
+        setRowHeight(row, d->rowHeight);
+    else if (verticalHeader()->sectionSizeHint(row) > d->rowHeight)
+        resizeRowToContents(row);
+}
+
+void TableWidget::itemChangedSlot(QTableWidgetItem *changed)
+{
+    emit cellItemChanged(row(changed), column(changed), changed->text());
+    if (changed == currentItem())
+        emit currentCellTextChanged(changed->text());
+}
+
+void TableWidget::slotCellEnter(QTableWidgetItem *) {}
+
+void TableWidget::slotPropertyChanged(const QString &name, const QVariant &)
+{
+    DesignerHost *host = DesignerHost::instance();
+    if (host && host->propertyEditorObject() == this && name == QLatin1String("rowCount"))
+        verticalHeader()->setDefaultSectionSize(d->rowHeight);
+}
+
+bool TableWidget::event(QEvent *event) { return QTableWidget::event(event); }
+bool TableWidget::eventFilter(QObject *watched, QEvent *event) { return QTableWidget::eventFilter(watched, event); }
+void TableWidget::keyPressEvent(QKeyEvent *event) { QTableWidget::keyPressEvent(event); }
+
+void TableWidget::showEvent(QShowEvent *event)
+{
+    QTableWidget::showEvent(event);
+    if (d->mode != 0 || !d->firstShowPending)
+        return;
+    const bool designer = d->inDesigner();
+    if (designer && !d->itemSync) {
+        d->itemSync = new DesignerItemSync(this);
+        connect(d->itemSync, &DesignerItemSync::encoded, this, [this](const QByteArray &data) {
+            d->data = data;
+            d->loader.load(data);
+        });
+    }
+    if (!designer)
+        d->binding.attachToForm();
+    if (QeltApp *app = d->binding.app(); app && d->dataClass != None) {
+        d->columnWords.clear();
+        for (int address : ColumnVisibility::addresses(d->addresses))
+            d->columnWords.append(app->getData(d->binding.channelIndex(), QeltApp::DataClass(d->dataClass), address,
+                                               d->binding.comId()));
+    }
+    d->applyColumnVisibility();
+    for (int c = 0; c < columnCount(); ++c) {
+        const QTableWidgetItem *header = horizontalHeaderItem(c);
+        bool ok = false;
+        const int width = header ? TableSections::columnWidth(header->whatsThis()).toInt(&ok) : 0;
+        if (ok && width >= 0)
+            QTableWidget::setColumnWidth(c, width);
+    }
+    if (!d->ncCodeView) {
+        d->loadData();
+        if (!d->bitView && !designer)
+            d->texts.selectFirstSelectable();
+    }
+    for (const CellSpans::Span &s : std::as_const(d->spans)) {
+        if (s.row + s.rowSpan <= rowCount() && s.column + s.columnSpan <= columnCount())
+            setSpan(s.row, s.column, s.rowSpan, s.columnSpan);
+    }
+    if (d->rowHeight != DefaultRowHeight && d->rowCountAtHeight != rowCount())
+        verticalHeader()->setDefaultSectionSize(d->rowHeight);
+    d->firstShowPending = false;
+}
+
+void TableWidget::scrollContentsBy(int dx, int dy)
+{
+    QTableWidget::scrollContentsBy(dx, dy);
+    if (dy != 0 && d->mode == 0 && !d->ncCodeView && !d->bitView && !d->firstShowPending)
+        d->loadData();
+}

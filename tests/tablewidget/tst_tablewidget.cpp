@@ -1,0 +1,417 @@
+// The parameter table on a recording application: what it registers for value and bit cells, the
+// values it shows, how updates reach cells, columns and the search state, the texts per language,
+// spans, the formatting slots, and that only the rows on screen are loaded and registered.
+#include "celllanguagetexts.h"
+#include "cellspans.h"
+#include "norvointerface_z3.h"
+#include "recordingqeltapp.h"
+#include "tablecontents.h"
+#include "tablewidget.h"
+#include "textinfocodec.h"
+
+#include <QDialog>
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QtTest>
+
+namespace {
+
+// Contents of a table whose cells carry these binding texts (row-major).
+QByteArray contents(int rows, int columns, const std::function<QString(int, int)> &binding,
+                    const std::function<void(QTableWidgetItem *, int, int)> &more = nullptr)
+{
+    std::vector<std::unique_ptr<QTableWidgetItem>> items;
+    QList<QList<const QTableWidgetItem *>> grid;
+    for (int r = 0; r < rows; ++r) {
+        QList<const QTableWidgetItem *> row;
+        for (int c = 0; c < columns; ++c) {
+            auto item = std::make_unique<QTableWidgetItem>();
+            item->setWhatsThis(binding(r, c));
+            if (more)
+                more(item.get(), r, c);
+            row.append(item.get());
+            items.push_back(std::move(item));
+        }
+        grid.append(row);
+    }
+    return TableContents::encode(rows, columns, grid);
+}
+
+TextData record(const QStringList &texts, const QList<QFont> &fonts = {})
+{
+    TextData t;
+    t.texts = texts;
+    t.fonts = fonts;
+    return t;
+}
+
+// A table in a form attached to a recording application, shown at a fixed size.
+struct Panel
+{
+    RecordingQeltApp app;
+    QDialog form;
+    TableWidget *table = new TableWidget(&form);
+
+    Panel(int rows, int columns, const QByteArray &data = QByteArray())
+    {
+        table->setRowCount(rows);
+        table->setColumnCount(columns);
+        if (!data.isEmpty())
+            table->setData(data);
+        table->setGeometry(0, 0, 400, 300);
+        form.resize(400, 300);
+        table->setQeltAppAndFormPtr(&app, &form);
+    }
+    void show()
+    {
+        form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+    }
+    int visibleRows() const
+    {
+        const int last = table->rowAt(table->viewport()->height());
+        return (last < 0 ? table->rowCount() - 1 : last) - std::max(0, table->rowAt(0)) + 1;
+    }
+    QList<int> registeredRows() const
+    {
+        QList<int> rows;
+        for (const UiRegistration &r : app.registrations()) {
+            if (r.index >= 0 && !rows.contains(r.index / table->columnCount()))
+                rows.append(r.index / table->columnCount());
+        }
+        return rows;
+    }
+};
+
+} // namespace
+
+class TstTableWidget : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
+
+    void cellRegistration_data()
+    {
+        QTest::addColumn<QString>("binding");
+        QTest::addColumn<int>("memoryWord");
+        QTest::addColumn<QVariantList>("arguments"); // index ... asText, as registered
+        QTest::addColumn<QString>("shown");
+        // index, comId, channel, class, address, bit type, bit index, format1-4, reserved, as text
+        QTest::newRow("value, short form") << "1@0@100@8@2@0@9999" << 12345
+                                           << QVariantList{1, 0, 0, 0, 100, -1, 0, 4, 10, 8, 2, 0, true} << "123.45";
+        QTest::newRow("value, long form in hex") << "2@3@7@4@0@0@100@2@1@3" << 255
+                                                 << QVariantList{1, 3, 1, 3, 7, -1, 0, 2, 16, 4, 0, 0, true} << "00FF";
+        QTest::newRow("value, radix index past the four") << "1@1@5@6@1@0@10@4@7@0" << -15
+                                                          << QVariantList{1, 0, 0, 1, 5, -1, 0, 4, 10, 6, 1, 0, true}
+                                                          << "-1.5";
+        QTest::newRow("value, fields not numbers") << "x@0@5@8@y@0" << 7
+                                                   << QVariantList{1, 0, 0, 0, 5, -1, 0, 4, 10, 8, 0, 0, true} << "7";
+        QTest::newRow("bit") << "bit@2@1@30@5@0" << 0
+                             << QVariantList{1, 0, 1, 0, 30, 1, 5, 1, 10, 10, 0, 0, false} << "before";
+        QTest::newRow("bit on a link") << "bit@1@9@40017@3@2" << 0
+                                       << QVariantList{1, 2, 0, 0, 40017, 9, 3, 1, 10, 10, 0, 0, false} << "before";
+        QTest::newRow("too few fields: text") << "1@0@100@8@2" << 0 << QVariantList{} << "before";
+    }
+    void cellRegistration()
+    {
+        QFETCH(QString, binding);
+        QFETCH(int, memoryWord);
+        QFETCH(QVariantList, arguments);
+        QFETCH(QString, shown);
+        Panel p(2, 2, contents(2, 2, [&](int r, int c) { return r == 0 && c == 1 ? binding : QString(); },
+                                [](QTableWidgetItem *item, int, int) { item->setText(QStringLiteral("before")); }));
+        const int channel = arguments.isEmpty() ? 0 : arguments.at(2).toInt();
+        const int dataClass = arguments.isEmpty() ? 0 : arguments.at(3).toInt();
+        const int address = arguments.isEmpty() ? 0 : arguments.at(4).toInt();
+        p.app.memory().setWord(arguments.isEmpty() ? 0 : arguments.at(1).toInt(), channel, dataClass, address, memoryWord);
+        p.show();
+        const QList<UiRegistration> regs = p.app.registrations();
+        QCOMPARE(regs.size(), arguments.isEmpty() ? 0 : 1);
+        if (!arguments.isEmpty()) {
+            QCOMPARE(regs.first().arguments(), arguments);
+            QCOMPARE(regs.first().callback, static_cast<norvo_v0::UpdateVariableInterface *>(p.table));
+        }
+        QCOMPARE(p.table->item(0, 1)->text(), shown);
+        // Loading is bracketed so no update arrives while the registrations are rebuilt.
+        const QStringList names = p.app.callNames();
+        QVERIFY(names.indexOf(QStringLiteral("stopUpdateUI")) < names.indexOf(QStringLiteral("removeUIVariable")));
+        QCOMPARE(names.last(), QStringLiteral("startUpdateUI"));
+    }
+
+    void onlyRowsOnScreenAreLoadedAndRegistered()
+    {
+        const int rows = 100000;
+        Panel p(rows, 8, contents(rows, 8, [](int r, int c) { return QStringLiteral("1@0@%1@8@0@0@9").arg(r * 8 + c); }));
+        p.show();
+        const int screen = p.visibleRows();
+        QVERIFY(screen > 3);
+        QCOMPARE(p.registeredRows().size(), screen + 1);
+        QVERIFY(p.table->loadedRowCount() <= 3 * screen + 3);
+
+        p.table->verticalScrollBar()->setValue(99000);
+        const int first = p.table->rowAt(0);
+        QVERIFY(first >= 98990);
+        const QList<int> registered = p.registeredRows();
+        QCOMPARE(registered.size(), p.visibleRows() + 1);
+        QCOMPARE(registered.first(), first);
+        QVERIFY(p.table->loadedRowCount() <= 7 * screen);
+        QCOMPARE(p.table->item(first, 3)->whatsThis(), QStringLiteral("1@0@%1@8@0@0@9").arg(first * 8 + 3));
+        QVERIFY(!p.table->item(50000, 0));
+    }
+
+    void updates_data()
+    {
+        QTest::addColumn<int>("index");
+        QTest::addColumn<int>("value");
+        QTest::addColumn<QString>("text"); // sent as text when not empty
+        QTest::addColumn<QString>("cell10"); // row 1 column 0 afterwards
+        QTest::addColumn<QString>("cell11");
+        QTest::newRow("text to a value cell") << 2 << 0 << "12.50" << "12.50" << "bit@1@0@4@0@0";
+        QTest::newRow("bit on") << 3 << 7 << "" << "1@0@1@8@2@0@9" << "1";
+        QTest::newRow("bit off") << 3 << 0 << "" << "1@0@1@8@2@0@9" << "0";
+        QTest::newRow("past the table") << 99 << 1 << "" << "1@0@1@8@2@0@9" << "bit@1@0@4@0@0";
+        QTest::newRow("unused negative") << -1000 << 1 << "" << "1@0@1@8@2@0@9" << "bit@1@0@4@0@0";
+    }
+    void updates()
+    {
+        QFETCH(int, index);
+        QFETCH(int, value);
+        QFETCH(QString, text);
+        QFETCH(QString, cell10);
+        QFETCH(QString, cell11);
+        Panel p(2, 2, contents(2, 2, [](int r, int c) {
+            return r == 1 ? (c == 0 ? QStringLiteral("1@0@1@8@2@0@9") : QStringLiteral("bit@1@0@4@0@0")) : QString();
+        }, [](QTableWidgetItem *item, int, int) { item->setText(item->whatsThis()); }));
+        p.show();
+        p.table->item(1, 0)->setText(QStringLiteral("1@0@1@8@2@0@9"));
+        if (text.isEmpty())
+            p.table->updateData(index, value);
+        else
+            p.table->updateData(index, text);
+        QCOMPARE(p.table->item(1, 0)->text(), cell10);
+        QCOMPARE(p.table->item(1, 1)->text(), cell11);
+    }
+
+    void searchMethodState()
+    {
+        Panel p(2, 2);
+        p.table->setDefaultSearchMethodDataClass(TableWidget::User);
+        p.table->setDefaultSearchMethodAddress(20);
+        p.table->setSearchMethodVisibleDataClass(TableWidget::User);
+        p.table->setSearchMethodVisibleAddress(21);
+        p.table->setData(contents(2, 2, [](int, int) { return QString(); }));
+        p.app.memory().setWord(0, 0, 0, 20, 3);
+        p.app.memory().setWord(0, 0, 0, 21, 0b10);
+        p.show();
+        QCOMPARE(p.table->defaultSearchMethod(), 3);
+        QCOMPARE(p.table->visibleSearchMethods(), 0b1010);
+        p.table->updateData(-1001, 9);
+        QCOMPARE(p.table->defaultSearchMethod(), 0);
+        QCOMPARE(p.table->visibleSearchMethods(), 0b11); // re-read, then the default's bit
+        p.table->updateData(-1002, 0b100);
+        QCOMPARE(p.table->visibleSearchMethods(), 0b101);
+        QList<int> indexes;
+        for (const UiRegistration &r : p.app.registrations())
+            indexes << r.index;
+        QVERIFY(indexes.contains(-1001) && indexes.contains(-1002));
+    }
+
+    void columnVisibilityWords()
+    {
+        Panel p(2, 40, contents(2, 40, [](int, int) { return QString(); }));
+        p.table->setDataClass(TableWidget::User);
+        p.table->setAddress({QStringLiteral("10"), QStringLiteral("x"), QStringLiteral("11")});
+        p.app.memory().setWord(0, 0, 0, 10, 0b101);
+        p.app.memory().setWord(0, 0, 0, 11, ~0);
+        p.show();
+        QVERIFY(!p.table->isColumnHidden(0));
+        QVERIFY(p.table->isColumnHidden(1));
+        QVERIFY(!p.table->isColumnHidden(2));
+        QVERIFY(!p.table->isColumnHidden(33));
+        QList<int> wordIndexes;
+        for (const UiRegistration &r : p.app.registrations()) {
+            if (r.index < 0)
+                wordIndexes << r.index << r.address;
+        }
+        QCOMPARE(wordIndexes, (QList<int>{-100, 10, -101, 11}));
+        // The controller's change arrives under the registered index and reaches the columns.
+        QCOMPARE(p.app.deliver(p.table, -100, 0b10), 1);
+        QVERIFY(p.table->isColumnHidden(0));
+        QVERIFY(!p.table->isColumnHidden(1));
+        p.table->updateData(-101, 0);
+        QVERIFY(p.table->isColumnHidden(33));
+    }
+
+    void languages()
+    {
+        NORVOInterface_Z3::initialization()->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Sans")});
+        QFont bold(QStringLiteral("Sans"), 14);
+        bold.setBold(true);
+        const QByteArray cellRecords = CellLanguageTexts::encode({record({"Feed", "Vorschub"}, {QFont(), bold})});
+        Panel p(1, 3, contents(1, 3, [](int, int c) {
+            return c == 1 ? QStringLiteral("multiTexts=Speed##!&*_Drehzahl") : QString();
+        }, [&](QTableWidgetItem *item, int, int c) {
+            if (c == 0)
+                item->setData(Qt::StatusTipRole, cellRecords);
+        }));
+        for (int c = 0; c < 3; ++c)
+            p.table->setHorizontalHeaderItem(c, new QTableWidgetItem(QStringLiteral("h%1").arg(c)));
+        p.table->horizontalHeaderItem(1)->setWhatsThis(QStringLiteral("multiTexts=Value##!&*_Wert##8!&*_columnWidth=123"));
+        p.table->setHeaderTextInfoBuffer(TextInfoCodec::encodeSlots({{record({"Name", "Bezeichnung"})}, {}, {}}));
+        p.show();
+        QCOMPARE(p.table->columnWidth(1), 123);
+        QCOMPARE(p.table->horizontalHeaderItem(0)->text(), QStringLiteral("Name"));
+        p.table->updateLanguage(1);
+        QCOMPARE(p.table->horizontalHeaderItem(0)->text(), QStringLiteral("Bezeichnung"));
+        QCOMPARE(p.table->horizontalHeaderItem(1)->text(), QStringLiteral("Wert"));
+        QCOMPARE(p.table->horizontalHeaderItem(2)->text(), QStringLiteral("h2"));
+        QCOMPARE(p.table->item(0, 0)->text(), QStringLiteral("Vorschub"));
+        QCOMPARE(p.table->item(0, 0)->font().pointSize(), 14);
+        QCOMPARE(p.table->item(0, 1)->text(), QStringLiteral("Drehzahl"));
+        p.table->updateLanguage(0);
+        QCOMPARE(p.table->item(0, 1)->text(), QStringLiteral("Speed"));
+        QCOMPARE(p.table->horizontalHeaderItem(0)->text(), QStringLiteral("Name"));
+    }
+
+    void storedItemsAndSpans()
+    {
+        QFont simSun(QStringLiteral("SimSun"), 9);
+        QFont other(QStringLiteral("Serif"), 9);
+        Panel p(5, 6, contents(5, 6, [](int, int) { return QString(); }, [&](QTableWidgetItem *item, int r, int c) {
+            if (r == 0)
+                item->setFont(c == 0 ? simSun : other);
+            if (r == 1 && c == 0)
+                item->setFlags(Qt::ItemIsEnabled);
+        }));
+        p.table->setFont(QFont(QStringLiteral("Sans"), 11));
+        p.table->setMergeCells(CellSpans::encode({{2, 1, 2, 4}}));
+        p.show();
+        QCOMPARE(p.table->item(0, 0)->font().family(), QStringLiteral("Sans"));
+        QCOMPARE(p.table->item(0, 1)->font().family(), QStringLiteral("Serif"));
+        QCOMPARE(int(p.table->item(1, 0)->flags()), int(Qt::ItemIsEnabled));
+        QCOMPARE(p.table->rowSpan(2, 1), 2);
+        QCOMPARE(p.table->columnSpan(2, 1), 4);
+        // The first selectable item became current.
+        QCOMPARE(p.table->currentItem(), p.table->item(0, 0));
+    }
+
+    void unreadableBuffersLeaveAnEmptyTable_data()
+    {
+        QTest::addColumn<QByteArray>("data");
+        QTest::newRow("not hex") << QByteArray("zz");
+        QTest::newRow("claims 2^31 rows") << qCompress(QByteArray::fromHex("7fffffff00000008")).toHex();
+        QTest::newRow("cut in an item") << contents(3, 3, [](int, int) { return QStringLiteral("1@0@1@8@0@0"); }).left(60);
+    }
+    void unreadableBuffersLeaveAnEmptyTable()
+    {
+        QFETCH(QByteArray, data);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("\"data\"")));
+        Panel p(3, 3, data);
+        p.show();
+        QCOMPARE(p.table->data(), data);
+        QVERIFY(!p.table->item(0, 0));
+        QVERIFY(p.app.registrations().isEmpty());
+    }
+
+    void formattingSlots()
+    {
+        TableWidget t;
+        t.setRowCount(2);
+        t.setColumnCount(3);
+        t.setColumnHeaderLabel(3, QStringLiteral("none"));
+        QVERIFY(!t.horizontalHeaderItem(3));
+        t.setColumnHeaderLabel(2, QStringLiteral("Wert"));
+        QCOMPARE(t.horizontalHeaderItem(2)->text(), QStringLiteral("Wert"));
+        t.setItemData(0, 0, 0.1);
+        QCOMPARE(t.itemData(0, 0).toString(), QStringLiteral("0.1"));
+        t.setItemData(0, 0, 1234567.0);
+        QCOMPARE(t.itemData(0, 0).toString(), QStringLiteral("1.23457e+06"));
+        t.setItemData(0, 1, 42);
+        QCOMPARE(t.itemData(0, 1).toString(), QStringLiteral("42"));
+        QCOMPARE(t.itemData(1, 2).toString(), QString());
+        t.setColumnTextAlignment(2, Qt::AlignCenter);
+        t.setColumnBackgroundColor(1, QStringLiteral("255, 0, 0"));
+        t.setColumnTextColor(1, QStringLiteral("blue"));
+        t.setColumnSelectable(0, false);
+        t.insertRow(1);
+        QCOMPARE(t.item(1, 2)->textAlignment(), int(Qt::AlignCenter));
+        QCOMPARE(t.item(1, 1)->background().color(), QColor(255, 0, 0));
+        QCOMPARE(t.item(1, 1)->foreground().color(), QColor(Qt::blue));
+        QVERIFY(!(t.item(1, 0)->flags() & Qt::ItemIsSelectable));
+        QVERIFY(!(t.item(2, 0)->flags() & Qt::ItemIsSelectable));
+        t.setItemEditable(0, 2, false);
+        QCOMPARE(t.item(0, 2)->data(Qt::ToolTipRole).toInt(), 0);
+        t.setItemTextAlignment(5, 0, Qt::AlignRight); // outside: nothing made
+        QCOMPARE(t.rowCount(), 3);
+    }
+
+    void propertiesAndStyleSheets()
+    {
+        TableWidget t;
+        QCOMPARE(t.styleSheet(), QStringLiteral("QTableView{gridline-color : rgb(216, 216, 216);}"));
+        t.setGridColor(QColor(1, 2, 3));
+        QCOMPARE(t.styleSheet(), QStringLiteral("QTableView{gridline-color : rgb(1, 2, 3);}"));
+        t.setScrollBarExtent(12);
+        QCOMPARE(t.scrollBarExtent(), 16);
+        QVERIFY(t.verticalScrollBar()->styleSheet().isEmpty());
+        t.setScrollBarExtent(30);
+        QCOMPARE(t.verticalScrollBar()->styleSheet(),
+                 QStringLiteral("QScrollBar:vertical {border-radius: 4px; border: 0px solid grey;background: grey;"
+                                "width: 30px;margin: 0px,0px,0px,0px;padding-top:0px;padding-bottom:0px;}\t\t\t"
+                                "QScrollBar::handle:vertical {border-radius: 4px; background: #efefef;min-height: 20px;}"
+                                "\t\t\tQScrollBar::add-line:vertical{height:0px;width:40px;subcontrol-position:bottom;}"
+                                "\t\t\tQScrollBar::sub-line:vertical{height:0px;width:40px;subcontrol-position:top;}"));
+        QCOMPARE(t.horizontalScrollBar()->styleSheet(),
+                 QStringLiteral("QScrollBar:horizontal {border-radius: 4px; border: 0px solid grey;background: grey;"
+                                "height: 30px;margin: 0px,0px,0px,0px;padding-left:0px;padding-right:0px;}\t\t\t"
+                                "QScrollBar::handle:horizontal {border-radius: 4px; background: #efefef;min-width: 20px;}"
+                                "\t\t\tQScrollBar::add-line:horizontal{height:40px;width:0px;subcontrol-position:right;}"
+                                "\t\t\tQScrollBar::sub-line:horizontal{height:40px;width:0px;subcontrol-position:left;}"));
+        QCOMPARE(t.columnCount(), 3);
+        QCOMPARE(t.rowCount(), 4);
+        QCOMPARE(t.verticalHeader()->defaultSectionSize(), 30);
+        t.setRowsHeight(9);
+        QCOMPARE(t.rowsHeight(), 30);
+        t.setRowsHeight(44);
+        QCOMPARE(t.rowHeight(2), 44);
+        t.setChannel(0);
+        QCOMPARE(t.channel(), 1);
+        t.setChannel(1000);
+        QCOMPARE(t.channel(), NORVOInterface_Z3::initialization()->maxChannelCount());
+        t.setComId(-4);
+        QCOMPARE(t.comId(), 0);
+        t.setDefaultSearchMethodAddress(-3);
+        QCOMPARE(t.defaultSearchMethodAddress(), 0);
+        t.setLanguage(TableWidget::language_3);
+        QCOMPARE(t.whatsThis(), QStringLiteral("3"));
+        QVERIFY(!t.setProperty("dataClass", 17) || t.dataClass() == TableWidget::None);
+    }
+
+    void authority_data()
+    {
+        QTest::addColumn<int>("authority");
+        QTest::addColumn<int>("level");
+        QTest::addColumn<bool>("editing");
+        QTest::newRow("no requirement") << 0 << 9 << true;
+        QTest::newRow("within") << 5 << 3 << true;
+        QTest::newRow("equal") << 5 << 5 << true;
+        QTest::newRow("above") << 5 << 7 << false;
+        QTest::newRow("out of range ignored") << 100 << 9 << true;
+    }
+    void authority()
+    {
+        QFETCH(int, authority);
+        QFETCH(int, level);
+        QFETCH(bool, editing);
+        TableWidget t;
+        t.setOperationalAuthority(authority);
+        t.updateAuthority(level);
+        QCOMPARE(t.editingEnabled(), editing);
+        QVERIFY(t.isEnabled());
+    }
+};
+
+QTEST_MAIN(TstTableWidget)
+#include "tst_tablewidget.moc"
