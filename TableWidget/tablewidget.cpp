@@ -431,6 +431,7 @@ bool TableWidget::editingEnabled() const { return d->editingEnabled; }
 int TableWidget::mode() const { return d->mode; }
 bool TableWidget::resizeToContents() const { return d->resizeToContents; }
 QFont TableWidget::initFont() const { return font(); }
+QByteArray TableWidget::storedContents() { return d->itemSync ? d->itemSync->flush() : d->data; }
 int TableWidget::loadedRowCount() const { return d->loader.loadedRows(); }
 
 int TableWidget::getVariableComId() const { return d->registrar.binding(currentItem()).comId; }

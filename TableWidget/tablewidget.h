@@ -164,6 +164,9 @@ public:
     int getVariableAddress() const;
     int getVariableBit() const;
     QFont initFont() const;
+    // The stored contents as the items are now in a Designer form (its item editor changes them);
+    // elsewhere the "data" value.
+    QByteArray storedContents();
     // The rows whose items have been made from the stored contents.
     int loadedRowCount() const;
 

@@ -9,6 +9,9 @@
 #include <QtDesigner/QDesignerPropertyEditorInterface>
 #include <QtDesigner/QDesignerPropertySheetExtension>
 #include <QtDesigner/QExtensionManager>
+#include <QtDesigner/private/qdesigner_utils_p.h>
+
+#include <QTableWidgetItem>
 
 #include <QDir>
 #include <QFileInfo>
@@ -214,4 +217,19 @@ QObject *FormWindowHost::propertyEditorObject() const
 {
     QDesignerPropertyEditorInterface *editor = m_core ? m_core->propertyEditor() : nullptr;
     return editor ? editor->object() : nullptr;
+}
+
+void FormWindowHost::exposeItemToEditor(QTableWidgetItem *item) const
+{
+    // Designer's item editor reads and writes an item's texts through these roles only.
+    using qdesigner_internal::PropertySheetStringValue;
+    const std::pair<int, int> roles[] = {{Qt::DisplayRole, Qt::DisplayPropertyRole},
+                                         {Qt::ToolTipRole, Qt::ToolTipPropertyRole},
+                                         {Qt::StatusTipRole, Qt::StatusTipPropertyRole},
+                                         {Qt::WhatsThisRole, Qt::WhatsThisPropertyRole}};
+    for (const auto &[plain, designer] : roles) {
+        const QVariant value = item->data(plain);
+        if (value.userType() == QMetaType::QString && !value.toString().isEmpty())
+            item->setData(designer, QVariant::fromValue(PropertySheetStringValue(value.toString())));
+    }
 }

@@ -50,6 +50,7 @@ public:
     void markDirty(QWidget *formWindow) override;
     void refreshEditors(QWidget *formWindow) override;
     QObject *propertyEditorObject() const override;
+    void exposeItemToEditor(QTableWidgetItem *item) const override;
 
 private:
     static QDesignerFormWindowInterface *form(QWidget *formWindow);
