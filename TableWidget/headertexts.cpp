@@ -57,7 +57,7 @@ void HeaderTexts::buildFrom(const QTableWidget *table, int languageCount)
         TextData record;
         if (header) {
             const QStringList multi = TableSections::multiTexts(header->whatsThis());
-            record.texts = multi.isEmpty() ? perLanguage(languageCount, header->text()) : multi;
+            record.texts = multi.isEmpty() ? QStringList(perLanguage(languageCount, header->text())) : multi;
             record.fonts = perLanguage(languageCount, header->font());
         }
         m_columns.append({record});

@@ -1,5 +1,6 @@
 #include "tablecontents.h"
 
+#include "hexinflater.h"
 #include "storedstream.h"
 
 #include <QBrush>
@@ -152,13 +153,45 @@ private:
 class TableContents::Private
 {
 public:
-    QByteArray data;
-    QBuffer buffer;
-    QDataStream in;
+    HexInflater inflater;
     int rows = 0;
     int columns = 0;
     QList<qint64> rowStarts; // rowStarts[r]: where row r begins, for every row read up to
     bool broken = false;     // a malformed item ends the readable rows
+
+    // Reads the row starting at start, keeping the roles of its first keep cells; inflates more of
+    // the contents while the row runs past what is there. Sets end to where the next row begins.
+    bool parseRow(qint64 start, int keep, QList<Roles> *cells, qint64 *end)
+    {
+        for (;;) {
+            QBuffer buffer(const_cast<QByteArray *>(&inflater.data()));
+            buffer.open(QIODevice::ReadOnly);
+            buffer.seek(start);
+            QDataStream in(&buffer);
+            StoredStream::prepare(in);
+            Reader reader(in);
+            bool ok = true;
+            if (cells)
+                cells->clear();
+            for (int c = 0; c < columns && ok; ++c) {
+                Roles roles;
+                ok = reader.item(c < keep ? &roles : nullptr);
+                if (ok && c < keep && cells)
+                    cells->append(roles);
+            }
+            if (ok) {
+                *end = buffer.pos();
+                return true;
+            }
+            // What looked malformed may only be cut short: read on, then try the row again.
+            if (!inflater.grow(std::max<qint64>(64 * 1024, inflater.data().size() / 4))) {
+                broken = true;
+                if (cells)
+                    cells->clear();
+                return false;
+            }
+        }
+    }
 
     // Reads the starts of the rows up to row; false when row cannot be reached.
     bool reach(int row)
@@ -166,21 +199,12 @@ public:
         while (rowStarts.size() <= row) {
             if (broken || rowStarts.size() >= rows)
                 return false;
-            buffer.seek(rowStarts.last());
-            in.resetStatus();
-            Reader reader(in);
-            for (int c = 0; c < columns; ++c) {
-                if (!reader.item(nullptr)) {
-                    broken = true;
-                    return false;
-                }
-            }
-            if (rowStarts.size() < rows)
-                rowStarts.append(buffer.pos());
-            else
-                break;
+            qint64 end = 0;
+            if (!parseRow(rowStarts.last(), 0, nullptr, &end))
+                return false;
+            rowStarts.append(end);
         }
-        return row < rowStarts.size();
+        return true;
     }
 };
 
@@ -196,25 +220,21 @@ TableContents &TableContents::operator=(TableContents &&) noexcept = default;
 bool TableContents::load(const QByteArray &hexText)
 {
     d.reset(new Private);
-    HexFrame::Budget budget(ExpansionLimit);
-    QByteArray data;
-    if (!HexFrame::decode(hexText, &data, budget))
-        return false;
     auto fresh = std::make_unique<Private>();
-    fresh->data = data;
-    fresh->buffer.setBuffer(&fresh->data);
-    fresh->buffer.open(QIODevice::ReadOnly);
-    fresh->in.setDevice(&fresh->buffer);
-    StoredStream::prepare(fresh->in);
+    constexpr int HeaderSize = 8;
+    if (!fresh->inflater.open(hexText, ExpansionLimit) || !fresh->inflater.ensure(HeaderSize))
+        return false;
+    QDataStream in(fresh->inflater.data());
+    StoredStream::prepare(in);
     qint32 rows = 0, columns = 0;
-    fresh->in >> rows >> columns;
-    const qint64 left = fresh->buffer.bytesAvailable();
-    if (fresh->in.status() != QDataStream::Ok || rows < 0 || rows > MaxRows || columns < 0 || columns > MaxColumns
-        || qint64(rows) * columns * MinItemSize > left)
+    in >> rows >> columns;
+    // Every item takes at least its role count: a claim beyond the claimed size is refused at once.
+    if (in.status() != QDataStream::Ok || rows < 0 || rows > MaxRows || columns < 0 || columns > MaxColumns
+        || qint64(rows) * columns * MinItemSize > fresh->inflater.claimedSize() - HeaderSize)
         return false;
     fresh->rows = rows;
     fresh->columns = columns;
-    fresh->rowStarts.append(fresh->buffer.pos());
+    fresh->rowStarts.append(HeaderSize);
     d = std::move(fresh);
     return true;
 }
@@ -233,22 +253,11 @@ bool TableContents::readRow(int row, int columns, QList<Roles> *cells)
         return true; // rows without cells: nothing to read, and every row starts at the same place
     if (!d->reach(row))
         return false;
-    d->buffer.seek(d->rowStarts.at(row));
-    d->in.resetStatus();
-    Reader reader(d->in);
-    const int kept = std::clamp(columns, 0, d->columns);
-    for (int c = 0; c < d->columns; ++c) {
-        Roles roles;
-        if (!reader.item(c < kept ? &roles : nullptr)) {
-            d->broken = true;
-            cells->clear();
-            return false;
-        }
-        if (c < kept)
-            cells->append(roles);
-    }
+    qint64 end = 0;
+    if (!d->parseRow(d->rowStarts.at(row), std::clamp(columns, 0, d->columns), cells, &end))
+        return false;
     if (row + 1 == d->rowStarts.size() && row + 1 < d->rows)
-        d->rowStarts.append(d->buffer.pos());
+        d->rowStarts.append(end);
     return true;
 }
 

@@ -15,8 +15,8 @@ class QTableWidgetItem;
 
 // The stored contents of a parameter table ("data"): hex text of a compressed Qt 4.8 data stream with
 // the row count, the column count, then every cell of every row as a QTableWidgetItem (its role-value
-// pairs). Decoded once and read lazily: the start of every row read so far is remembered, so reading
-// row r costs the rows between the furthest known start and r, once. Untrusted: counts and lengths are
+// pairs). Inflated only as far as the rows read so far, and read lazily: the start of every row read
+// so far is remembered, so reading row r costs the rows between the furthest known start and r, once. Untrusted: counts and lengths are
 // checked against the bytes left, only the value types an item can hold are read, and reading stops at
 // the first malformed item, keeping the rows before it.
 class HMIWIDGETS_EXPORT TableContents

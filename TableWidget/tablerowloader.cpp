@@ -13,6 +13,7 @@ bool TableRowLoader::load(const QByteArray &hexText)
 {
     m_loaded.clear();
     m_loadedCount = 0;
+    m_warned = false;
     m_contents = TableContents();
     if (hexText.isEmpty())
         return true;
@@ -79,8 +80,15 @@ void TableRowLoader::loadRows(int first, int last, Prepare prepare)
     for (int r = first; r <= last; ++r) {
         if (m_loaded[size_t(r)])
             continue;
-        if (!m_contents.readRow(r, columns, &cells))
-            break; // a malformed item: the rows before it stay
+        if (!m_contents.readRow(r, columns, &cells)) {
+            // A malformed item: the rows before it stay. The contents are read only as far as the
+            // rows shown, so this is where the panel builder learns of it.
+            if (!m_warned)
+                qWarning("%s \"%s\": property \"data\" is malformed from row %d on; the rows before it are shown",
+                         m_table->metaObject()->className(), qPrintable(m_table->objectName()), r);
+            m_warned = true;
+            break;
+        }
         for (int c = 0; c < cells.size(); ++c)
             placeItem(r, c, cells.at(c), prepare);
         m_loaded[size_t(r)] = true;

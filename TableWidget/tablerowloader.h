@@ -44,6 +44,7 @@ private:
     TableContents m_contents;
     std::vector<bool> m_loaded;
     int m_loadedCount = 0;
+    bool m_warned = false;
 };
 
 #endif

@@ -1,9 +1,14 @@
-// Feeds arbitrary bytes to the decoders of the stored text and font buffers and of a table's contents. The first byte picks
+// Feeds arbitrary bytes to the decoders of the stored text and font buffers and of a table's contents,
+// spans, header texts, word map and cell text records. The first byte picks
 // how the rest reaches them: as the hex text itself, as a compressed block, or as the uncompressed
 // stream (framed here, so the stream readers see every input rather than only valid zlib data).
+#include "celllanguagetexts.h"
+#include "cellspans.h"
 #include "fontmapcodec.h"
+#include "headertexts.h"
 #include "hexframe.h"
 #include "tablecontents.h"
+#include "tablewordmap.h"
 #include "textinfocodec.h"
 
 #include <QGuiApplication>
@@ -45,6 +50,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     TextInfoCodec::decodeSlots(buffer, &slotRecords);
     FontMapCodec::Maps maps;
     FontMapCodec::decode(buffer, &maps);
+    QList<CellSpans::Span> spans;
+    CellSpans::decode(buffer, &spans);
+    HeaderTexts headers;
+    headers.decode(buffer);
+    TableWordMap wordMap;
+    wordMap.decode(buffer);
+    CellLanguageTexts::decode(rest, &records);
     TableContents contents;
     if (contents.load(buffer)) {
         QList<TableContents::Roles> cells;

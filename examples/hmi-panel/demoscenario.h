@@ -6,13 +6,18 @@
 
 class SimulatedController;
 
-// A little machine life for the demo form: input I0.0 blinks, output O0.0 follows the cycle, and a
-// mode counter in register word 100 steps through 0, 1, 2.
+// A little machine life for the demo forms: input I0.0 blinks, output O0.0 follows the cycle, a mode
+// counter in register word 100 steps through 0, 1, 2, and the parameter list's words (user words
+// 1001 ... 1999, column word 500) hold values, the first four changing.
 class DemoScenario : public QObject
 {
     Q_OBJECT
 public:
     explicit DemoScenario(SimulatedController *controller, QObject *parent = nullptr);
+
+    static constexpr int ParameterColumnsWord = 500;
+    static constexpr int FirstParameterWord = 1000;
+    static constexpr int ParameterCount = 2000;
 
     void start(int intervalMs = 1000);
     void stop();
