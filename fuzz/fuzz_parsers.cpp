@@ -1,16 +1,52 @@
 // Feeds arbitrary text to the small parsers an operator or a form reaches: the function button's caption
 // table (value list and caption list) and its "r,g,b" colour, the soft keypad's entry and confirmation,
-// the value formatting of data words, and the binding text of table cells. The first byte picks the
-// parser and its settings.
+// the value formatting of data words, the binding text of table cells, and hmi-table's cell file. The
+// first byte picks the parser and its settings.
 #include "bindingtext.h"
+#include "cellfile.h"
+#include "formtableeditor.h"
+#include "formtablereader.h"
 #include "functionbutton.h"
 #include "keypaddialog.h"
+#include "tablestore.h"
 #include "valueformatter.h"
 
 #include <QApplication>
 #include <QtEndian>
 
 #include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+// A cell file that reads must write back as the same table, and survive the form: stored, written
+// into a form, read from it and loaded again, it is still the same table.
+void cellFile(const QByteArray &text)
+{
+    TableCells table;
+    Problem problem;
+    if (!CellFile::parse(text, &table, &problem))
+        return;
+    TableCells again;
+    if (!CellFile::parse(CellFile::format(table), &again, &problem) || again != table)
+        abort();
+    StoredTable stored;
+    QString error;
+    if (!TableStore::store(table, &stored, &error))
+        return;
+    static const QByteArray form = "<ui version=\"4.0\">\n <widget class=\"QWidget\" name=\"Form\">\n"
+                                   "  <widget class=\"TableWidget\" name=\"t\"/>\n </widget>\n</ui>\n";
+    QByteArray written;
+    if (!FormTableEditor::write(form, QStringLiteral("t"), stored, &written, &problem))
+        return; // a header a form cannot hold
+    StoredTable read;
+    QStringList notes;
+    if (!FormTableReader::read(written, QStringLiteral("t"), &read, &problem)
+        || !TableStore::load(read, &again, &error, &notes) || again != table)
+        abort();
+}
+
+} // namespace
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
@@ -29,7 +65,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const quint8 mode = data[0];
     const QByteArray rest(reinterpret_cast<const char *>(data + 1), int(size - 1));
     const QString text = QString::fromUtf8(rest);
-    switch (mode % 5) {
+    switch (mode % 6) {
     case 0: { // caption table: values and captions split at newlines, then one value delivered
         const QStringList lines = text.split(QLatin1Char('\n'));
         FunctionButton button;
@@ -71,6 +107,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         }
         break;
     }
+    case 5: // a parameter table's cell file
+        cellFile(rest);
+        break;
     default: { // value formatting: value, size code, radix, width and decimals from the bytes
         if (rest.size() < 8)
             return 0;

@@ -2,7 +2,8 @@
 # Builds the fuzz targets with clang and runs them one after another:
 #   scripts/fuzz.sh [seconds per target, default 60] [target...]
 # Targets: fuzz_buffers (stored text and font buffers), fuzz_buttons (buffers applied to the bit and
-# function buttons), fuzz_parsers (caption table, colour text, keypad entry, value formatting).
+# function buttons), fuzz_parsers (caption table, colour text, keypad entry, value formatting, table
+# binding text, hmi-table's cell file).
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/setup.sh"

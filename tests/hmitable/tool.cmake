@@ -1,0 +1,58 @@
+# Runs hmi-table on a small form: write, read to a file and to standard output, write the read cells
+# again (the form must not change), and refuse a bad cell file naming its line. Optionally runs uic on
+# the written form. Variables: TOOL, DATA, WORK, UIC (may be empty).
+file(REMOVE_RECURSE ${WORK})
+file(MAKE_DIRECTORY ${WORK})
+file(COPY ${DATA}/panel.ui DESTINATION ${WORK})
+
+function(run expected_status)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
+  if(NOT status EQUAL expected_status)
+    message(FATAL_ERROR "${ARGN}: exit ${status}, expected ${expected_status}\n${err}")
+  endif()
+  set(out "${out}" PARENT_SCOPE)
+  set(err "${err}" PARENT_SCOPE)
+endfunction()
+
+function(same a b)
+  execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${a} ${b} RESULT_VARIABLE differ)
+  if(differ)
+    file(READ ${a} text_a)
+    file(READ ${b} text_b)
+    message(FATAL_ERROR "${a} and ${b} differ:\n${text_a}\n----\n${text_b}")
+  endif()
+endfunction()
+
+run(0 ${TOOL} --help)
+if(NOT out MATCHES "#columns")
+  message(FATAL_ERROR "--help does not describe the cell file:\n${out}")
+endif()
+
+run(0 ${TOOL} write ${WORK}/panel.ui params ${DATA}/params.tsv)
+run(0 ${TOOL} read ${WORK}/panel.ui params -o ${WORK}/read.tsv)
+same(${WORK}/read.tsv ${DATA}/params.expected.tsv)
+run(0 ${TOOL} read ${WORK}/panel.ui params)
+file(WRITE ${WORK}/stdout.tsv "${out}")
+same(${WORK}/stdout.tsv ${DATA}/params.expected.tsv)
+
+run(0 ${TOOL} write ${WORK}/panel.ui params ${WORK}/read.tsv -o ${WORK}/again.ui)
+same(${WORK}/again.ui ${WORK}/panel.ui)
+
+file(COPY ${WORK}/panel.ui DESTINATION ${WORK}/before)
+run(1 ${TOOL} write ${WORK}/panel.ui params ${DATA}/bad-span.tsv)
+if(NOT err MATCHES "bad-span.tsv:2: .*outside")
+  message(FATAL_ERROR "a span outside the table is not reported with its line:\n${err}")
+endif()
+same(${WORK}/panel.ui ${WORK}/before/panel.ui)
+run(1 ${TOOL} read ${WORK}/panel.ui nosuchtable)
+if(NOT err MATCHES "panel.ui: no TableWidget named \"nosuchtable\"")
+  message(FATAL_ERROR "an unknown table is not reported:\n${err}")
+endif()
+run(1 ${TOOL} write ${WORK}/panel.ui params)
+
+if(UIC)
+  run(0 ${UIC} ${WORK}/panel.ui)
+  if(NOT out MATCHES "params->setData\\(\"[0-9a-f]+\"\\)")
+    message(FATAL_ERROR "uic does not set the table's data:\n${out}")
+  endif()
+endif()
