@@ -172,13 +172,13 @@ public:
 
     void updateData(int index, int value) override;
     void updateData(int index, const QString &text) override;
-    void updateLanguage(int index) override;
     void upDatePluginTextfromWordLib() override;
     void getPluginNameAndListType(QString &name, int &listType) override;
     void getPluginNameAndTransText(QList<QList<TextData>> &texts) override;
     void setPluginTransText(QList<QStringList> &texts) override;
 
 public Q_SLOTS:
+    void updateLanguage(int index) override;
     void setQeltAppAndFormPtr(void *app, void *form);
     void updateAuthority(int level);
     int getCurrentRow() const;

@@ -8,7 +8,9 @@
 #include "functionbutton.h"
 #include "norvointerface_z3.h"
 #include "recordingqeltapp.h"
+#include "tablewidget.h"
 #include "ui_demo.h"
+#include "ui_parameters.h"
 #include "ui_softkeys.h"
 
 #include <QDialog>
@@ -36,6 +38,8 @@ private Q_SLOTS:
     void softKeyForm();
     void formsThatCannotRunWhole_data();
     void formsThatCannotRunWhole();
+    void parameterForm_data();
+    void parameterForm();
 };
 
 void TestForms::compiledForm()
@@ -111,7 +115,8 @@ void TestForms::stdsetAsDesignerWrites()
     QDomDocument doc;
     QVERIFY(doc.setContent(&file));
     const QHash<QString, const QMetaObject *> classes{{QStringLiteral("BitButton"), &BitButton::staticMetaObject},
-                                                      {QStringLiteral("FunctionButton"), &FunctionButton::staticMetaObject}};
+                                                      {QStringLiteral("FunctionButton"), &FunctionButton::staticMetaObject},
+                                                      {QStringLiteral("TableWidget"), &TableWidget::staticMetaObject}};
     int checked = 0;
     const QDomNodeList widgets = doc.elementsByTagName(QStringLiteral("widget"));
     for (int i = 0; i < widgets.size(); ++i) {
@@ -214,3 +219,49 @@ void TestForms::formsThatCannotRunWhole()
 
 QTEST_MAIN(TestForms)
 #include "tst_forms.moc"
+
+void TestForms::parameterForm_data()
+{
+    QTest::addColumn<bool>("compiled"); // by uic, or loaded at run time
+    QTest::newRow("uic") << true;
+    QTest::newRow("loaded") << false;
+}
+
+// The sample parameter list: 2,000 rows whose items are made only near the screen, the rows on screen
+// registered, values shown in their radix and decimals, and the second language on request.
+void TestForms::parameterForm()
+{
+    QFETCH(bool, compiled);
+    std::unique_ptr<QWidget> root;
+    Ui::ParameterScreen ui;
+    if (compiled) {
+        root = std::make_unique<QDialog>();
+        ui.setupUi(static_cast<QDialog *>(root.get()));
+    } else {
+        FormLoader loader;
+        root.reset(loader.loadFile(QStringLiteral(HMI_FORMS_DIR "/parameters.ui")));
+        QVERIFY2(root, qPrintable(loader.problem()));
+    }
+    auto *table = root->findChild<TableWidget *>(QStringLiteral("parameterTable"));
+    QVERIFY(table);
+    QCOMPARE(table->rowCount(), 2000);
+    QVERIFY(!table->item(0, 0));
+    NORVOInterface_Z3::initialization()->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Sans")});
+    RecordingQeltApp app;
+    app.memory().setWord(0, 0, 0, 500, 0x1f);
+    app.memory().setWord(0, 0, 0, 1001, 0x2e);
+    app.memory().setWord(0, 0, 0, 1004, 280);
+    FormSession session(root.release(), &app);
+    session.start();
+    session.form()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(session.form()));
+    QVERIFY(table->loadedRowCount() < 200);
+    QCOMPARE(table->item(1, 2)->text(), QStringLiteral("0000002E"));
+    QCOMPARE(table->item(4, 2)->text(), QStringLiteral("0.280"));
+    QCOMPARE(table->rowSpan(0, 0), 1);
+    QCOMPARE(table->columnSpan(0, 0), 5);
+    QVERIFY(!table->isColumnHidden(4));
+    session.setLanguage(1);
+    QCOMPARE(table->item(1, 1)->text(), QStringLiteral("Eilganggeschwindigkeit X"));
+    QCOMPARE(table->horizontalHeaderItem(2)->text(), QStringLiteral("Wert"));
+}
