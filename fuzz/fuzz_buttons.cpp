@@ -1,5 +1,6 @@
-// Feeds arbitrary bytes to a bit button, a function button and a picture key as a form would: the stored text and font
-// buffers, then language switches, the designer-side text operations and one paint. Inputs are split at
+// Feeds arbitrary bytes to a bit button, a function button, a picture key and a parameter table as a form
+// would: the stored text and font buffers (the table's contents, spans and header texts), then language
+// switches, the designer-side text operations and one paint (the table shown, scrolled and updated). Inputs are split at
 // 0x1e bytes into the text buffer, the font buffer and the language indexes; the first byte picks
 // whether the buffers arrive as given or hex-framed (so the stream readers see every input).
 #include "PictureButton.h"
@@ -8,8 +9,12 @@
 #include "hexframe.h"
 #include "languagestate.h"
 #include "norvointerface_z3.h"
+#include "recordingqeltapp.h"
+#include "tablewidget.h"
 
 #include <QApplication>
+#include <QDialog>
+#include <QScrollBar>
 
 #include <cstdint>
 
@@ -38,6 +43,36 @@ void exercise(Button &button, const QByteArray &textInfo, const QByteArray &map,
     button.setPluginTransText(translated);
     button.upDatePluginTextfromWordLib();
     (void)button.grab();
+}
+
+void exerciseTable(const QByteArray &contents, const QByteArray &spans, const QByteArray &headers,
+                   const QByteArray &languages)
+{
+    RecordingQeltApp app;
+    QDialog form;
+    auto *table = new TableWidget(&form);
+    table->setRowCount(40);
+    table->setColumnCount(4);
+    table->setData(contents);
+    table->setMergeCells(spans);
+    table->setHeaderTextInfoBuffer(headers);
+    table->setMapBuffer(headers);
+    table->setGeometry(0, 0, 200, 120);
+    table->setQeltAppAndFormPtr(&app, &form);
+    form.show();
+    table->verticalScrollBar()->setValue(table->verticalScrollBar()->maximum());
+    for (char c : languages) {
+        table->updateLanguage(int(qint8(c)));
+        table->updateData(int(qint8(c)) * 3, int(c));
+        table->updateData(int(qint8(c)), QString::number(c));
+    }
+    QList<QList<TextData>> texts;
+    table->getPluginNameAndTransText(texts);
+    QList<QStringList> translated;
+    for (int i = 0; i < texts.size() && i < 8; ++i)
+        translated << QStringList(QString::fromLatin1(languages.left(4)));
+    table->setPluginTransText(translated);
+    (void)table->grab();
 }
 } // namespace
 
@@ -72,5 +107,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     PictureButton picture;
     picture.resize(120, 40);
     exercise<PictureButton, QList<TextData>>(picture, textInfo, map, languages);
+    exerciseTable(textInfo, parts.value(1).toHex(), map, languages);
     return 0;
 }
