@@ -3,6 +3,7 @@
 // spans, the formatting slots, and that only the rows on screen are loaded and registered.
 #include "celllanguagetexts.h"
 #include "cellspans.h"
+#include "headertexts.h"
 #include "norvointerface_z3.h"
 #include "recordingqeltapp.h"
 #include "tablecontents.h"
@@ -387,6 +388,75 @@ private Q_SLOTS:
         t.setLanguage(TableWidget::language_3);
         QCOMPARE(t.whatsThis(), QStringLiteral("3"));
         QVERIFY(!t.setProperty("dataClass", 17) || t.dataClass() == TableWidget::None);
+    }
+
+    // A bit cell whose address the controller moves: the received value less field 10 is its address.
+    void indirectBitCell()
+    {
+        Panel p(2, 2, contents(2, 2, [](int r, int c) {
+            return r == 1 && c == 1 ? QStringLiteral("bit@2@9@0@3@1@0@0@0@0@5") : QString();
+        }));
+        p.table->SetChnNoVarEnable(true);
+        p.show();
+        p.app.clearCalls();
+        p.table->updateData(-10000 - 3, 105);
+        const QList<UiRegistration> regs = p.app.registrations();
+        QCOMPARE(regs.last().arguments(),
+                 (QVariantList{3, 1, norvo_v0::QeltApp::CurrentChannel, 0, 100, 9, 3, 1, 10, 10, 0, 0, false}));
+        QCOMPARE(p.app.callNames(), (QStringList{"stopUpdateUI", "registerUIVariable", "startUpdateUI"}));
+        p.app.clearCalls();
+        p.table->updateData(-10000 - 2, 7); // a cell without a binding
+        QVERIFY(p.app.calls().isEmpty());
+    }
+
+    // The translation tool's view: header records (built from the header items when there are none),
+    // then each text cell with texts per language; the translations come back in the same order.
+    void translationTexts()
+    {
+        NORVOInterface_Z3::initialization()->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Sans")});
+        const QByteArray records = CellLanguageTexts::encode({record({"Feed", "Vorschub"})});
+        Panel p(1, 3, contents(1, 3, [](int, int c) {
+            return c == 1 ? QStringLiteral("multiTexts=Speed##!&*_Drehzahl") : c == 2 ? QStringLiteral("1@0@1@8@0@0") : QString();
+        }, [&](QTableWidgetItem *item, int, int c) {
+            if (c == 0)
+                item->setData(Qt::StatusTipRole, records);
+        }));
+        p.table->setHorizontalHeaderItem(0, new QTableWidgetItem(QStringLiteral("Name")));
+        p.table->setHorizontalHeaderItem(1, new QTableWidgetItem(QStringLiteral("Value")));
+        p.table->horizontalHeaderItem(1)->setWhatsThis(QStringLiteral("multiTexts=Value##!&*_Wert"));
+        p.show();
+        QList<QList<TextData>> texts;
+        p.table->getPluginNameAndTransText(texts);
+        QCOMPARE(texts.size(), 3 + 2);
+        QCOMPARE(texts.at(0).first().texts, (QStringList{"Name", "Name"}));
+        QCOMPARE(texts.at(1).first().texts, (QStringList{"Value", "Wert"}));
+        QVERIFY(texts.at(2).first().texts.isEmpty());
+        QCOMPARE(texts.at(3).first().texts, (QStringList{"Feed", "Vorschub"}));
+        QCOMPARE(texts.at(4).first().texts, (QStringList{"Speed", "Drehzahl"}));
+        QString name;
+        int listType = 0;
+        p.table->setObjectName(QStringLiteral("params"));
+        p.table->getPluginNameAndListType(name, listType);
+        QCOMPARE(name, QStringLiteral("params"));
+        QCOMPARE(listType, 2);
+
+        QList<QStringList> translated{{"Name", "Bezeichnung"}, {"Value", "Wert"}, {}, {"Feed", "Zustellung"},
+                                      {"Speed", "Geschwindigkeit"}};
+        p.table->setPluginTransText(translated);
+        p.table->updateLanguage(1);
+        QCOMPARE(p.table->horizontalHeaderItem(0)->text(), QStringLiteral("Bezeichnung"));
+        QCOMPARE(p.table->item(0, 0)->text(), QStringLiteral("Zustellung"));
+        QCOMPARE(p.table->item(0, 1)->text(), QStringLiteral("Geschwindigkeit"));
+        // Stored again: the header records and the contents, the value cell untouched.
+        HeaderTexts headers;
+        QVERIFY(headers.decode(p.table->headerTextInfoBuffer()));
+        QCOMPARE(headers.text(0, 1), QStringLiteral("Bezeichnung"));
+        TableContents stored;
+        QVERIFY(stored.load(p.table->data()));
+        QList<TableContents::Roles> row;
+        QVERIFY(stored.readRow(0, 3, &row));
+        QCOMPARE(TableContents::makeItem(row.at(1))->whatsThis(), QStringLiteral("multiTexts=Speed##!&*_Geschwindigkeit"));
+        QCOMPARE(TableContents::makeItem(row.at(2))->whatsThis(), QStringLiteral("1@0@1@8@0@0"));
     }
 
     void authority_data()
