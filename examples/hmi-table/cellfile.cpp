@@ -3,6 +3,8 @@
 #include "cellfield.h"
 #include "sectiontext.h"
 #include "spanlayout.h"
+#include "tablesections.h"
+#include "textdata.h"
 
 #include <QVector>
 
@@ -118,8 +120,8 @@ private:
             QString error;
             if (!CellField::parse(m_fields.at(c + 1), &field, &error))
                 return fail(QStringLiteral("header %1: %2").arg(c + 1).arg(error));
-            if (field.languages.size() > SectionText::MaxLanguages)
-                return fail(QStringLiteral("header %1: more than %2 languages").arg(c + 1).arg(SectionText::MaxLanguages));
+            if (field.languages.size() > TextData::MaxLanguages)
+                return fail(QStringLiteral("header %1: more than %2 languages").arg(c + 1).arg(TextData::MaxLanguages));
             int width = -1;
             if (field.braced) {
                 bool ok = false;
@@ -130,7 +132,18 @@ private:
                                     .arg(field.braces.left(40))
                                     .arg(SectionText::MaxColumnWidth));
             }
-            m_table->headers.append(SectionText::header(field.languages, width));
+            const TableCells::Item header = SectionText::header(field.languages, width);
+            // The panel finds a width or the end of the texts anywhere in them; what it would read
+            // must be what the line says.
+            QStringList languages;
+            int shownWidth = -1;
+            if (!SectionText::splitHeader(header, &languages, &shownWidth) || languages != field.languages
+                || shownWidth != width)
+                return fail(QStringLiteral("header %1: a text holds \"columnWidth=\" or \"%2\", which a panel reads "
+                                           "as a width or the end of the texts")
+                                .arg(c + 1)
+                                .arg(TableSections::SectionSeparator));
+            m_table->headers.append(header);
         }
         TableCells::trim(&m_table->headers);
         m_table->columnCount = std::max(m_table->columnCount, count);
@@ -175,10 +188,10 @@ private:
             QString error;
             if (!CellField::parse(m_fields.at(c), &field, &error))
                 return fail(QStringLiteral("column %1: %2").arg(c + 1).arg(error));
-            if (field.languages.size() > SectionText::MaxLanguages)
-                return fail(QStringLiteral("column %1: more than %2 languages").arg(c + 1).arg(SectionText::MaxLanguages));
+            if (field.languages.size() > TextData::MaxLanguages)
+                return fail(QStringLiteral("column %1: more than %2 languages").arg(c + 1).arg(TextData::MaxLanguages));
             // A panel reads the first multiTexts section: the languages would not be the ones shown.
-            if (field.languages.size() > 1 && field.braces.contains(QLatin1String("multiTexts=")))
+            if (field.languages.size() > 1 && !TableSections::multiTexts(field.braces).isEmpty())
                 return fail(QStringLiteral("column %1: texts in languages and a binding that has its own multiTexts").arg(c + 1));
             const TableCells::Item item = SectionText::cell(field.languages, field.braces);
             if (item.isEmpty()) {

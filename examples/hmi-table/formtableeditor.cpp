@@ -1,6 +1,7 @@
 #include "formtableeditor.h"
 
 #include "formtablereader.h"
+#include "tabledeclaration.h"
 
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
@@ -34,7 +35,7 @@ class Editor
 {
 public:
     Editor(const QByteArray &form, const QString &name, const StoredTable &table, QByteArray *out)
-        : m_in(form), m_out(out), m_name(name), m_table(table)
+        : m_in(form), m_out(out), m_name(name), m_table(table), m_declaration(TableDeclaration::find(form))
     {
     }
 
@@ -56,6 +57,8 @@ public:
                 break;
             case QXmlStreamReader::StartElement:
                 ++depth;
+                if (depth == 2)
+                    enterRootChild();
                 if (m_tableDepth > 0 && depth == m_tableDepth + 1 && replaced()) {
                     m_pending.clear();
                     m_in.skipCurrentElement();
@@ -69,6 +72,7 @@ public:
             case QXmlStreamReader::EndElement:
                 if (depth == m_tableDepth)
                     leaveTable();
+                declareBeforeEnd(depth);
                 copy();
                 rootDone = --depth == 0;
                 break;
@@ -121,6 +125,40 @@ private:
             return false;
         writeColumns();
         return true;
+    }
+
+    // The table's class is declared to uic where Designer would put it: its list before the first
+    // root child that follows it, or at the root's end; its entry at the end of a list without one.
+    void enterRootChild()
+    {
+        if (m_rootUnit.isEmpty()) {
+            m_rootUnit = m_pending.mid(m_pending.lastIndexOf(QLatin1Char('\n')) + 1);
+            if (m_rootUnit.isEmpty())
+                m_rootUnit = QStringLiteral(" ");
+        }
+        if (m_declaration == TableDeclaration::Found::Nothing && TableDeclaration::follows(m_in.name())) {
+            TableDeclaration::writeList(&m_out, 1, m_rootUnit);
+            m_declaration = TableDeclaration::Found::Entry;
+        }
+        m_inList = m_declaration == TableDeclaration::Found::ListOnly && m_in.name() == QLatin1String("customwidgets");
+    }
+
+    // The end tag then goes on a line of its own, as it would after any other child.
+    void declareBeforeEnd(int depth)
+    {
+        QString endIndent;
+        if (depth == 2 && m_inList) {
+            TableDeclaration::writeEntry(&m_out, 2, m_rootUnit);
+            endIndent = m_rootUnit;
+        } else if (depth == 1 && m_declaration == TableDeclaration::Found::Nothing) {
+            TableDeclaration::writeList(&m_out, 1, m_rootUnit);
+        } else {
+            return;
+        }
+        m_declaration = TableDeclaration::Found::Entry;
+        m_inList = false;
+        if (m_pending.isEmpty())
+            m_pending = QLatin1Char('\n') + endIndent;
     }
 
     void enterTable(int depth)
@@ -200,6 +238,9 @@ private:
     QString m_unit;
     bool m_propertiesWritten = false;
     bool m_columnsWritten = false;
+    TableDeclaration::Found m_declaration;
+    QString m_rootUnit; // the indentation of the root's children
+    bool m_inList = false;
 };
 
 } // namespace

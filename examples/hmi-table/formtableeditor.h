@@ -8,8 +8,10 @@
 
 // Rewrites a parameter table in a .ui form. The table gets its rowCount, columnCount, data and
 // mergeCells properties (mergeCells removed when there are no spans) and new <column> headers; its
-// <item> and <row> elements go, since QUiLoader and uic would build every one of them eagerly. The
-// rest of the form is copied token by token, keeping its attribute order, whitespace and comments.
+// <item> and <row> elements go, since QUiLoader and uic would build every one of them eagerly. A form
+// that does not declare the table's class as a custom widget gets the declaration (see
+// TableDeclaration). The rest of the form is copied token by token, keeping its attribute order,
+// whitespace and comments.
 class FormTableEditor
 {
 public:

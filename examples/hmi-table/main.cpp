@@ -14,8 +14,9 @@ const char Description[] = R"(Writes the cells of a parameter table (a TableWidg
 text file, or reads them back into one.
 
   write FORM.ui TABLE CELLS.tsv   Sets the table's rows, columns, data, merged cells and headers from
-                                  CELLS.tsv and removes its Designer items. Writes FORM.ui in place
-                                  unless -o is given.
+                                  CELLS.tsv and removes its Designer items; declares TableWidget as
+                                  a custom widget (for uic) if the form does not. Writes FORM.ui in
+                                  place unless -o is given.
   read FORM.ui TABLE              Prints the table as a cell file (to -o FILE if given).
 
 The cell file is UTF-8 text, one line per table row, cells separated by tabs (CR-LF accepted):

@@ -1,21 +1,19 @@
 #include "sectiontext.h"
 
+#include "tablesections.h"
+#include "textdata.h"
+
 #include <algorithm>
 
 namespace {
 
-const QString MultiTexts = QStringLiteral("multiTexts=");
-const QString ColumnWidth = QStringLiteral("columnWidth=");
-
-QString join(const QStringList &sections)
+// A single language is the display text alone: it needs no section.
+QStringList languageSection(const QStringList &languages)
 {
-    return sections.join(SectionText::sectionSeparator());
+    return languages.size() > 1 ? languages : QStringList();
 }
 
 } // namespace
-
-QString SectionText::sectionSeparator() { return QStringLiteral("##8!&*_"); }
-QString SectionText::languageSeparator() { return QStringLiteral("##!&*_"); }
 
 TableCells::Item SectionText::cell(const QStringList &languages, const QString &binding)
 {
@@ -24,30 +22,24 @@ TableCells::Item SectionText::cell(const QStringList &languages, const QString &
     QStringList sections;
     if (!binding.isEmpty())
         sections << binding;
-    if (languages.size() > 1)
-        sections << MultiTexts + languages.join(languageSeparator());
-    item.whatsThis = join(sections);
+    const QString texts = TableSections::compose(languageSection(languages), QString());
+    if (!texts.isEmpty())
+        sections << texts;
+    item.whatsThis = sections.join(TableSections::SectionSeparator);
     return item;
 }
 
 void SectionText::splitCell(const TableCells::Item &item, QStringList *languages, QString *binding)
 {
     const QString &w = item.whatsThis;
-    int start = w.startsWith(MultiTexts) ? 0 : -1;
-    const int marked = w.lastIndexOf(sectionSeparator() + MultiTexts);
-    if (marked >= 0)
-        start = marked + sectionSeparator().size();
-    if (start >= 0) {
-        const QStringList candidate = w.mid(start + MultiTexts.size()).split(languageSeparator());
-        const QString rest = start == 0 ? QString() : w.left(start - sectionSeparator().size());
-        // Only a split that rebuilds the item exactly may be written as languages, and no language
-        // may run on into a following section.
-        const bool runsOn = std::any_of(candidate.cbegin(), candidate.cend(),
-                                        [](const QString &l) { return l.contains(sectionSeparator()); });
+    const QStringList found = TableSections::multiTexts(w);
+    if (found.size() > 1 && found.size() <= TextData::MaxLanguages) {
+        // What comes before the languages' section and its separator; cell() below confirms the cut.
+        const int sectionSize = int(TableSections::compose(found, QString()).size());
+        const QString rest = w.left(std::max(0, int(w.size()) - sectionSize - int(TableSections::SectionSeparator.size())));
         // A panel takes the first multiTexts section, so the binding must hold none.
-        if (candidate.size() > 1 && candidate.size() <= MaxLanguages && !runsOn && !rest.contains(MultiTexts)
-            && cell(candidate, rest) == item) {
-            *languages = candidate;
+        if (TableSections::multiTexts(rest).isEmpty() && cell(found, rest) == item) {
+            *languages = found;
             *binding = rest;
             return;
         }
@@ -60,12 +52,7 @@ TableCells::Item SectionText::header(const QStringList &languages, int width)
 {
     TableCells::Item item;
     item.text = languages.value(0);
-    QStringList sections;
-    if (languages.size() > 1)
-        sections << MultiTexts + languages.join(languageSeparator());
-    if (width >= 0)
-        sections << ColumnWidth + QString::number(width);
-    item.whatsThis = join(sections);
+    item.whatsThis = TableSections::compose(languageSection(languages), width >= 0 ? QString::number(width) : QString());
     return item;
 }
 
@@ -73,25 +60,16 @@ bool SectionText::splitHeader(const TableCells::Item &item, QStringList *languag
 {
     *languages = QStringList{item.text};
     *width = -1;
-    if (item.whatsThis.isEmpty())
-        return true;
-    QStringList found{item.text};
-    bool known = true;
-    for (const QString &section : item.whatsThis.split(sectionSeparator())) {
-        if (section.startsWith(MultiTexts)) {
-            found = section.mid(MultiTexts.size()).split(languageSeparator());
-        } else if (section.startsWith(ColumnWidth)) {
-            bool ok = false;
-            const int w = section.mid(ColumnWidth.size()).toInt(&ok);
-            if (ok && w >= 0 && w <= MaxColumnWidth)
-                *width = w;
-            else
-                known = false;
-        } else {
-            known = false;
-        }
-    }
-    if (known && found.size() <= MaxLanguages && header(found, *width) == item) {
+    bool ok = false;
+    const int w = TableSections::columnWidth(item.whatsThis).toInt(&ok);
+    if (ok && w >= 0 && w <= MaxColumnWidth)
+        *width = w;
+    QStringList found = TableSections::multiTexts(item.whatsThis);
+    if (found.isEmpty())
+        found = *languages;
+    // Anything header() would not write again (other sections, another order, a width spelt
+    // otherwise) leaves the languages at the text alone.
+    if (found.size() <= TextData::MaxLanguages && header(found, *width) == item) {
         *languages = found;
         return true;
     }

@@ -5,17 +5,14 @@
 
 #include <QStringList>
 
-// The what's-this text of a table item is a list of sections joined by "##8!&*_": a cell's binding
-// first, then "multiTexts=" with the item's text in every panel language joined by "##!&*_"; a column
-// header holds "multiTexts=..." and "columnWidth=N". This class builds an item from its languages and
-// binding or width, and takes an item apart again when that rebuilds exactly the same item.
+// A table item as the cell file names it: its texts per language, and a cell's binding or a header's
+// width. The sections themselves are the library's (TableSections); this class adds the cell's binding
+// in front of them, and takes an item apart only when that rebuilds exactly the same item, so that
+// reading a form and writing it again changes nothing.
 class SectionText
 {
 public:
-    static constexpr int MaxLanguages = 10; // the panel switches between at most ten
     static constexpr int MaxColumnWidth = 100000;
-    static QString sectionSeparator();
-    static QString languageSeparator();
 
     // The display text is the first language; a single language adds no section.
     static TableCells::Item cell(const QStringList &languages, const QString &binding);
@@ -28,7 +25,7 @@ public:
     static TableCells::Item header(const QStringList &languages, int width);
     // False when the header holds something else (other sections, a multiTexts section that does not
     // start with its text, a malformed width): then the languages are its text alone and the width is
-    // kept only if it could be read.
+    // kept only if the panel could read it.
     static bool splitHeader(const TableCells::Item &item, QStringList *languages, int *width);
 };
 

@@ -1,6 +1,7 @@
 # Runs hmi-table on a small form: write, read to a file and to standard output, write the read cells
-# again (the form must not change), and refuse a bad cell file naming its line. Optionally runs uic on
-# the written form. Variables: TOOL, DATA, WORK, UIC (may be empty).
+# again (the form must not change), and refuse a bad cell file naming its line; the same form without
+# the table's custom widget entry gets it. Optionally runs uic on the written forms. Variables: TOOL,
+# DATA, WORK, UIC (may be empty).
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
 file(COPY ${DATA}/panel.ui DESTINATION ${WORK})
@@ -50,9 +51,32 @@ if(NOT err MATCHES "panel.ui: no TableWidget named \"nosuchtable\"")
 endif()
 run(1 ${TOOL} write ${WORK}/panel.ui params)
 
+# The same form as Designer writes it before the table's plugin is known: no custom widget entry.
+file(READ ${DATA}/panel.ui declared)
+string(REGEX REPLACE " <customwidgets>.*</customwidgets>\n" "" undeclared "${declared}")
+if(undeclared STREQUAL declared)
+  message(FATAL_ERROR "panel.ui has no custom widget list to leave out")
+endif()
+file(WRITE ${WORK}/undeclared.ui "${undeclared}")
+if(UIC)
+  # Without the entry uic leaves the table's headers out.
+  run(0 ${UIC} ${WORK}/undeclared.ui)
+  if(out MATCHES "horizontalHeaderItem")
+    message(FATAL_ERROR "uic builds headers without the entry; the check below proves nothing:\n${out}")
+  endif()
+endif()
+run(0 ${TOOL} write ${WORK}/undeclared.ui params ${DATA}/params.tsv)
+run(0 ${TOOL} write ${DATA}/panel.ui params ${DATA}/params.tsv -o ${WORK}/declared.ui)
+same(${WORK}/undeclared.ui ${WORK}/declared.ui)
+
 if(UIC)
   run(0 ${UIC} ${WORK}/panel.ui)
   if(NOT out MATCHES "params->setData\\(\"[0-9a-f]+\"\\)")
     message(FATAL_ERROR "uic does not set the table's data:\n${out}")
+  endif()
+  # The entry written, uic builds them.
+  run(0 ${UIC} ${WORK}/undeclared.ui)
+  if(NOT out MATCHES "params->horizontalHeaderItem\\(0\\)")
+    message(FATAL_ERROR "uic builds no headers for the table of the form that lacked the entry:\n${out}")
   endif()
 endif()

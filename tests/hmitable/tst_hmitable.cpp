@@ -154,6 +154,9 @@ private Q_SLOTS:
             << QStringList{"Axis<multiTexts=Axis" + Lang + "Achse" + Sep + "columnWidth=80>", "Value<columnWidth=0>",
                            "Unit<multiTexts=Unit" + Lang + "Einheit>"}
             << 3 << QList<int>{};
+        QTest::newRow("markers the panel reads only at a section's start")
+            << QByteArray("#columns\tcolumnWidth=5\tmultiTexts=|x\n")
+            << QStringList{"columnWidth=5", "multiTexts=<multiTexts=multiTexts=" + Lang + "x>"} << 2 << QList<int>{};
         QTest::newRow("headers wider than the rows") << QByteArray("#columns\tA\tB\tC\nx\n") << QStringList{"A", "B", "C"} << 3
                                                      << QList<int>{};
         QTest::newRow("rows wider than the headers") << QByteArray("#columns\tA\nx\ty\tz\n") << QStringList{"A"} << 3 << QList<int>{};
@@ -197,6 +200,10 @@ private Q_SLOTS:
         QTest::newRow("eleven languages") << QByteArray("1|2|3|4|5|6|7|8|9|10|11\n") << qint64(1) << "languages";
         QTest::newRow("languages twice") << QByteArray("a|b{1@2##8!&*_multiTexts=c##!&*_d}\n") << qint64(1) << "multiTexts";
         QTest::newRow("bad cell names its column") << QByteArray("a\tb\tc}\n") << qint64(1) << "column 3";
+        QTest::newRow("header text holding a width") << QByteArray("#columns\tx|AcolumnWidth=70{80}\n") << qint64(1)
+                                                     << "header 1: a text holds";
+        QTest::newRow("header text holding a section end") << QByteArray("a\n#columns\tA\tx|y##8!&*_z\n") << qint64(2)
+                                                           << "header 2: a text holds";
         QTest::newRow("width not a number") << QByteArray("#columns\tA{wide}\n") << qint64(1) << "width";
         QTest::newRow("negative width") << QByteArray("#columns\tA{-5}\n") << qint64(1) << "width";
         QTest::newRow("second #columns") << QByteArray("#columns\tA\nx\n#columns\tB\n") << qint64(3) << "line 1";
@@ -320,6 +327,10 @@ private Q_SLOTS:
 
         t.headers = {{"A", "columnWidth=70" + Sep + "font=Sans"}};
         QTest::newRow("header with more than a width: label and width, noted") << t << QByteArray("#columns\tA{70}\t\t\n\t\t\n") << 1;
+
+        t.headers = {{"A", "multiTexts=A" + Lang + "BcolumnWidth=70"}};
+        QTest::newRow("header languages holding a width: label and the width a panel reads, noted")
+            << t << QByteArray("#columns\tA{70}\t\t\n\t\t\n") << 1;
 
         t.headers = {{"A", "columnWidth=wide"}};
         QTest::newRow("header with a bad width: label, noted") << t << QByteArray("#columns\tA\t\t\n\t\t\n") << 1;

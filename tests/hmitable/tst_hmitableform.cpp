@@ -1,7 +1,8 @@
 // hmi-table's form side: a table written into a real form holds its size, data, merged cells and
 // headers and none of Designer's items, decodes with the table's own codecs to the same cells, loads
 // through QUiLoader, reads back to the same cell file and writes again to the same bytes; the rest of
-// the form stays byte for byte; broken forms and stored data are refused with a reason.
+// the form stays byte for byte, but for the table's custom widget entry where the form lacks it;
+// broken forms and stored data are refused with a reason.
 #include "cellfile.h"
 #include "formtableeditor.h"
 #include "formtablereader.h"
@@ -91,6 +92,13 @@ QByteArray formWith(const QByteArray &table)
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ui version=\"4.0\">\n <widget class=\"QWidget\" name=\"Form\">\n"
         + table + "\n </widget>\n</ui>\n";
 }
+
+// The custom widget entry uic needs to build the table's headers, as Designer writes it.
+const QByteArray Entry = "  <customwidget>\n   <class>TableWidget</class>\n   <extends>QTableWidget</extends>\n"
+                         "   <header>tablewidget.h</header>\n  </customwidget>\n";
+const QByteArray List = " <customwidgets>\n" + Entry + " </customwidgets>\n";
+const QByteArray GaugeEntry = "  <customwidget>\n   <class>Gauge</class>\n   <extends>QWidget</extends>\n"
+                              "   <header>gauge.h</header>\n  </customwidget>\n";
 
 const char Cells[] = "#columns\tParameter|Parameter{160}\tValue|Wert\n"
                      "Feed override|Vorschub-Override\t{1@0@100@8@2@0@9999}\t%\n"
@@ -243,12 +251,50 @@ private Q_SLOTS:
         QCOMPARE(::tableChildren(written, QStringLiteral("params")), children);
         QCOMPARE(readTable(written), QByteArray("#columns\tA\tB\nx\ty\n"));
         QVERIFY(written.startsWith(form.left(form.indexOf("<widget class=\"TableWidget\""))));
-        QVERIFY(written.endsWith("\n </widget>\n</ui>\n"));
+        QVERIFY(written.endsWith("\n </widget>\n" + List + "</ui>\n"));
         // Every line the editor adds is indented one level below the table.
         const QByteArray indent = table.left(table.indexOf('<'));
         const QByteArray unit = indent.startsWith('\t') ? "\t" : " ";
         QVERIFY2(written.contains("\n" + indent + unit + "<property name=\"rowCount\">\n" + indent + unit + unit + "<number>1</number>"),
                  written.constData());
+    }
+
+    // The root's children after the form's widget, as given and as written.
+    void declaration_data()
+    {
+        QTest::addColumn<QByteArray>("tail");
+        QTest::addColumn<QByteArray>("written");
+        const QByteArray rest = " <resources/>\n <connections/>\n";
+        QTest::newRow("nothing after the widget") << QByteArray() << List;
+        QTest::newRow("before the resources") << rest << List + rest;
+        QTest::newRow("before the tab stops")
+            << " <tabstops>\n  <tabstop>params</tabstop>\n </tabstops>\n" + rest
+            << List + " <tabstops>\n  <tabstop>params</tabstop>\n </tabstops>\n" + rest;
+        QTest::newRow("at the end of a list of other widgets") << " <customwidgets>\n" + GaugeEntry + " </customwidgets>\n" + rest
+                                                               << " <customwidgets>\n" + GaugeEntry + Entry + " </customwidgets>\n" + rest;
+        QTest::newRow("in an empty list") << " <customwidgets/>\n" + rest << List + rest;
+        QTest::newRow("in a list after the resources") << rest + " <customwidgets>\n" + GaugeEntry + " </customwidgets>\n"
+                                                       << rest + " <customwidgets>\n" + GaugeEntry + Entry + " </customwidgets>\n";
+        QTest::newRow("declared: kept") << List + rest << List + rest;
+        QTest::newRow("declared among others: kept") << " <customwidgets>\n" + Entry + GaugeEntry + " </customwidgets>\n"
+                                                     << " <customwidgets>\n" + Entry + GaugeEntry + " </customwidgets>\n";
+        const QByteArray otherBase = QByteArray(List).replace("QTableWidget", "QWidget");
+        QTest::newRow("declared on another base: kept") << otherBase + rest << otherBase + rest;
+    }
+
+    void declaration()
+    {
+        QFETCH(QByteArray, tail);
+        QFETCH(QByteArray, written);
+        const QByteArray form = formWith("  <widget class=\"TableWidget\" name=\"params\"/>").replace("</ui>\n", tail + "</ui>\n");
+        QByteArray out, again;
+        Problem problem;
+        QVERIFY2(writeTable(form, "#columns\tA\tB\nx\ty\n", &out, &problem), qPrintable(problem.message));
+        QCOMPARE(around(out, "params").first, around(form, "params").first);
+        QCOMPARE(around(out, "params").second, "\n </widget>\n" + written + "</ui>\n");
+        QCOMPARE(readTable(out), QByteArray("#columns\tA\tB\nx\ty\n"));
+        QVERIFY(writeTable(out, "#columns\tA\tB\nx\ty\n", &again, &problem));
+        QCOMPARE(again, out);
     }
 
     void refusedForms_data()
