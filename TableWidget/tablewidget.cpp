@@ -112,6 +112,7 @@ public:
     bool dataLoaded = false;
     bool bitView = false;
     bool ncCodeView = false;
+    bool itemsPlaced = false; // an item was ever put into the table
 
     bool inDesigner() const { return DesignerHost::formWindowOf(q) != nullptr; }
     int firstVisibleRow() const { return std::max(0, q->rowAt(0)); }
@@ -157,6 +158,9 @@ void TableWidget::Private::loadData()
     } else {
         loader.cover(first, last);
     }
+    // Parsed bindings are kept for the rows around the screen only, not for all rows ever shown.
+    if (registrar.cacheSize() > 4 * (last - first + 2) * q->columnCount())
+        registrar.clearCache();
     if (QeltApp *app = binding.app()) {
         app->stopUpdateUI();
         app->removeUIVariable(binding.form(), q);
@@ -235,6 +239,11 @@ TableWidget::TableWidget(QWidget *parent)
     NORVOInterface_Z3::setWidgetDefaultFont(this);
     verticalHeader()->setDefaultSectionSize(DefaultRowHeight);
     setGridColor(QColor(216, 216, 216));
+    connect(model(), &QAbstractItemModel::dataChanged, this, [this] { d->itemsPlaced = true; });
+    connect(model(), &QAbstractItemModel::headerDataChanged, this, [this](Qt::Orientation o) {
+        if (o == Qt::Vertical)
+            d->itemsPlaced = true;
+    });
     connect(this, &QTableWidget::itemChanged, this, &TableWidget::itemChangedSlot);
     connect(this, &QTableWidget::itemEntered, this, &TableWidget::slotCellEnter);
     if (DesignerHost *host = DesignerHost::instance())
@@ -247,6 +256,23 @@ TableWidget::TableWidget(QWidget *parent)
 }
 
 TableWidget::~TableWidget() = default;
+
+void TableWidget::setRowCount(int rows) { QTableWidget::setRowCount(rows); }
+
+void TableWidget::setColumnCount(int columns)
+{
+    const int rows = rowCount();
+    // Qt widens a table that already has rows one row at a time, moving the cells of all later rows
+    // each time: seconds for a long list. A form sets the row count first; while no item exists yet,
+    // the rows can be laid out again after the columns at no cost.
+    if (columns > columnCount() && rows > 0 && !d->itemsPlaced) {
+        QTableWidget::setRowCount(0);
+        QTableWidget::setColumnCount(columns);
+        QTableWidget::setRowCount(rows);
+        return;
+    }
+    QTableWidget::setColumnCount(columns);
+}
 
 QByteArray TableWidget::data() const { return d->data; }
 

@@ -23,6 +23,8 @@ class HMIWIDGETS_EXPORT TableWidget : public QTableWidget,
                                       public Hmi_v0::HMI_UiUpdateInterface
 {
     Q_OBJECT
+    Q_PROPERTY(int rowCount READ rowCount WRITE setRowCount)
+    Q_PROPERTY(int columnCount READ columnCount WRITE setColumnCount)
     Q_PROPERTY(QByteArray data READ data WRITE setData DESIGNABLE false)
     Q_PROPERTY(QByteArray mergeCells READ mergeCells WRITE setMergeCells DESIGNABLE false)
     Q_PROPERTY(ResizeMode horizontalHeaderResizeMode READ horizontalHeaderResizeMode WRITE setHorizontalHeaderResizeMode)
@@ -82,6 +84,9 @@ public:
     Q_INVOKABLE explicit TableWidget(QWidget *parent = nullptr);
     ~TableWidget() override;
 
+    // As the table's own, so forms and uic code reach the column count below.
+    void setRowCount(int rows);
+    void setColumnCount(int columns);
     QByteArray data() const;
     void setData(const QByteArray &data);
     QByteArray mergeCells() const;

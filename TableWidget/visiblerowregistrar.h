@@ -27,6 +27,7 @@ public:
     // The parsed binding of an item (a text cell for none).
     const BindingText &binding(const QTableWidgetItem *item);
     void clearCache() { m_cache.clear(); }
+    int cacheSize() const { return int(m_cache.size()); }
 
     // Registers rows first ... last (clamped to the table); returns the registrations made.
     int registerRows(norvo_v0::QeltApp *app, QWidget *form, int first, int last);

@@ -348,6 +348,30 @@ private Q_SLOTS:
         QCOMPARE(t.rowCount(), 3);
     }
 
+    // A form sets the row count before the column count; widening keeps what the table holds.
+    void widening_data()
+    {
+        QTest::addColumn<bool>("withItem");
+        QTest::newRow("empty") << false;
+        QTest::newRow("holding an item") << true;
+    }
+    void widening()
+    {
+        QFETCH(bool, withItem);
+        TableWidget t;
+        t.setRowCount(1000);
+        if (withItem)
+            t.setItem(500, 1, new QTableWidgetItem(QStringLiteral("kept")));
+        t.setRowHeight(7, 50);
+        QVERIFY(t.setProperty("columnCount", 8));
+        QCOMPARE(t.rowCount(), 1000);
+        QCOMPARE(t.columnCount(), 8);
+        if (withItem) {
+            QCOMPARE(t.item(500, 1)->text(), QStringLiteral("kept"));
+            QCOMPARE(t.rowHeight(7), 50);
+        }
+    }
+
     void propertiesAndStyleSheets()
     {
         TableWidget t;
