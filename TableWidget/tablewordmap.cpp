@@ -6,10 +6,6 @@
 #include <QDataStream>
 #include <QIODevice>
 
-namespace {
-constexpr int MinRecordSize = 3 * 4 + 4 + 4;
-}
-
 bool TableWordMap::decode(const QByteArray &buffer)
 {
     fonts.clear();
@@ -25,18 +21,8 @@ bool TableWordMap::decode(const QByteArray &buffer)
     QList<TextData> readEntries;
     if (!in.atEnd() && !StoredStream::readFontMap(in, readFonts, TextData::MaxLanguages))
         return false;
-    if (!in.atEnd()) {
-        qint32 count = 0;
-        if (!StoredStream::readCount(in, count, MinRecordSize, MaxEntries))
-            return false;
-        for (qint32 i = 0; i < count; ++i) {
-            TextData record;
-            in >> record;
-            if (in.status() != QDataStream::Ok)
-                return false;
-            readEntries.append(record);
-        }
-    }
+    if (!in.atEnd() && !readTextRecords(in, &readEntries, MaxEntries))
+        return false;
     fonts = readFonts;
     entries = readEntries;
     return true;
@@ -50,8 +36,6 @@ QByteArray TableWordMap::encode() const
     QDataStream out(&data, QIODevice::WriteOnly);
     StoredStream::prepare(out);
     StoredStream::writeFontMap(out, fonts);
-    out << qint32(entries.size());
-    for (const TextData &record : entries)
-        out << record;
+    writeTextRecords(out, entries);
     return HexFrame::encode(data);
 }

@@ -2,8 +2,7 @@
 
 #include <zlib.h>
 
-namespace {
-int hexValue(char c)
+int HexFrame::hexDigit(char c)
 {
     if (c >= '0' && c <= '9')
         return c - '0';
@@ -13,7 +12,6 @@ int hexValue(char c)
         return c - 'A' + 10;
     return -1;
 }
-} // namespace
 
 QByteArray HexFrame::encode(const QByteArray &data)
 {
@@ -28,8 +26,8 @@ bool HexFrame::fromHex(const QByteArray &hexText, QByteArray *bytes)
         return false;
     QByteArray out(text.size() / 2, Qt::Uninitialized);
     for (int i = 0; i < out.size(); ++i) {
-        const int high = hexValue(text.at(2 * i));
-        const int low = hexValue(text.at(2 * i + 1));
+        const int high = hexDigit(text.at(2 * i));
+        const int low = hexDigit(text.at(2 * i + 1));
         if (high < 0 || low < 0)
             return false;
         out[i] = char((high << 4) | low);

@@ -30,6 +30,9 @@ public:
         qint64 m_left;
     };
 
+    // The value of a hex digit, or -1.
+    static int hexDigit(char c);
+
     static QByteArray encode(const QByteArray &data);
     // False for empty, non-hex, truncated or corrupt input, or for more than the budget has left.
     static bool decode(const QByteArray &hexText, QByteArray *data, Budget &budget);

@@ -1,20 +1,12 @@
 #include "hexinflater.h"
 
+#include "hexframe.h"
+
 #include <zlib.h>
 
 #include <algorithm>
 
 namespace {
-int hexValue(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
-}
 constexpr int InputChunk = 64 * 1024; // compressed bytes decoded from hex at a time
 } // namespace
 
@@ -36,8 +28,8 @@ public:
         input.resize(int(digits / 2));
         const char *t = text.constData() + hexPos;
         for (int i = 0; i < input.size(); ++i) {
-            const int high = hexValue(t[2 * i]);
-            const int low = hexValue(t[2 * i + 1]);
+            const int high = HexFrame::hexDigit(t[2 * i]);
+            const int low = HexFrame::hexDigit(t[2 * i + 1]);
             if (high < 0 || low < 0) {
                 bad = true;
                 input.resize(i);
@@ -77,7 +69,7 @@ bool HexInflater::open(const QByteArray &hexText, qint64 limit)
         return false;
     quint32 claimed = 0;
     for (int i = 0; i < 8; ++i) {
-        const int v = hexValue(d->text.at(i));
+        const int v = HexFrame::hexDigit(d->text.at(i));
         if (v < 0)
             return false;
         claimed = (claimed << 4) | quint32(v);

@@ -8,8 +8,7 @@
 
 namespace {
 constexpr qint32 FormatVersion = 1;
-// Smallest stream sizes of a record (three ints and two empty lists) and of a slot byte array.
-constexpr int MinRecordSize = 20;
+// Smallest stream size of a slot byte array.
 constexpr int MinSlotSize = 4;
 } // namespace
 
@@ -18,9 +17,8 @@ QByteArray TextInfoCodec::encodeSlot(const QList<TextData> &records)
     QByteArray data;
     QDataStream out(&data, QIODevice::WriteOnly);
     StoredStream::prepare(out);
-    out << FormatVersion << qint32(records.size());
-    for (const TextData &record : records)
-        out << record;
+    out << FormatVersion;
+    writeTextRecords(out, records);
     return HexFrame::encode(data);
 }
 
@@ -40,20 +38,7 @@ bool TextInfoCodec::decodeSlot(const QByteArray &buffer, QList<TextData> *record
     StoredStream::prepare(in);
     qint32 version = 0;
     in >> version; // any version is read the same way
-    qint32 count = 0;
-    if (!StoredStream::readCount(in, count, MinRecordSize, maxRecords))
-        return false;
-    QList<TextData> read;
-    read.reserve(count);
-    for (qint32 i = 0; i < count; ++i) {
-        TextData record;
-        in >> record;
-        if (in.status() != QDataStream::Ok)
-            return false;
-        read.append(record);
-    }
-    *records = read;
-    return true;
+    return readTextRecords(in, records, maxRecords);
 }
 
 QByteArray TextInfoCodec::encodeSlots(const QList<QList<TextData>> &slotRecords)

@@ -34,3 +34,28 @@ QDataStream &operator>>(QDataStream &in, TextData &data)
     data = read;
     return in;
 }
+
+bool readTextRecords(QDataStream &in, QList<TextData> *records, int maxCount)
+{
+    constexpr int MinRecordSize = 3 * 4 + 4 + 4; // three ints, two list counts
+    qint32 count = 0;
+    if (!StoredStream::readCount(in, count, MinRecordSize, maxCount))
+        return false;
+    QList<TextData> read;
+    for (qint32 i = 0; i < count; ++i) {
+        TextData record;
+        in >> record;
+        if (in.status() != QDataStream::Ok)
+            return false;
+        read.append(record);
+    }
+    *records = read;
+    return true;
+}
+
+void writeTextRecords(QDataStream &out, const QList<TextData> &records)
+{
+    out << qint32(records.size());
+    for (const TextData &record : records)
+        out << record;
+}

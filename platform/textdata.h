@@ -31,6 +31,11 @@ struct HMIPLATFORM_EXPORT TextData
 HMIPLATFORM_EXPORT QDataStream &operator<<(QDataStream &out, const TextData &data);
 HMIPLATFORM_EXPORT QDataStream &operator>>(QDataStream &in, TextData &data);
 
+// A list of records as the stored buffers hold it: qint32 count, then the records. The count is checked
+// against maxCount and the bytes left before anything is read; false (records untouched) when malformed.
+HMIPLATFORM_EXPORT bool readTextRecords(QDataStream &in, QList<TextData> *records, int maxCount);
+HMIPLATFORM_EXPORT void writeTextRecords(QDataStream &out, const QList<TextData> &records);
+
 Q_DECLARE_METATYPE(TextData)
 
 #endif
