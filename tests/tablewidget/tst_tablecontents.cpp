@@ -1,11 +1,14 @@
 // The table's stored contents: Qt 4.8 stream bytes assembled by hand decode exactly and our writer
 // reproduces them; rows are read lazily in any order; surplus stored columns are skipped; malformed or
 // lying input ends the readable rows without a large allocation.
+#include "cellspans.h"
 #include "tablecontents.h"
 
 #include <QTableWidgetItem>
 #include <QtEndian>
 #include <QtTest>
+
+Q_DECLARE_METATYPE(CellSpans::Span)
 
 namespace {
 
@@ -71,6 +74,37 @@ class TestTableContents : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // Merged cells: a count and rectangles (first row, first column, last row, last column), hex text
+    // of the plain stream; reading stops at the end of the rectangles or at one that is not a span.
+    void spans_data()
+    {
+        QTest::addColumn<QByteArray>("hex");
+        QTest::addColumn<QList<CellSpans::Span>>("spans");
+        QTest::addColumn<bool>("written"); // our writer gives the same bytes
+        const QByteArray two = Bytes().i32(2).i32(2).i32(1).i32(3).i32(4).i32(0).i32(0).i32(0).i32(5).raw().toHex();
+        QTest::newRow("two") << two << QList<CellSpans::Span>{{2, 1, 2, 4}, {0, 0, 1, 6}} << true;
+        QTest::newRow("none") << Bytes().i32(0).raw().toHex() << QList<CellSpans::Span>{} << true;
+        QTest::newRow("count beyond the rectangles")
+            << Bytes().i32(0x7fffffff).i32(1).i32(1).i32(1).i32(2).raw().toHex() << QList<CellSpans::Span>{{1, 1, 1, 2}} << false;
+        QTest::newRow("backwards rectangle ends it")
+            << Bytes().i32(2).i32(1).i32(1).i32(1).i32(1).i32(5).i32(0).i32(4).i32(0).raw().toHex()
+            << QList<CellSpans::Span>{{1, 1, 1, 1}} << false;
+        QTest::newRow("cut in a rectangle") << Bytes().i32(1).i32(1).i32(1).raw().toHex() << QList<CellSpans::Span>{} << false;
+    }
+    void spans()
+    {
+        QFETCH(QByteArray, hex);
+        QFETCH(QList<CellSpans::Span>, spans);
+        QFETCH(bool, written);
+        QList<CellSpans::Span> read;
+        QVERIFY(CellSpans::decode(hex, &read));
+        QCOMPARE(read, spans);
+        if (written)
+            QCOMPARE(CellSpans::encode(spans), hex);
+        QVERIFY(!CellSpans::decode("12x4", &read));
+        QVERIFY(read.isEmpty());
+    }
+
     void golden()
     {
         Bytes b;
