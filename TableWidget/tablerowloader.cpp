@@ -15,6 +15,8 @@ bool TableRowLoader::load(const QByteArray &hexText)
     m_loadedCount = 0;
     m_warned = false;
     m_contents = TableContents();
+    m_storedRow = -1;
+    m_storedCells.clear();
     if (hexText.isEmpty())
         return true;
     return m_contents.load(hexText);
@@ -64,6 +66,29 @@ void TableRowLoader::rowInserted(int row)
     }
     m_loaded.assign(size_t(rows), true);
     m_loadedCount = rows;
+}
+
+void TableRowLoader::storedTexts(int row, int column, QString *text, QString *binding)
+{
+    text->clear();
+    binding->clear();
+    if (isLoaded(row) || row < 0 || row >= std::min(m_table->rowCount(), m_contents.rowCount()))
+        return;
+    if (row != m_storedRow) {
+        m_storedCells.clear();
+        m_storedRow = row;
+        const int columns = std::min(m_table->columnCount(), m_contents.columnCount());
+        if (!m_contents.readRow(row, columns, &m_storedCells))
+            m_storedCells.clear();
+    }
+    if (column < 0 || column >= m_storedCells.size())
+        return;
+    for (const auto &[role, value] : m_storedCells.at(column)) {
+        if (role == Qt::DisplayRole)
+            *text = value.toString();
+        else if (role == Qt::WhatsThisRole)
+            *binding = value.toString();
+    }
 }
 
 void TableRowLoader::loadRows(int first, int last, Prepare prepare)

@@ -12,10 +12,15 @@
 #include "designertextregistration.h"
 #include "enumvalue.h"
 #include "headertexts.h"
+#include "inputwidget.h"
+#include "jumpsearch.h"
+#include "jumptodialog.h"
 #include "languagestate.h"
 #include "norvointerface_z3.h"
 #include "qeltapp.h"
 #include "tablecontents.h"
+#include "tableeditor.h"
+#include "tablenavigator.h"
 #include "tablerowloader.h"
 #include "tablesections.h"
 #include "tablestylesheets.h"
@@ -25,6 +30,9 @@
 #include "widgetfactory.h"
 
 #include <QHeaderView>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QPointer>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -60,6 +68,8 @@ public:
         , registrar(q, q)
         , loader(q)
         , texts(q, &registrar, &headerTexts)
+        , editor(q, &binding, &columnDefaults)
+        , navigator(q, [this](int row, int column) { return madeItem(row, column); })
     {
     }
 
@@ -71,6 +81,11 @@ public:
     TableTexts texts;
     ColumnVisibility columnWords;
     ColumnDefaults columnDefaults;
+    TableEditor editor;
+    TableNavigator navigator;
+    JumpToDialog *jumpDialog = nullptr;
+    QList<JumpSearch::Cell> found; // of the last text search
+    int foundIndex = -1;
     TableWordMap wordMap;
     QList<CellSpans::Span> spans;
     LanguageState language;
@@ -128,7 +143,26 @@ public:
     void updateItemText() { texts.refresh(firstVisibleRow(), lastVisibleRow(), language.current()); }
     void indirectBit(int index, int value);
     QTableWidgetItem *itemAt(int row, int column);
+    // The item at a cell after its row has been made from the stored contents.
+    QTableWidgetItem *madeItem(int row, int column);
+    void showFound();
 };
+
+QTableWidgetItem *TableWidget::Private::madeItem(int row, int column)
+{
+    if (row < 0 || column < 0 || row >= q->rowCount() || column >= q->columnCount())
+        return nullptr;
+    if (!loader.isLoaded(row))
+        loader.makeRow(row);
+    return q->item(row, column);
+}
+
+void TableWidget::Private::showFound()
+{
+    const JumpSearch::Cell cell = found.at(foundIndex);
+    q->jumpToCell(cell.first, cell.second);
+    q->setFocus();
+}
 
 QTableWidgetItem *TableWidget::Private::itemAt(int row, int column)
 {
@@ -244,10 +278,13 @@ TableWidget::TableWidget(QWidget *parent)
         if (o == Qt::Vertical)
             d->itemsPlaced = true;
     });
+    connect(this, &QTableWidget::itemClicked, this, &TableWidget::writeData);
+    connect(this, &QTableWidget::currentItemChanged, this, &TableWidget::slotCurrentItemChanged);
     connect(this, &QTableWidget::itemChanged, this, &TableWidget::itemChangedSlot);
     connect(this, &QTableWidget::itemEntered, this, &TableWidget::slotCellEnter);
     if (DesignerHost *host = DesignerHost::instance())
         connect(host, &DesignerHost::propertyChanged, this, &TableWidget::slotPropertyChanged);
+    d->jumpDialog = new JumpToDialog(this);
     setAttribute(Qt::WA_MouseTracking);
     NORVOInterface_Z3 *hmi = NORVOInterface_Z3::init();
     hmi->setKeypadModeSize(3);
@@ -460,15 +497,114 @@ QFont TableWidget::initFont() const { return font(); }
 QByteArray TableWidget::storedContents() { return d->itemSync ? d->itemSync->flush() : d->data; }
 int TableWidget::loadedRowCount() const { return d->loader.loadedRows(); }
 
-int TableWidget::getVariableComId() const { return d->registrar.binding(currentItem()).comId; }
-int TableWidget::getVariableChannel() const { return d->registrar.binding(currentItem()).channel; }
-int TableWidget::getVariableAddress() const { return d->registrar.binding(currentItem()).address; }
-int TableWidget::getVariableBit() const { return d->registrar.binding(currentItem()).bitIndex; }
+// The fields as the cell's binding text writes them; a text cell, or no current cell, has none.
+// A value cell without the long form is on link 0, as it is registered.
+int TableWidget::getVariableComId() const
+{
+    const BindingText &b = d->registrar.binding(currentItem());
+    return b.kind == BindingText::Text ? -1 : b.comId;
+}
+
+int TableWidget::getVariableChannel() const
+{
+    const BindingText &b = d->registrar.binding(currentItem());
+    return b.kind == BindingText::Text ? -1 : b.field(b.kind == BindingText::Bit ? 1 : 0);
+}
+
+int TableWidget::getVariableAddress() const
+{
+    const BindingText &b = d->registrar.binding(currentItem());
+    return b.kind == BindingText::Text ? -1 : b.address;
+}
+
+int TableWidget::getVariableBit() const
+{
+    const BindingText &b = d->registrar.binding(currentItem());
+    return b.kind == BindingText::Bit ? b.bitIndex : -1;
+}
 
 int TableWidget::getVariableClass() const
 {
     const BindingText &b = d->registrar.binding(currentItem());
+    if (b.kind == BindingText::Text)
+        return -1;
     return b.kind == BindingText::Bit ? b.bitType : b.dataClass;
+}
+
+const CurrentCell &TableWidget::currentCellRecord() const { return d->editor.record(); }
+
+bool TableWidget::softKeypad() const { return d->editor.keypad().softKeypad(); }
+void TableWidget::setSoftKeypad(bool on) { d->editor.keypad().setSoftKeypad(on); }
+bool TableWidget::softKeypadAutoAdjust() const { return d->editor.keypad().autoAdjust(); }
+void TableWidget::setSoftKeypadAutoAdjust(bool on) { d->editor.keypad().setAutoAdjust(on); }
+
+TableWidget::KeypadPosition TableWidget::softKeypadPosition() const
+{
+    return KeypadPosition(d->editor.keypad().position());
+}
+
+void TableWidget::setSoftKeypadPosition(KeypadPosition position)
+{
+    if (position >= Auto && position <= Custom)
+        d->editor.keypad().setPosition(position);
+}
+
+QRect TableWidget::softKeypadGeometry() const { return d->editor.keypad().geometry(); }
+void TableWidget::setSoftKeypadGeometry(const QRect &rect) { d->editor.keypad().setGeometry(rect); }
+
+NKeyPadStruct TableWidget::keyPad() const
+{
+    NORVOInterface_Z3::initialization()->setKeypadModeSize(3);
+    return d->editor.keypad().record();
+}
+
+void TableWidget::setKeyPad(const NKeyPadStruct &keyPad)
+{
+    d->editor.keypad().setRecord(keyPad);
+    QWidget *formWindow = DesignerHost::formWindowOf(this);
+    DesignerHost *host = DesignerHost::instance();
+    if (!formWindow || !host)
+        return;
+    // Designer shows and saves the record through these three.
+    host->beginCommand(formWindow, tr("Change soft keypad of '%1'").arg(objectName()));
+    DesignerCommit::setProperty(this, "softKeypad", keyPad.enabled != 0);
+    DesignerCommit::setProperty(this, "softKeypadPosition", keyPad.position);
+    DesignerCommit::setProperty(this, "softKeypadGeometry", keyPad.geometry());
+    host->endCommand(formWindow);
+}
+
+QString TableWidget::showKeypad(bool *ok, int radix, const QString &text, const QRect &cellRect)
+{
+    return d->editor.showKeypad(ok, radix, text, cellRect);
+}
+
+QWidget *TableWidget::inputWidget() const { return d->editor.inputWidget(); }
+
+QString TableWidget::cellText(int row, int column)
+{
+    if (const QTableWidgetItem *cell = item(row, column))
+        return cell->text();
+    QString text, binding;
+    d->loader.storedTexts(row, column, &text, &binding);
+    return text;
+}
+
+QString TableWidget::cellBindingText(int row, int column)
+{
+    if (const QTableWidgetItem *cell = item(row, column))
+        return cell->whatsThis();
+    QString text, binding;
+    d->loader.storedTexts(row, column, &text, &binding);
+    return binding;
+}
+
+void TableWidget::jumpToCell(int row, int column)
+{
+    if (row < 0 || column < 0 || row >= rowCount() || column >= columnCount())
+        return;
+    d->madeItem(row, column);
+    QTableWidget::setCurrentCell(row, column);
+    scrollTo(model()->index(row, column));
 }
 
 void TableWidget::updateData(int index, int value)
@@ -563,6 +699,112 @@ int TableWidget::getCurrentRow() const { return currentRow(); }
 int TableWidget::getCurrentColumn() const { return currentColumn(); }
 void TableWidget::setCurrentCell(int row, int column) { QTableWidget::setCurrentCell(row, column); }
 void TableWidget::setColumnWidth(int column, int width) { QTableWidget::setColumnWidth(column, width); }
+
+void TableWidget::writeData(QTableWidgetItem *item) { d->editor.writeData(item); }
+
+void TableWidget::slotCurrentItemChanged(QTableWidgetItem *current, QTableWidgetItem *previous)
+{
+    d->editor.currentChanged(current, previous);
+}
+
+void TableWidget::setInputWidget(QWidget *widget) { d->editor.setInputWidget(widget); }
+void TableWidget::inputBackspace() { d->editor.backspace(); }
+void TableWidget::returnPressed() { d->editor.returnPressed(); }
+void TableWidget::textChanged(int key) { d->editor.typeKey(key); }
+void TableWidget::moveUp() { d->navigator.moveUp(); }
+void TableWidget::moveDown() { d->navigator.moveDown(); }
+void TableWidget::moveLeft() { d->navigator.moveLeft(); }
+void TableWidget::moveRight() { d->navigator.moveRight(); }
+void TableWidget::moveHome() { d->navigator.moveHome(); }
+void TableWidget::moveEnd() { d->navigator.moveEnd(); }
+void TableWidget::pageUp() { d->navigator.pageUp(); }
+void TableWidget::pageDown() { d->navigator.pageDown(); }
+void TableWidget::pageLeft() { d->navigator.pageLeft(); }
+void TableWidget::pageRight() { d->navigator.pageRight(); }
+
+void TableWidget::find(const QString &text)
+{
+    d->found.clear();
+    d->foundIndex = -1;
+    // The whole list, also rows not made yet, in the table's order.
+    for (int r = 0; r < rowCount(); ++r) {
+        for (int c = 0; c < columnCount(); ++c) {
+            if (cellText(r, c).contains(text))
+                d->found.append({r, c});
+        }
+    }
+    findNext();
+}
+
+void TableWidget::findNext()
+{
+    if (d->found.isEmpty()) {
+        QMessageBox::information(this, tr("Table Find"), tr("Not found!"));
+        return;
+    }
+    d->foundIndex = std::max(0, d->foundIndex + 1);
+    if (d->foundIndex >= d->found.size()) {
+        QPointer<TableWidget> alive(this);
+        QMessageBox::information(this, tr("Table Find"), tr("Not found!"));
+        if (!alive)
+            return;
+        d->foundIndex = 0;
+    }
+    d->showFound();
+}
+
+void TableWidget::findPrevious()
+{
+    if (d->found.isEmpty()) {
+        QMessageBox::information(this, tr("Table Find"), tr("Not found!"));
+        return;
+    }
+    d->foundIndex -= 1;
+    if (d->foundIndex < 0) {
+        QPointer<TableWidget> alive(this);
+        QMessageBox::information(this, tr("Table Find"), tr("Not found!"));
+        if (!alive)
+            return;
+        d->foundIndex = int(d->found.size()) - 1;
+    }
+    d->showFound();
+}
+
+void TableWidget::jumpTo(int column)
+{
+    QWidget *form = d->binding.form() ? d->binding.form() : window();
+    QList<QPointer<QWidget>> bars;
+    for (QWidget *w : form->findChildren<QWidget *>()) {
+        if (qstrcmp(w->metaObject()->className(), "ButtonGroup") == 0)
+            bars.append(w);
+    }
+    // While the dialog is open the soft keys are its own: focus up, focus down, OK and cancel on the
+    // first four keys (F1 ... F4, which the dialog takes), the rest blank; the keys stop acting as
+    // shortcuts so that those F keys reach the dialog.
+    for (const QPointer<QWidget> &bar : std::as_const(bars)) {
+        const int keys = bar->property("buttonCount").toInt();
+        QStringList list = {QStringLiteral("<<"), QStringLiteral("false")};
+        const QStringList actions = {QString::fromUtf8("焦点上移"), QString::fromUtf8("焦点下移"),
+                                     QString::fromUtf8("确定"), QString::fromUtf8("取消")};
+        for (int i = 0; i < keys; ++i) {
+            list << (i < actions.size() ? actions.at(i) : QString())
+                 << (i < actions.size() ? QStringLiteral("true") : QStringLiteral("false"));
+        }
+        list << QStringLiteral(">>") << QStringLiteral("false");
+        QMetaObject::invokeMethod(bar, "setCurrentButtonGroup", Q_ARG(QStringList, list));
+        QMetaObject::invokeMethod(bar, "setShortcutEnabled", Q_ARG(bool, false));
+    }
+    QPointer<TableWidget> alive(this);
+    d->jumpDialog->open(column, d->defaultSearchMethod, d->visibleSearchMethods);
+    for (const QPointer<QWidget> &bar : std::as_const(bars)) {
+        if (!bar)
+            continue;
+        QMetaObject::invokeMethod(bar, "restorePreviousButtonGroup");
+        QMetaObject::invokeMethod(bar, "setShortcutEnabled", Q_ARG(bool, true));
+    }
+    if (alive)
+        setFocus();
+}
 
 void TableWidget::setColumnHeaderLabel(int column, const QString &label)
 {
@@ -698,8 +940,10 @@ void TableWidget::setResizeToContents(bool enable)
 void TableWidget::itemChangedSlot(QTableWidgetItem *changed)
 {
     emit cellItemChanged(row(changed), column(changed), changed->text());
-    if (changed == currentItem())
+    if (changed == currentItem()) {
+        d->editor.refreshRecord();
         emit currentCellTextChanged(changed->text());
+    }
 }
 
 void TableWidget::slotCellEnter(QTableWidgetItem *) {}
@@ -713,7 +957,50 @@ void TableWidget::slotPropertyChanged(const QString &name, const QVariant &)
 
 bool TableWidget::event(QEvent *event) { return QTableWidget::event(event); }
 bool TableWidget::eventFilter(QObject *watched, QEvent *event) { return QTableWidget::eventFilter(watched, event); }
-void TableWidget::keyPressEvent(QKeyEvent *event) { QTableWidget::keyPressEvent(event); }
+void TableWidget::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Backspace:
+        inputBackspace();
+        return;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        returnPressed();
+        return;
+    case Qt::Key_Home:
+        moveHome();
+        return;
+    case Qt::Key_End:
+        moveEnd();
+        return;
+    case Qt::Key_Left:
+        moveLeft();
+        return;
+    case Qt::Key_Right:
+        moveRight();
+        return;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        if (d->navigator.takeSentKey())
+            QTableWidget::keyPressEvent(event);
+        else if (event->key() == Qt::Key_Up)
+            moveUp();
+        else
+            moveDown();
+        return;
+    default:
+        break;
+    }
+    // The character typed, so that a keypad's digits and lower-case letters arrive as themselves.
+    const QString text = event->text();
+    const int key = text.size() == 1 && text.at(0).unicode() >= 32 && text.at(0).unicode() <= 126
+        ? text.at(0).unicode()
+        : event->key();
+    if (d->editor.takesKey(key))
+        textChanged(key);
+    else
+        QTableWidget::keyPressEvent(event);
+}
 
 void TableWidget::showEvent(QShowEvent *event)
 {

@@ -3,15 +3,19 @@
 
 #include "hmiuiupdateinterface.h"
 #include "hmiwidgets_export.h"
+#include "nkeypadstruct.h"
 #include "updatevariableinterface.h"
 
 #include <QByteArray>
 #include <QColor>
+#include <QRect>
 #include <QStringList>
 #include <QTableWidget>
 #include <QVariant>
 
 #include <memory>
+
+struct CurrentCell;
 
 // The parameter table: a grid of fixed texts in the panel languages and of cells bound to controller
 // words and bits, each cell carrying its own variable address. Its contents come from the form as
@@ -34,6 +38,12 @@ class HMIWIDGETS_EXPORT TableWidget : public QTableWidget,
     Q_PROPERTY(bool verticalHeaderHighlightSections READ verticalHeaderHighlightSections WRITE setVerticalHeaderHighlightSections)
     Q_PROPERTY(bool horizontalHeaderHighlightSections READ horizontalHeaderHighlightSections WRITE setHorizontalHeaderHighlightSections)
     Q_PROPERTY(int rowHeight READ rowsHeight WRITE setRowsHeight)
+    Q_PROPERTY(bool softKeypad READ softKeypad WRITE setSoftKeypad)
+    Q_PROPERTY(bool softKeypadAutoAdjust READ softKeypadAutoAdjust WRITE setSoftKeypadAutoAdjust)
+    Q_PROPERTY(KeypadPosition softKeypadPosition READ softKeypadPosition WRITE setSoftKeypadPosition)
+    Q_PROPERTY(QRect softKeypadGeometry READ softKeypadGeometry WRITE setSoftKeypadGeometry)
+    // Forms keep it through the four properties above.
+    Q_PROPERTY(NKeyPadStruct keyPad READ keyPad WRITE setKeyPad DESIGNABLE false STORED false)
     Q_PROPERTY(int scrollBarExtent READ scrollBarExtent WRITE setScrollBarExtent)
     Q_PROPERTY(QColor gridColor READ gridColor WRITE setGridColor)
     Q_PROPERTY(QColor textColor READ textColor WRITE setTextColor)
@@ -110,6 +120,16 @@ public:
     void setHorizontalHeaderHighlightSections(bool highlight);
     int rowsHeight() const;
     void setRowsHeight(int height);
+    bool softKeypad() const;
+    void setSoftKeypad(bool on);
+    bool softKeypadAutoAdjust() const;
+    void setSoftKeypadAutoAdjust(bool on);
+    KeypadPosition softKeypadPosition() const;
+    void setSoftKeypadPosition(KeypadPosition position);
+    QRect softKeypadGeometry() const;
+    void setSoftKeypadGeometry(const QRect &rect);
+    NKeyPadStruct keyPad() const;
+    void setKeyPad(const NKeyPadStruct &keyPad);
     int scrollBarExtent() const;
     void setScrollBarExtent(int extent);
     QColor gridColor() const;
@@ -162,13 +182,26 @@ public:
     bool editingEnabled() const;
     int mode() const;
     bool resizeToContents() const;
-    // The variable of the current cell, from its binding text (0 when it has none).
+    // The application's soft keypad for a text of this table (the jump dialog's lines); ok false and
+    // nothing when the table has no keypad or no application.
+    QString showKeypad(bool *ok, int radix, const QString &text, const QRect &cellRect);
+    // The input line the operator types into for the current cell, or null.
+    QWidget *inputWidget() const;
+    // A cell's text and binding text, also for rows whose items have not been made yet.
+    QString cellText(int row, int column);
+    QString cellBindingText(int row, int column);
+    // Makes the cell current and shows it, making its row's items first when needed.
+    void jumpToCell(int row, int column);
+    // The variable of the current cell, from its binding text: the fields as written (the channel
+    // 1-based), -1 without a current bound cell.
     int getVariableComId() const;
     int getVariableChannel() const;
     int getVariableClass() const;
     int getVariableAddress() const;
     int getVariableBit() const;
     QFont initFont() const;
+    // The record of the current cell's variable that editing uses.
+    const CurrentCell &currentCellRecord() const;
     // The stored contents as the items are now in a Designer form (its item editor changes them);
     // elsewhere the "data" value.
     QByteArray storedContents();
@@ -189,6 +222,24 @@ public Q_SLOTS:
     int getCurrentRow() const;
     int getCurrentColumn() const;
     void setCurrentCell(int row, int column);
+    void writeData(QTableWidgetItem *item);
+    void slotCurrentItemChanged(QTableWidgetItem *current, QTableWidgetItem *previous);
+    void setInputWidget(QWidget *widget);
+    void inputBackspace();
+    void moveUp();
+    void moveDown();
+    void moveLeft();
+    void moveRight();
+    void moveHome();
+    void moveEnd();
+    void pageUp();
+    void pageDown();
+    void pageLeft();
+    void pageRight();
+    void find(const QString &text);
+    void findNext();
+    void findPrevious();
+    void jumpTo(int column);
     void setColumnWidth(int column, int width);
     void setColumnHeaderLabel(int column, const QString &label);
     void setColumnHide(int column, bool hide);
@@ -225,6 +276,9 @@ protected:
     void scrollContentsBy(int dx, int dy) override;
 
 private:
+    void returnPressed();
+    void textChanged(int key);
+
     class Private;
     std::unique_ptr<Private> const d;
     friend class Private;

@@ -1,9 +1,12 @@
 #include "simulatedcontroller.h"
 
 #include "keypaddialog.h"
+#include "keypadplacement.h"
 #include "updatevariableinterface.h"
 #include "valueformatter.h"
 
+#include <QGuiApplication>
+#include <QScreen>
 #include <QTimer>
 #include <QWidget>
 
@@ -122,13 +125,18 @@ QString SimulatedController::showKeypad(bool *ok, int radix, const QString &text
                                         const QRect &formRect, QWidget *parent, int maxLength,
                                         int decimals, double lowest, double highest)
 {
-    Q_UNUSED(positionMode)
-    Q_UNUSED(itemRect)
-    Q_UNUSED(formRect)
     KeypadDialog dialog(parent);
     dialog.setEntry(radix, text, maxLength, decimals, lowest, highest);
-    if (customGeometry.isValid())
-        dialog.setGeometry(customGeometry);
+    const QPoint anchor = itemRect.isValid() ? itemRect.center() : formRect.center();
+    QScreen *screen = QGuiApplication::screenAt(anchor);
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    const QRect bounds = screen ? screen->availableGeometry() : QRect();
+    dialog.adjustSize();
+    m_lastKeypadGeometry = KeypadPlacement::place(positionMode, customGeometry, itemRect, formRect, dialog.size(), bounds);
+    dialog.setGeometry(m_lastKeypadGeometry);
+    if (m_keypadDriver)
+        QTimer::singleShot(0, &dialog, [this, &dialog] { m_keypadDriver(dialog); });
     const bool accepted = dialog.exec() == QDialog::Accepted;
     if (ok)
         *ok = accepted;

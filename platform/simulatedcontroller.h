@@ -9,7 +9,12 @@
 #include <QHash>
 #include <QObject>
 #include <QPointer>
+#include <QRect>
 #include <QSet>
+
+#include <functional>
+
+class KeypadDialog;
 
 // A controller in memory behind the application service: for the demo panel, for tests and for
 // trying forms without a machine. Deliveries happen on the GUI thread from the event loop, coalesced:
@@ -42,6 +47,13 @@ public:
     // Delivers pending changes now instead of from the event loop.
     void flushUpdates();
 
+    // Who answers the soft keypad in place of an operator (tests, scripted demos): called once the
+    // keypad is open; it types and accepts or rejects. None: the operator answers.
+    using KeypadDriver = std::function<void(KeypadDialog &)>;
+    void setKeypadDriver(KeypadDriver driver) { m_keypadDriver = std::move(driver); }
+    // Where the keypad last opened (screen coordinates).
+    QRect lastKeypadGeometry() const { return m_lastKeypadGeometry; }
+
 Q_SIGNALS:
     void bitChanged(int comId, int channel, int bitType, int address, int bitIndex, bool value);
     void dataChanged(int comId, int channel, int dataClass, int address, int value);
@@ -64,6 +76,8 @@ private:
     bool m_running = false;
     bool m_flushPending = false;
     bool m_flushing = false;
+    KeypadDriver m_keypadDriver;
+    QRect m_lastKeypadGeometry;
 };
 
 #endif
