@@ -41,6 +41,20 @@ QList<RecordingQeltApp::Call> RecordingQeltApp::callsNamed(const QString &name) 
     return out;
 }
 
+QStringList RecordingQeltApp::writes() const
+{
+    QStringList out;
+    for (const Call &c : m_calls) {
+        if (c.name != QLatin1String("setBit") && c.name != QLatin1String("setData"))
+            continue;
+        QStringList args;
+        for (const QVariant &a : c.args)
+            args.append(a.toString());
+        out.append(QStringLiteral("%1(%2)").arg(c.name, args.join(QLatin1Char(','))));
+    }
+    return out;
+}
+
 bool RecordingQeltApp::getBit(int channel, int bitType, int address, int bitIndex, int comId)
 {
     log("getBit", {channel, bitType, address, bitIndex, comId});

@@ -44,6 +44,8 @@ public:
     const QList<Call> &calls() const { return m_calls; }
     QStringList callNames() const;
     QList<Call> callsNamed(const QString &name) const;
+    // The setBit and setData calls in order, each as "setData(0,4,3,10,0)".
+    QStringList writes() const;
     void clearCalls() { m_calls.clear(); }
     // Registrations currently held (removeUIVariable drops them), in registration order.
     QList<Registration> registrations() const { return m_registrations; }

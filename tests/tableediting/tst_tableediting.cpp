@@ -1,0 +1,512 @@
+// How an operator changes the parameter table, on a recording application: the numbers the keypad
+// and the input line turn into (and the ones they refuse), what is written where, the drive's
+// follow-up for bus parameters, the authority check, the free-entry mode, navigation over hidden
+// and unselectable cells, and the keypad settings.
+#include "currentcell.h"
+#include "inputwidget.h"
+#include "norvointerface_z3.h"
+#include "tabletestsupport.h"
+#include "valueconversion.h"
+
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QSignalSpy>
+
+using namespace TableTest;
+
+namespace {
+
+constexpr double Big = 1000000000.0;
+
+// A 3 x 2 table whose cell (1, 1) carries binding and shows "7", current and with the keypad on.
+struct EditPanel : Panel
+{
+    InputWidget input;
+
+    explicit EditPanel(const QString &binding, int rows = 3)
+        : Panel(rows, 2, contents(rows, 2, [&](int r, int c) { return r == 1 && c == 1 ? binding : QString(); },
+                                  [](QTableWidgetItem *item, int, int) { item->setText(QStringLiteral("7")); }))
+    {
+        table->setSoftKeypad(true);
+        table->setInputWidget(&input);
+        show();
+        table->setCurrentCell(1, 1);
+        app.clearCalls();
+    }
+    void click() { table->writeData(table->item(1, 1)); }
+    void typeAndReturn(const QString &text)
+    {
+        input.setText(text);
+        QTest::keyClick(table, Qt::Key_Return);
+    }
+};
+
+} // namespace
+
+class TstTableEditing : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
+
+    void keypadConversion_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("sizeCode");
+        QTest::addColumn<int>("radix");
+        QTest::addColumn<int>("decimals");
+        QTest::addColumn<double>("lowest");
+        QTest::addColumn<double>("highest");
+        QTest::addColumn<QVariant>("word"); // invalid: refused
+        const QVariant refused;
+        QTest::newRow("decimal, 2 places") << "12.345" << 4 << 10 << 2 << -Big << Big << QVariant(1234);
+        QTest::newRow("decimal, toward zero") << "-0.005" << 4 << 10 << 2 << -Big << Big << QVariant(0);
+        QTest::newRow("decimal zero") << "0" << 4 << 10 << 2 << -Big << Big << QVariant(0);
+        QTest::newRow("decimal, negative") << "-1.239" << 4 << 10 << 2 << -Big << Big << QVariant(-124);
+        QTest::newRow("decimal past the word") << "30000000" << 4 << 10 << 2 << -Big << Big << refused;
+        QTest::newRow("exponent past every range") << "1e300" << 4 << 10 << 0 << -Big << Big << refused;
+        QTest::newRow("sign alone") << "-" << 4 << 10 << 0 << -Big << Big << refused;
+        QTest::newRow("point alone") << "." << 4 << 10 << 0 << -Big << Big << refused;
+        QTest::newRow("above the cell's range") << "10.5" << 4 << 10 << 1 << 0.0 << 10.0 << refused;
+        QTest::newRow("signed hex") << "-1A" << 0 << 16 << 0 << -Big << Big << QVariant(-26);
+        QTest::newRow("signed binary") << "101" << 1 << 2 << 0 << -Big << Big << QVariant(5);
+        QTest::newRow("signed past 32 bits") << "2147483648" << 1 << 10 << 0 << -1e12 << 1e12 << refused;
+        QTest::newRow("hex digit out of range") << "1G" << 0 << 16 << 0 << -Big << Big << refused;
+        QTest::newRow("octal digit out of range") << "18" << 2 << 8 << 0 << -Big << Big << refused;
+        QTest::newRow("binary digit out of range") << "102" << 3 << 2 << 0 << -Big << Big << refused;
+        QTest::newRow("unsigned octal") << "17" << 2 << 8 << 0 << -Big << Big << QVariant(15);
+        QTest::newRow("unsigned full word, bit for bit") << "FFFFFFFF" << 3 << 16 << 0 << 0.0 << 5e9 << QVariant(-1);
+        QTest::newRow("unsigned past 32 bits") << "100000000" << 3 << 16 << 0 << 0.0 << 1e12 << refused;
+        QTest::newRow("unsigned negative") << "-1" << 2 << 10 << 0 << -Big << Big << refused;
+        QTest::newRow("unknown size code") << "55" << 9 << 10 << 0 << -Big << Big << QVariant(0);
+    }
+    void keypadConversion()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, sizeCode);
+        QFETCH(int, radix);
+        QFETCH(int, decimals);
+        QFETCH(double, lowest);
+        QFETCH(double, highest);
+        QFETCH(QVariant, word);
+        const auto value = ValueConversion::fromKeypad(text, sizeCode, radix, decimals, lowest, highest);
+        QCOMPARE(value.has_value(), word.isValid());
+        if (value)
+            QCOMPARE(*value, word.toInt());
+    }
+
+    void currentCellRecord_data()
+    {
+        QTest::addColumn<QString>("binding");
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<QVariantList>("record"); // bound, value, bit, channel, class/type, address, bit, decimals, lowest, highest, size, radix, link
+        QTest::newRow("value, short") << "2@3@200@8@2@-5@99" << 0
+                                      << QVariantList{true, true, false, 1, 3, 200, 0, 2, -5.0, 99.0, 4, 10, 0};
+        QTest::newRow("value, long form") << "1@0@7@4@0@0@255@2@1@3" << 0
+                                          << QVariantList{true, true, false, 0, 0, 7, 0, 0, 0.0, 255.0, 2, 16, 3};
+        QTest::newRow("value without limits") << "1@1@9@8@1" << 0
+                                              << QVariantList{true, true, false, 0, 1, 9, 0, 1, -Big, Big, 4, 10, 0};
+        QTest::newRow("bit") << "bit@2@1@30@5@4" << 0
+                             << QVariantList{true, false, true, 1, 1, 30, 5, 0, 0.0, 1.0, 3, 2, 4};
+        QTest::newRow("short number entry") << "3" << 0
+                                            << QVariantList{false, false, false, 0, -1, 0, 0, 3, -99999999.0, 99999999.0, 4, 10, 0};
+        QTest::newRow("short value") << "1" << 0 << QVariantList{true, true, false, 0, -1, 0, 0, 0, -Big, Big, 4, 10, 0};
+        QTest::newRow("text") << "Feed" << 0 << QVariantList{false, false, false, 0, -1, 0, 0, 0, -Big, Big, 4, 10, 0};
+        QTest::newRow("free entry") << "Feed" << 1 << QVariantList{true, false, false, 0, -1, 0, 0, 0, -Big, Big, 4, 10, 0};
+    }
+    void currentCellRecord()
+    {
+        QFETCH(QString, binding);
+        QFETCH(int, mode);
+        QFETCH(QVariantList, record);
+        QTableWidgetItem item;
+        item.setWhatsThis(binding);
+        const CurrentCell c = CurrentCell::of(&item, mode);
+        const QVariantList got{c.bound, c.isValue, c.isBit, c.channel, c.isBit ? c.bitType : c.dataClass,
+                               c.address, c.bitIndex, c.decimals, c.lowest, c.highest, c.sizeCode, c.radix, c.comId};
+        QCOMPARE(got, record);
+        item.setFlags(item.flags() & ~Qt::ItemIsEditable);
+        QCOMPARE(CurrentCell::of(&item, 0).bound, false);
+    }
+
+    void keypadWrites_data()
+    {
+        QTest::addColumn<QString>("binding");
+        QTest::addColumn<QString>("answer");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<QStringList>("writes");
+        QTest::newRow("value") << "1@0@100@8@2@0@9999" << "12.345" << true << QStringList{"setData(0,0,100,1234,0)"};
+        QTest::newRow("hex word on a link") << "2@3@7@4@0@0@1000@2@1@3" << "FF" << true
+                                            << QStringList{"setData(1,3,7,255,3)"};
+        QTest::newRow("bit on") << "bit@2@1@30@5@0" << "1" << true << QStringList{"setBit(1,1,30,5,true,0)"};
+        QTest::newRow("bit off") << "bit@1@0@4@0@2" << "0" << true << QStringList{"setBit(0,0,4,0,false,2)"};
+        QTest::newRow("cancelled") << "1@0@100@8@2@0@9999" << "5" << false << QStringList{};
+        QTest::newRow("refused: outside the range") << "1@0@100@8@2@0@10" << "11" << true << QStringList{};
+        QTest::newRow("refused: not a number") << "1@0@100@8@0@0@10" << "-" << true << QStringList{};
+        QTest::newRow("text cell: no keypad") << "Feed" << "5" << true << QStringList{};
+    }
+    void keypadWrites()
+    {
+        QFETCH(QString, binding);
+        QFETCH(QString, answer);
+        QFETCH(bool, ok);
+        QFETCH(QStringList, writes);
+        EditPanel p(binding);
+        QSignalSpy finished(p.table, &TableWidget::editingFinished);
+        p.app.setKeypadAnswer(answer, ok);
+        p.click();
+        QCOMPARE(p.app.writes(), writes);
+        QCOMPARE(finished.count(), writes.isEmpty() ? 0 : 1);
+        const auto keypad = p.app.callsNamed(QStringLiteral("showKeypad"));
+        QCOMPARE(keypad.size(), binding == QLatin1String("Feed") ? 0 : 1);
+    }
+
+    void keypadArguments()
+    {
+        EditPanel p(QStringLiteral("1@0@100@8@2@-5@99@4@1@0"));
+        p.table->setSoftKeypadAutoAdjust(false);
+        p.table->setSoftKeypadGeometry(QRect(10, 20, 300, 200));
+        p.app.setKeypadAnswer(QString(), false);
+        p.click();
+        const QVariantList args = p.app.callsNamed(QStringLiteral("showKeypad")).value(0).args;
+        QCOMPARE(args.size(), 11);
+        QCOMPARE(args.at(0).toInt(), 16);
+        QCOMPARE(args.at(1).toString(), p.table->item(1, 1)->text());
+        QCOMPARE(args.at(2).toInt(), int(TableWidget::Custom));
+        QCOMPARE(args.at(3).toRect(), QRect(10, 20, 300, 200));
+        const QRect cell = p.table->visualItemRect(p.table->item(1, 1));
+        const QPoint topLeft = p.table->mapToGlobal(cell.topLeft() + QPoint(p.table->verticalHeader()->width(),
+                                                                             p.table->horizontalHeader()->height()));
+        QCOMPARE(args.at(4).toRect(), QRect(topLeft, cell.size()));
+        QCOMPARE(args.at(5).toRect(), p.form.geometry());
+        QCOMPARE(args.at(6).toULongLong(), 0ull);
+        QCOMPARE(args.at(7).toInt(), 20);
+        QCOMPARE(args.at(8).toInt(), 2);
+        QCOMPARE(args.at(9).toDouble(), -5.0);
+        QCOMPARE(args.at(10).toDouble(), 99.0);
+    }
+
+    void nothingWithoutAuthorityOrKeypad_data()
+    {
+        QTest::addColumn<int>("authority");
+        QTest::addColumn<bool>("softKeypad");
+        QTest::addColumn<int>("refusals");
+        QTest::addColumn<int>("keypads");
+        QTest::newRow("authority too low") << 3 << true << 1 << 0;
+        QTest::newRow("keypad off") << 0 << false << 0 << 0;
+        QTest::newRow("granted") << 9 << true << 0 << 1;
+    }
+    void nothingWithoutAuthorityOrKeypad()
+    {
+        QFETCH(int, authority);
+        QFETCH(bool, softKeypad);
+        QFETCH(int, refusals);
+        QFETCH(int, keypads);
+        EditPanel p(QStringLiteral("1@0@100@8@0@0@99"));
+        QSignalSpy refused(NORVOInterface_Z3::initialization(), &NORVOInterface_Z3::authorityRefused);
+        p.table->setOperationalAuthority(authority);
+        p.table->updateAuthority(5);
+        p.table->setSoftKeypad(softKeypad);
+        p.app.setKeypadAnswer(QStringLiteral("5"), true);
+        p.click();
+        p.typeAndReturn(QStringLiteral("6"));
+        QCOMPARE(refused.count(), 2 * refusals);
+        if (refusals)
+            QCOMPARE(refused.first().first().toInt(), authority);
+        QCOMPARE(p.app.callsNamed(QStringLiteral("showKeypad")).size(), keypads);
+        QCOMPARE(p.app.writes().size(), refusals ? 0 : keypads + 1);
+    }
+
+    void freeEntryMode()
+    {
+        EditPanel p(QStringLiteral("Feed"));
+        QSignalSpy finished(p.table, &TableWidget::editingFinished);
+        p.table->setMode(1);
+        p.table->setCurrentCell(1, 0);
+        p.table->setCurrentCell(1, 1);
+        p.app.setKeypadAnswer(QStringLiteral("Hello"), true);
+        p.click(); // column not marked editable
+        QCOMPARE(p.app.callsNamed(QStringLiteral("showKeypad")).size(), 0);
+        p.table->setColumnEditable(1, true);
+        p.click();
+        const QVariantList args = p.app.callsNamed(QStringLiteral("showKeypad")).value(0).args;
+        QCOMPARE(args.value(0).toInt(), 10);
+        QCOMPARE(args.value(8).toInt(), 3);
+        QCOMPARE(args.value(9).toDouble(), -2147483648.0);
+        QCOMPARE(args.value(10).toDouble(), 2147483647.0);
+        QCOMPARE(p.table->item(1, 1)->text(), QStringLiteral("Hello"));
+        QCOMPARE(finished.count(), 1);
+        p.typeAndReturn(QStringLiteral("Typed"));
+        QCOMPARE(p.table->item(1, 1)->text(), QStringLiteral("Typed"));
+        p.table->setItemEditable(1, 1, false);
+        p.click();
+        QCOMPARE(p.app.callsNamed(QStringLiteral("showKeypad")).size(), 1);
+        p.typeAndReturn(QStringLiteral("Refused"));
+        QCOMPARE(p.input.toolTip(), QStringLiteral("Invilid Input"));
+        QCOMPARE(p.table->item(1, 1)->text(), QStringLiteral("Typed"));
+        QVERIFY(p.input.text().isEmpty());
+        QVERIFY(p.app.writes().isEmpty());
+    }
+
+    void typing_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<QString>("binding");
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("tip");
+        QTest::newRow("digits and point") << 0 << "1@0@1@8@2@0@99" << "12.5" << "12.5" << "";
+        QTest::newRow("letters stay out") << 0 << "1@0@1@8@2@0@99" << "1a2" << "12" << "";
+        QTest::newRow("minus goes in front") << 0 << "1@0@1@8@2@0@99" << "5-" << "-5" << "";
+        QTest::newRow("minus again removes it") << 0 << "1@0@1@8@2@0@99" << "5--" << "5" << "";
+        QTest::newRow("plus stays out") << 0 << "1@0@1@8@2@0@99" << "+5" << "5" << "";
+        QTest::newRow("second point refused") << 0 << "1@0@1@8@2@0@99" << "1..2" << "1.2" << "Invilid Input!";
+        QTest::newRow("backspace") << 0 << "1@0@1@8@2@0@99" << "123\b" << "12" << "";
+        QTest::newRow("text cell takes nothing") << 0 << "Feed" << "12" << "" << "";
+        QTest::newRow("free entry: any character") << 1 << "Feed" << "ab+c" << "ab+c" << "";
+        QTest::newRow("free entry: sign toggles") << 1 << "Feed" << "x-y-" << "xy" << "";
+        QTest::newRow("free entry: plus removes minus") << 1 << "Feed" << "-4+" << "4" << "";
+    }
+    void typing()
+    {
+        QFETCH(int, mode);
+        QFETCH(QString, binding);
+        QFETCH(QString, keys);
+        QFETCH(QString, text);
+        QFETCH(QString, tip);
+        EditPanel p(binding);
+        p.table->setMode(mode);
+        p.table->setCurrentCell(1, 0);
+        p.table->setCurrentCell(1, 1);
+        for (const QChar c : keys) {
+            if (c == QLatin1Char('\b'))
+                QTest::keyClick(p.table, Qt::Key_Backspace);
+            else
+                QTest::keyClick(p.table, c.toLatin1());
+        }
+        QCOMPARE(p.input.text(), text);
+        QCOMPARE(p.input.toolTip(), tip);
+        QVERIFY(p.app.writes().isEmpty());
+    }
+
+    void inputLine_data()
+    {
+        QTest::addColumn<QString>("binding");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QStringList>("writes");
+        QTest::addColumn<QString>("cell"); // the text cell's text afterwards
+        QTest::newRow("value, 2 places") << "1@0@100@8@2@-100@100" << "12.34" << QStringList{"setData(0,0,100,1234,0)"} << "";
+        QTest::newRow("more places than the cell, negative") << "1@0@100@8@3@-100@100" << "-0.0001" << QStringList{} << "";
+        QTest::newRow("value, 3 places") << "1@0@100@8@3@-100@100" << "-0.005" << QStringList{"setData(0,0,100,-5,0)"} << "";
+        QTest::newRow("value zero") << "1@0@100@8@2@-100@100" << "0" << QStringList{"setData(0,0,100,0,0)"} << "";
+        QTest::newRow("more places than the cell") << "1@0@100@8@2@-100@100" << "12.345" << QStringList{} << "";
+        QTest::newRow("value above range") << "1@0@100@8@2@-100@100" << "100.01" << QStringList{} << "";
+        QTest::newRow("value with exponent") << "1@0@100@8@0@-1e9@1e9" << "1e3" << QStringList{} << "";
+        QTest::newRow("value past the word") << "1@0@100@8@2@-1e9@1e9" << "30000000" << QStringList{} << "";
+        QTest::newRow("bit 1") << "bit@1@0@4@2@0" << "1" << QStringList{"setBit(0,0,4,2,true,0)"} << "";
+        QTest::newRow("bit 0") << "bit@1@0@4@2@0" << "0" << QStringList{"setBit(0,0,4,2,false,0)"} << "";
+        QTest::newRow("bit 2 refused") << "bit@1@0@4@2@0" << "2" << QStringList{} << "";
+        QTest::newRow("bit fraction refused") << "bit@1@0@4@2@0" << "0.5" << QStringList{} << "";
+        QTest::newRow("text cell takes the text") << "Feed" << "Fast" << QStringList{} << "Fast";
+    }
+    void inputLine()
+    {
+        QFETCH(QString, binding);
+        QFETCH(QString, typed);
+        QFETCH(QStringList, writes);
+        QFETCH(QString, cell);
+        EditPanel p(binding);
+        const QString before = p.table->item(1, 1)->text();
+        QSignalSpy finished(p.table, &TableWidget::editingFinished);
+        p.typeAndReturn(typed);
+        QCOMPARE(p.app.writes(), writes);
+        QCOMPARE(p.table->item(1, 1)->text(), cell.isEmpty() ? before : cell);
+        const bool accepted = !writes.isEmpty() || !cell.isEmpty();
+        QCOMPARE(finished.count(), accepted ? 1 : 0);
+        QCOMPARE(p.input.toolTip(), accepted ? QString() : QStringLiteral("invalid inputs!"));
+        QVERIFY(p.input.text().isEmpty());
+    }
+
+    void busFollowUp_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<int>("servo");
+        QTest::addColumn<QString>("binding");
+        QTest::addColumn<QStringList>("writes");
+        QTest::newRow("general") << int(TableWidget::M3) << int(TableWidget::General) << "1@4@4010@8@0@0@99999@4@0@2"
+                                 << QStringList{"setData(0,4,4010,5,2)", "setData(0,4,3,10,0)", "setData(0,4,2,7,2)"};
+        QTest::newRow("device") << int(TableWidget::M3) << int(TableWidget::Device) << "2@4@4205@8@0@0@99999"
+                                << QStringList{"setData(1,4,4205,5,0)", "setData(1,4,3,5,0)", "setData(1,4,2,107,0)"};
+        QTest::newRow("not a bus word") << int(TableWidget::M3) << int(TableWidget::General) << "1@0@4010@8@0@0@99999"
+                                        << QStringList{"setData(0,0,4010,5,0)"};
+        QTest::newRow("normal table") << int(TableWidget::Normal) << int(TableWidget::General) << "1@4@4010@8@0@0@99999"
+                                      << QStringList{"setData(0,4,4010,5,0)"};
+    }
+    void busFollowUp()
+    {
+        QFETCH(int, type);
+        QFETCH(int, servo);
+        QFETCH(QString, binding);
+        QFETCH(QStringList, writes);
+        EditPanel p(binding);
+        p.table->setParameterType(TableWidget::ParameterType(type));
+        p.table->setBusServoParameterType(TableWidget::BusServoParameterType(servo));
+        p.app.setKeypadAnswer(QStringLiteral("5"), true);
+        p.click();
+        QCOMPARE(p.app.writes(), writes);
+        p.app.clearCalls();
+        p.typeAndReturn(QStringLiteral("5"));
+        QCOMPARE(p.app.writes(), writes);
+    }
+
+    void recordFollowsNewContents()
+    {
+        EditPanel p(QStringLiteral("1@0@100@8@0@0@99"));
+        p.table->setData(contents(3, 2, [](int r, int c) {
+            return r == 1 && c == 1 ? QStringLiteral("1@0@200@8@0@0@99") : QString();
+        }));
+        QCOMPARE(p.table->item(1, 1)->whatsThis(), QStringLiteral("1@0@200@8@0@0@99"));
+        QCOMPARE(p.table->currentCellRecord().address, 200);
+        p.app.setKeypadAnswer(QStringLiteral("5"), true);
+        p.click();
+        QCOMPARE(p.app.writes(), QStringList{"setData(0,0,200,5,0)"});
+    }
+
+    void navigation_data()
+    {
+        QTest::addColumn<QPoint>("start"); // row, column
+        QTest::addColumn<int>("key");
+        QTest::addColumn<QPoint>("end");
+        QTest::newRow("down over a disabled row") << QPoint(1, 1) << int(Qt::Key_Down) << QPoint(3, 1);
+        QTest::newRow("up over a disabled row") << QPoint(3, 1) << int(Qt::Key_Up) << QPoint(1, 1);
+        QTest::newRow("up at the top") << QPoint(0, 1) << int(Qt::Key_Up) << QPoint(0, 1);
+        QTest::newRow("down at the bottom") << QPoint(5, 1) << int(Qt::Key_Down) << QPoint(5, 1);
+        QTest::newRow("right over a hidden column") << QPoint(0, 1) << int(Qt::Key_Right) << QPoint(0, 3);
+        QTest::newRow("left over a hidden column") << QPoint(0, 3) << int(Qt::Key_Left) << QPoint(0, 1);
+        QTest::newRow("right over an unselectable cell") << QPoint(4, 0) << int(Qt::Key_Right) << QPoint(4, 3);
+        QTest::newRow("left at column 0") << QPoint(0, 0) << int(Qt::Key_Left) << QPoint(0, 0);
+        QTest::newRow("right at the last column") << QPoint(0, 3) << int(Qt::Key_Right) << QPoint(0, 3);
+        QTest::newRow("home skips the disabled row") << QPoint(5, 0) << int(Qt::Key_Home) << QPoint(0, 0);
+        QTest::newRow("end") << QPoint(0, 1) << int(Qt::Key_End) << QPoint(5, 1);
+    }
+    void navigation()
+    {
+        QFETCH(QPoint, start);
+        QFETCH(int, key);
+        QFETCH(QPoint, end);
+        // Row 2 is disabled, cell (4, 1) is enabled but not selectable, column 2 is hidden.
+        Panel p(6, 4, contents(6, 4, [](int, int) { return QString(); }, [](QTableWidgetItem *item, int r, int c) {
+            item->setText(QStringLiteral("%1,%2").arg(r).arg(c));
+            if (r == 2)
+                item->setFlags(Qt::NoItemFlags);
+            if (r == 4 && c == 1)
+                item->setFlags(Qt::ItemIsEnabled);
+        }));
+        p.show();
+        p.table->setColumnHidden(2, true);
+        p.table->setCurrentCell(start.x(), start.y());
+        QTest::keyClick(p.table, Qt::Key(key));
+        QCOMPARE(QPoint(p.table->currentRow(), p.table->currentColumn()), end);
+    }
+
+    void scrollingAtTheEdgesAndPages()
+    {
+        Panel p(200, 30, contents(200, 30, [](int, int) { return QString(); },
+                                  [](QTableWidgetItem *item, int, int) { item->setText(QStringLiteral("x")); }));
+        p.show();
+        QScrollBar *horizontal = p.table->horizontalScrollBar();
+        QScrollBar *vertical = p.table->verticalScrollBar();
+        p.table->setCurrentCell(0, 0);
+        horizontal->setValue(horizontal->maximum());
+        p.table->moveLeft();
+        QCOMPARE(horizontal->value(), horizontal->minimum());
+        QCOMPARE(p.table->currentColumn(), 0);
+        p.table->setCurrentCell(0, 29);
+        horizontal->setValue(horizontal->minimum());
+        p.table->moveRight();
+        QCOMPARE(horizontal->value(), horizontal->maximum());
+        const int first = p.table->rowAt(0);
+        const int last = p.table->rowAt(p.table->viewport()->height());
+        p.table->pageDown();
+        QCOMPARE(vertical->pageStep(), last - first);
+        QCOMPARE(vertical->value(), last - first);
+        p.table->pageUp();
+        QCOMPARE(vertical->value(), 0);
+        p.table->pageRight();
+        QVERIFY(horizontal->value() > 0);
+    }
+
+    void keypadSettings()
+    {
+        NORVOInterface_Z3::initialization()->setKeypadModeSize(5);
+        TableWidget t;
+        QCOMPARE(NORVOInterface_Z3::initialization()->keypadModeSize(), 3);
+        NORVOInterface_Z3::initialization()->setKeypadModeSize(5);
+        NKeyPadStruct k = t.keyPad();
+        QCOMPARE(NORVOInterface_Z3::initialization()->keypadModeSize(), 3);
+        QCOMPARE(k, NKeyPadStruct());
+        QCOMPARE(t.softKeypadPosition(), TableWidget::Auto);
+        QCOMPARE(t.softKeypadGeometry(), QRect(0, 0, 0, 0));
+        t.setSoftKeypad(true);
+        t.setSoftKeypad(false);
+        QCOMPARE(t.keyPad().enabled, 1); // only the first call reaches the record
+        t.setSoftKeypadAutoAdjust(false);
+        QCOMPARE(t.softKeypadPosition(), TableWidget::Custom);
+        QCOMPARE(t.keyPad().position, 2);
+        t.setSoftKeypadGeometry(QRect(10, 20, 300, 200));
+        k = t.keyPad();
+        QCOMPARE(QRect(k.x, k.y, k.width, k.height), QRect(10, 20, 300, 200));
+        t.setSoftKeypadAutoAdjust(true);
+        QCOMPARE(t.keyPad().position, 0);
+
+        TableWidget other;
+        NKeyPadStruct mine;
+        mine.flag1 = 'a';
+        mine.text = QStringLiteral("kept");
+        other.setKeyPad(mine);
+        other.setSoftKeypad(true);
+        QCOMPARE(other.keyPad().enabled, 0);
+        QCOMPARE(other.keyPad().flag1, 'a');
+        QCOMPARE(other.keyPad().text, QStringLiteral("kept"));
+        QCOMPARE(other.property("keyPad").value<NKeyPadStruct>(), other.keyPad());
+    }
+
+    void signalsOfChanges()
+    {
+        EditPanel p(QStringLiteral("Feed"));
+        QSignalSpy changed(p.table, &TableWidget::cellItemChanged);
+        QSignalSpy current(p.table, &TableWidget::currentCellTextChanged);
+        p.table->item(0, 0)->setText(QStringLiteral("a"));
+        p.table->item(1, 1)->setText(QStringLiteral("b"));
+        QCOMPARE(changed.count(), 2);
+        QCOMPARE(changed.at(1), (QList<QVariant>{1, 1, QStringLiteral("b")}));
+        QCOMPARE(current.count(), 1);
+        QCOMPARE(current.first().first().toString(), QStringLiteral("b"));
+    }
+
+    void variableAccessors_data()
+    {
+        QTest::addColumn<QString>("binding");
+        QTest::addColumn<QList<int>>("fields"); // link, channel, class or type, address, bit
+        QTest::newRow("value") << "2@3@200@8@0@0@9@4@0@5" << QList<int>{5, 2, 3, 200, -1};
+        QTest::newRow("value, short form") << "1@0@100@8@2@0" << QList<int>{0, 1, 0, 100, -1};
+        QTest::newRow("bit") << "bit@2@1@30@5@4" << QList<int>{4, 2, 1, 30, 5};
+        QTest::newRow("too few fields") << "1@0@100@8" << QList<int>{-1, -1, -1, -1, -1};
+        QTest::newRow("no binding") << "" << QList<int>{-1, -1, -1, -1, -1};
+    }
+    void variableAccessors()
+    {
+        QFETCH(QString, binding);
+        QFETCH(QList<int>, fields);
+        EditPanel p(binding);
+        const QList<int> got{p.table->getVariableComId(), p.table->getVariableChannel(), p.table->getVariableClass(),
+                             p.table->getVariableAddress(), p.table->getVariableBit()};
+        QCOMPARE(got, fields);
+        p.table->setCurrentItem(nullptr);
+        QCOMPARE(p.table->getVariableAddress(), -1);
+    }
+};
+
+QTEST_MAIN(TstTableEditing)
+#include "tst_tableediting.moc"

@@ -1,0 +1,388 @@
+// Finding parameters in a long table: the text search with its wrap-around box, the jump dialog's
+// patterns (fields and short forms), its five methods over rows not made yet, its labels, keys and
+// offered methods, and the soft-key bar it borrows while open.
+#include "buttongroup.h"
+#include "functionbutton.h"
+#include "jumppattern.h"
+#include "jumpsearch.h"
+#include "jumptodialog.h"
+#include "norvointerface_z3.h"
+#include "tabletestsupport.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+
+#include <functional>
+
+using namespace TableTest;
+
+namespace {
+
+// Answers the modal windows the table opens, one at a time as they come: message boxes are
+// counted and closed, the jump dialog is handed to the next step of the script.
+class ModalDriver
+{
+public:
+    using Step = std::function<void(JumpToDialog *)>;
+
+    explicit ModalDriver(QList<Step> steps = {})
+        : m_steps(std::move(steps))
+    {
+        m_timer.setInterval(5);
+        QObject::connect(&m_timer, &QTimer::timeout, [this] { poll(); });
+        m_timer.start();
+    }
+    int boxes() const { return m_boxes; }
+
+private:
+    void poll()
+    {
+        QWidget *modal = QApplication::activeModalWidget();
+        if (auto *box = qobject_cast<QMessageBox *>(modal)) {
+            ++m_boxes;
+            box->accept();
+        } else if (auto *dialog = qobject_cast<JumpToDialog *>(modal); dialog && dialog->isVisible()) {
+            if (m_steps.isEmpty()) {
+                dialog->reject();
+                return;
+            }
+            m_steps.takeFirst()(dialog);
+        }
+    }
+
+    QTimer m_timer;
+    QList<Step> m_steps;
+    int m_boxes = 0;
+};
+
+// Rows: "Name r" in column 0, the row number in column 1, a bound cell in column 2.
+QString cellOf(int r, int c)
+{
+    if (c == 0)
+        return QStringLiteral("Name %1").arg(r);
+    if (c == 1)
+        return QString::number(r % 50);
+    return QString();
+}
+
+QString bindingOf(int r, int c)
+{
+    if (c != 2)
+        return QString();
+    if (r == 40)
+        return QStringLiteral("1@3@200@8@0@0@99@4@0@0"); // register 200
+    if (r == 70)
+        return QStringLiteral("bit@1@10@5@3@0"); // register 5, bit 3
+    if (r == 90)
+        return QStringLiteral("bit@2@1@12@0@1"); // output bit 12 on channel 2, link 1
+    if (r == 4500)
+        return QStringLiteral("1@0@100@8@2@0@9999@4@0@0"); // user word 100, far down
+    return QStringLiteral("1@0@%1@8@0@0@9").arg(1000 + r);
+}
+
+struct SearchPanel : Panel
+{
+    explicit SearchPanel(int rows = 5000)
+        : Panel(rows, 3, contents(rows, 3, bindingOf, [](QTableWidgetItem *item, int r, int c) {
+            if (c < 2)
+                item->setText(cellOf(r, c));
+        }))
+    {
+        show();
+        table->setCurrentCell(0, 0);
+    }
+    QPoint current() const { return QPoint(table->currentRow(), table->currentColumn()); }
+};
+
+template<typename T>
+T *child(QWidget *dialog, const char *name)
+{
+    return dialog->findChild<T *>(QLatin1String(name));
+}
+
+} // namespace
+
+class TstTableSearch : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
+
+    void patterns_data()
+    {
+        QTest::addColumn<int>("method");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("fields"); // class index, channel, address, bit index, link
+        QTest::addColumn<QString>("pattern");    // empty: refused
+        const QString any = QStringLiteral("\\S+");
+        const QString value = QStringLiteral("%1@%2@%3@\\S+@\\S+@\\S+@\\S+@\\S+@\\S+@%4");
+        const QString bit = QStringLiteral("bit@%1@%2@%3@%4@%5");
+        QTest::newRow("row") << 0 << "12" << QStringList{} << "12";
+        QTest::newRow("row not a number") << 0 << "x" << QStringList{} << "";
+        QTest::newRow("number") << 1 << " 7 " << QStringList{} << "7";
+        QTest::newRow("text") << 2 << "Feed" << QStringList{} << "Feed";
+        QTest::newRow("empty text") << 2 << "" << QStringList{} << "";
+        QTest::newRow("exact value") << 3 << "" << QStringList{"3", "1", "200", "", "0"} << value.arg("1", "3", "200", "0");
+        QTest::newRow("exact bit") << 3 << "" << QStringList{"16", "1", "5", "03", "0"} << bit.arg("1", "10", "5", "3", "0");
+        QTest::newRow("exact, address not a number") << 3 << "" << QStringList{"0", "1", "2+", "", "0"} << "";
+        QTest::newRow("exact bit without its index") << 3 << "" << QStringList{"7", "1", "5", "", "0"} << "";
+        QTest::newRow("U100") << 4 << "U100" << QStringList{} << value.arg(any, "0", "100", any);
+        QTest::newRow("R5.3") << 4 << "R5.3" << QStringList{} << bit.arg(any, "10", "5", "3", any);
+        QTest::newRow("IB12 on channel 2, link 1") << 4 << "Z2 IB12T1" << QStringList{} << bit.arg("2", "0", "12", any, "1");
+        QTest::newRow("CnB3") << 4 << "CnB3" << QStringList{} << bit.arg(any, "5", "3", any, any);
+        QTest::newRow("TmB4 is no T") << 4 << "TmB4" << QStringList{} << bit.arg(any, "6", "4", any, any);
+        QTest::newRow("B alone is the bus") << 4 << "B7" << QStringList{} << value.arg(any, "4", "7", any);
+        QTest::newRow("B never inside IB") << 4 << "IB7" << QStringList{} << bit.arg(any, "0", "7", any, any);
+        QTest::newRow("left over") << 4 << "U100X" << QStringList{} << "";
+        QTest::newRow("two variables") << 4 << "U100 R5" << QStringList{} << "";
+        QTest::newRow("no variable") << 4 << "Z1" << QStringList{} << "";
+        QTest::newRow("fractional channel") << 4 << "U1Z1.5" << QStringList{} << "";
+        QTest::newRow("address past the word") << 4 << "U99999999999" << QStringList{} << "";
+        QTest::newRow("lower case") << 4 << "u100" << QStringList{} << "";
+    }
+    void patterns()
+    {
+        QFETCH(int, method);
+        QFETCH(QString, text);
+        QFETCH(QStringList, fields);
+        QFETCH(QString, pattern);
+        JumpPattern::Input input;
+        input.method = method;
+        input.text = text;
+        if (!fields.isEmpty()) {
+            input.classIndex = fields.at(0).toInt();
+            input.channel = fields.at(1);
+            input.address = fields.at(2);
+            input.bitIndex = fields.at(3);
+            input.com = fields.at(4);
+        }
+        const auto built = JumpPattern::build(input);
+        QCOMPARE(built.value_or(QString()), pattern);
+    }
+
+    void jumpMethods_data()
+    {
+        QTest::addColumn<int>("method");
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<QList<QPoint>>("hits"); // successive searches; (-1, -1): not found
+        const QPoint none(-1, -1);
+        QTest::newRow("row 0") << 0 << "0" << QList<QPoint>{none};
+        QTest::newRow("row past the end") << 0 << "5001" << QList<QPoint>{none};
+        QTest::newRow("row far down") << 0 << "4321" << QList<QPoint>{QPoint(4320, 0)};
+        QTest::newRow("number, then the next one") << 1 << "7" << QList<QPoint>{QPoint(7, 0), QPoint(57, 0)};
+        QTest::newRow("text, once round") << 2 << "Name 4999" << QList<QPoint>{QPoint(4999, 0), QPoint(4999, 0)};
+        QTest::newRow("text missing") << 2 << "Name" << QList<QPoint>{none};
+        QTest::newRow("exact register word")
+            << 3 << JumpPattern::valuePattern("1", "3", "200", "0") << QList<QPoint>{QPoint(40, 2)};
+        QTest::newRow("short form, far down")
+            << 4 << JumpPattern::build({4, "U100", 0, {}, {}, {}, {}}).value() << QList<QPoint>{QPoint(4500, 2)};
+        QTest::newRow("register bit")
+            << 4 << JumpPattern::build({4, "R5.3", 0, {}, {}, {}, {}}).value() << QList<QPoint>{QPoint(70, 2)};
+    }
+    void jumpMethods()
+    {
+        QFETCH(int, method);
+        QFETCH(QString, pattern);
+        QFETCH(QList<QPoint>, hits);
+        SearchPanel p;
+        JumpSearch search(p.table);
+        for (const QPoint &hit : hits) {
+            const auto found = search.search(method, pattern, 1);
+            QCOMPARE(found ? QPoint(found->first, found->second) : QPoint(-1, -1), hit);
+            if (found)
+                p.table->jumpToCell(found->first, found->second);
+        }
+        // The cell found is made and shown even where the list had not been made yet.
+        if (hits.last().x() >= 0) {
+            QVERIFY(p.table->item(hits.last().x(), hits.last().y()));
+            QCOMPARE(p.current(), hits.last());
+        }
+    }
+
+    void samePatternGoesOnNewOneStartsAgain()
+    {
+        SearchPanel p;
+        JumpSearch search(p.table);
+        // Only the long form has the fields a variable pattern asks for: rows 40 and 4500.
+        const QString word = JumpPattern::valuePattern("1", QString(), QString(), QString());
+        QCOMPARE(search.search(3, word, 0)->first, 40);
+        QCOMPARE(search.search(3, word, 0)->first, 4500);
+        QCOMPARE(search.search(3, word, 0)->first, 40);
+        QCOMPARE(search.search(2, QStringLiteral("Name 3"), 0)->first, 3);
+        QCOMPARE(search.search(3, word, 0)->first, 40);
+    }
+
+    void textSearch()
+    {
+        SearchPanel p(300);
+        ModalDriver driver;
+        p.table->find(QStringLiteral("Name 29")); // rows 29 and 290 ... 299
+        QCOMPARE(p.current(), QPoint(29, 0));
+        p.table->findNext();
+        QCOMPARE(p.current(), QPoint(290, 0));
+        p.table->findPrevious();
+        p.table->findPrevious(); // past the first: the box, then the last
+        QCOMPARE(driver.boxes(), 1);
+        QCOMPARE(p.current(), QPoint(299, 0));
+        p.table->findNext(); // past the last: the box, then the first
+        QCOMPARE(driver.boxes(), 2);
+        QCOMPARE(p.current(), QPoint(29, 0));
+        p.table->find(QStringLiteral("nowhere"));
+        QCOMPARE(driver.boxes(), 3);
+        QCOMPARE(p.current(), QPoint(29, 0));
+    }
+
+    void dialog_data()
+    {
+        QTest::addColumn<int>("method");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("accepted");
+        QTest::addColumn<QString>("label"); // shown afterwards
+        QTest::newRow("found") << 4 << "R5.3" << true << "";
+        QTest::newRow("refused input") << 4 << "R5.3Q" << false << "label_error";
+        QTest::newRow("not found") << 4 << "U77777" << false << "label_error_2";
+    }
+    void dialog()
+    {
+        QFETCH(int, method);
+        QFETCH(QString, text);
+        QFETCH(bool, accepted);
+        QFETCH(QString, label);
+        SearchPanel p(200);
+        bool shownAfter[2] = {true, true};
+        ModalDriver driver({[&](JumpToDialog *d) {
+            child<QRadioButton>(d, "radioButton_varm")->setChecked(true);
+            child<QLineEdit>(d, "lineEdit_text")->setText(text);
+            child<QPushButton>(d, "pushButton_ok")->click();
+            shownAfter[0] = child<QLabel>(d, "label_error")->isVisible();
+            shownAfter[1] = child<QLabel>(d, "label_error_2")->isVisible();
+            if (d->isVisible())
+                d->reject();
+        }});
+        p.table->updateData(-1001, method);
+        p.table->jumpTo(1);
+        QCOMPARE(shownAfter[0], label == QLatin1String("label_error"));
+        QCOMPARE(shownAfter[1], label == QLatin1String("label_error_2"));
+        QCOMPARE(p.current(), accepted ? QPoint(70, 2) : QPoint(0, 0));
+    }
+
+    void dialogOpening_data()
+    {
+        QTest::addColumn<int>("method");
+        QTest::addColumn<int>("mask");
+        QTest::addColumn<QString>("focus");
+        QTest::addColumn<QList<bool>>("visible");
+        QTest::newRow("all methods, by row") << 0 << -1 << "lineEdit_text" << QList<bool>{true, true, true, true, true};
+        QTest::newRow("row and text") << 2 << 5 << "lineEdit_text" << QList<bool>{true, false, true, false, false};
+        QTest::newRow("exact variable") << 3 << 0b1001 << "lineEdit_address" << QList<bool>{true, false, false, true, false};
+    }
+    void dialogOpening()
+    {
+        QFETCH(int, method);
+        QFETCH(int, mask);
+        QFETCH(QString, focus);
+        QFETCH(QList<bool>, visible);
+        SearchPanel p(10);
+        QList<bool> shown;
+        QString focused;
+        int checked = -1;
+        bool labelsHidden = false;
+        ModalDriver driver({[&](JumpToDialog *d) {
+            for (const char *name : {"radioButton_row", "radioButton_no", "radioButton_text", "radioButton_var",
+                                     "radioButton_varm"})
+                shown << child<QRadioButton>(d, name)->isVisible();
+            focused = QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString();
+            checked = d->method();
+            labelsHidden = !child<QLabel>(d, "label_error")->isVisible() && !child<QLabel>(d, "label_error_2")->isVisible();
+            QCOMPARE(d->windowTitle(), QString::fromUtf8("表格跳转"));
+            d->reject();
+        }});
+        p.table->updateData(-1001, method);
+        p.table->updateData(-1002, mask);
+        p.table->jumpTo(0);
+        QCOMPARE(shown, visible);
+        QCOMPARE(checked, method);
+        QCOMPARE(focused, focus);
+        QVERIFY(labelsHidden);
+    }
+
+    void dialogKeys()
+    {
+        SearchPanel p(100);
+        QStringList path;
+        ModalDriver driver({[&](JumpToDialog *d) {
+            auto *text = child<QLineEdit>(d, "lineEdit_text");
+            text->setFocus();
+            QTest::keyClick(text, Qt::Key_Up); // to the last radio button before it
+            path << QApplication::focusWidget()->objectName();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down); // over the disabled variable fields
+            path << QApplication::focusWidget()->objectName();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_F1);
+            path << QApplication::focusWidget()->objectName();
+            child<QRadioButton>(d, "radioButton_row")->setChecked(true);
+            text->setText(QStringLiteral("42"));
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_F3);
+        }});
+        p.table->jumpTo(0);
+        QCOMPARE(path, (QStringList{"radioButton_varm", "pushButton_ok", "lineEdit_text"}));
+        QCOMPARE(p.current(), QPoint(41, 0));
+    }
+
+    void keypadOnTheDialogsLines()
+    {
+        SearchPanel p(10);
+        p.table->setSoftKeypad(true);
+        p.app.setKeypadAnswer(QStringLiteral("3"), true);
+        ModalDriver driver({[&](JumpToDialog *d) {
+            auto *text = child<QLineEdit>(d, "lineEdit_text");
+            QTest::mouseClick(text, Qt::LeftButton);
+            QCOMPARE(text->text(), QStringLiteral("3"));
+            QTest::mouseClick(child<QLineEdit>(d, "lineEdit_address"), Qt::LeftButton); // disabled: no keypad
+            QTest::keyClick(text, Qt::Key_Return);
+        }});
+        p.table->jumpTo(0);
+        QCOMPARE(p.app.callsNamed(QStringLiteral("showKeypad")).size(), 1);
+        QCOMPARE(p.current(), QPoint(2, 0));
+    }
+
+    void softKeysWhileTheDialogIsOpen()
+    {
+        SearchPanel p(10);
+        auto *bar = new ButtonGroup(&p.form);
+        bar->setButtonCount(6);
+        bar->resize(600, 40);
+        bar->show();
+        QTRY_VERIFY(bar->isBuilt());
+        const auto captions = [bar] {
+            QStringList list;
+            for (FunctionButton *b : bar->shownButtons())
+                list << b->text() + (b->isEnabled() ? "" : "-");
+            return list;
+        };
+        const QStringList before = captions();
+        QStringList during;
+        bool shortcutsDuring = true;
+        ModalDriver driver({[&](JumpToDialog *d) {
+            during = captions();
+            shortcutsDuring = bar->shortcutEnabled();
+            d->reject();
+        }});
+        p.table->jumpTo(0);
+        QCOMPARE(during, (QStringList{"<<-", QString::fromUtf8("焦点上移"), QString::fromUtf8("焦点下移"),
+                                      QString::fromUtf8("确定"), QString::fromUtf8("取消"), "-", "-", ">>-"}));
+        QVERIFY(!shortcutsDuring);
+        QCOMPARE(captions(), before);
+        QVERIFY(bar->shortcutEnabled());
+    }
+};
+
+QTEST_MAIN(TstTableSearch)
+#include "tst_tablesearch.moc"
