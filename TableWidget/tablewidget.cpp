@@ -565,12 +565,13 @@ void TableWidget::setKeyPad(const NKeyPadStruct &keyPad)
     DesignerHost *host = DesignerHost::instance();
     if (!formWindow || !host)
         return;
-    // Designer shows and saves the record through these three.
-    host->beginCommand(formWindow, tr("Change soft keypad of '%1'").arg(objectName()));
-    DesignerCommit::setProperty(this, "softKeypad", keyPad.enabled != 0);
-    DesignerCommit::setProperty(this, "softKeypadPosition", keyPad.position);
-    DesignerCommit::setProperty(this, "softKeypadGeometry", keyPad.geometry());
-    host->endCommand(formWindow);
+    // Designer saves the record through these three and shows them in its property editor. They are
+    // set through the property sheet, not as undo steps of their own: this runs inside the record's
+    // own undoable change (and its undo and redo), which thereby carries them along.
+    host->setSheetProperty(this, QStringLiteral("softKeypad"), keyPad.enabled != 0);
+    host->setSheetProperty(this, QStringLiteral("softKeypadPosition"), QVariant::fromValue(KeypadPosition(keyPad.position)));
+    host->setSheetProperty(this, QStringLiteral("softKeypadGeometry"), keyPad.geometry());
+    host->refreshEditors(formWindow);
 }
 
 QString TableWidget::showKeypad(bool *ok, int radix, const QString &text, const QRect &cellRect)

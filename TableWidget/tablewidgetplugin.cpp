@@ -26,22 +26,15 @@ CustomWidgetPlugin::Description description()
 HMI_REGISTER_WIDGET_PLUGIN(TableWidgetPlugin, WidgetPluginRegistry::TableWidget)
 
 TableWidgetPlugin::TableWidgetPlugin(QObject *parent)
-    : CustomWidgetPlugin(description(), parent)
+    : TypedWidgetPlugin(description(), parent)
 {
 }
-
-QWidget *TableWidgetPlugin::createWidget(QWidget *parent) { return new TableWidget(parent); }
 
 void TableWidgetPlugin::initialize(QDesignerFormEditorInterface *core)
 {
     if (isInitialized())
         return;
-    CustomWidgetPlugin::initialize(core);
+    TypedWidgetPlugin::initialize(core);
     core->extensionManager()->registerExtensions(new TableItemsExtraInfoFactory(core->extensionManager()),
                                                  Q_TYPEID(QDesignerExtraInfoExtension));
-}
-
-QExtensionFactory *TableWidgetPlugin::createTaskMenuFactory(QExtensionManager *) const
-{
-    return nullptr; // Designer's own table menu ("Edit Items...") stays
 }

@@ -4,6 +4,7 @@
 #include "celllanguagetexts.h"
 #include "designercore.h"
 #include "formloader.h"
+#include "nkeypadeditor.h"
 #include "norvointerface_z3.h"
 #include "tablecontents.h"
 #include "tablewidget.h"
@@ -21,6 +22,7 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QShowEvent>
+#include <QTabWidget>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -189,6 +191,82 @@ private Q_SLOTS:
         const QString code = QString::fromUtf8(uic.readAllStandardOutput());
         QVERIFY2(code.contains(QLatin1String("table->setData(")), qPrintable(code));
         QVERIFY(!code.contains(QLatin1String("QTableWidgetItem")));
+    }
+
+    void editorDialogAndKeypadCommit()
+    {
+        QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(tableForm(cells()));
+        QVERIFY(form);
+        TableWidget *table = shownTable(form);
+        QVERIFY(table);
+        auto *menu = qt_extension<QDesignerTaskMenuExtension *>(DesignerCore::instance().core()->extensionManager(), table);
+        QVERIFY(menu);
+        QCOMPARE(menu->preferredEditAction()->text(), QStringLiteral("Edit Properties..."));
+        QVERIFY(editItemsAction(table)); // Designer's own menu stays beside ours
+        table->setSoftKeypadGeometry(QRect(5, 6, 70, 80));
+        const int before = form->commandHistory()->count();
+
+        QString itemEditor;
+        NKeyPadStruct shown;
+        const bool opened = DesignerCore::runEditor(table, [&](QDialog *dialog) {
+            QCOMPARE(dialog->objectName(), QStringLiteral("TableWidgetEditor"));
+            QCOMPARE(dialog->windowTitle(), QStringLiteral("Table Widget Editor"));
+            QCOMPARE(dialog->size(), QSize(800, 593));
+            auto *tabs = dialog->findChild<QTabWidget *>(QStringLiteral("tabWidget"));
+            QVERIFY(tabs);
+            QCOMPARE(tabs->currentIndex(), 0);
+            QCOMPARE((QStringList{tabs->tabText(0), tabs->tabText(1), tabs->tabText(2)}),
+                     (QStringList{"General", "Appearance", "Macro"}));
+            auto *keypad = dialog->findChild<NKeyPadEditor *>();
+            QVERIFY(keypad);
+            shown = keypad->getKeyPadStruct();
+            // "Edit Items..." opens Designer's item editor for this table.
+            QTimer::singleShot(0, [&] {
+                QWidget *modal = QApplication::activeModalWidget();
+                if (modal && modal != dialog) {
+                    itemEditor = modal->findChild<QTableWidget *>() ? QStringLiteral("items") : QString();
+                    static_cast<QDialog *>(modal)->reject();
+                }
+            });
+            dialog->findChild<QPushButton *>(QStringLiteral("editItemsButton"))->click();
+            dialog->accept();
+        });
+        QVERIFY(opened);
+        QCOMPARE(itemEditor, QStringLiteral("items"));
+        QCOMPARE(shown.geometry(), QRect(5, 6, 70, 80));
+        // Accepted unchanged, the record is still written: one undoable change, saved through the
+        // keypad's own properties.
+        QCOMPARE(form->commandHistory()->count(), before + 1);
+        const QUndoCommand *edit = form->commandHistory()->command(before);
+        QStringList steps;
+        for (int i = 0; i < edit->childCount(); ++i)
+            steps << edit->child(i)->text();
+        QVERIFY2(steps.join(QLatin1Char(' ')).contains(QLatin1String("keyPad")), qPrintable(steps.join(QLatin1Char(','))));
+        const QString saved = form->contents();
+        QVERIFY2(saved.contains(QLatin1String("softKeypadGeometry")), qPrintable(saved));
+        QVERIFY(!saved.contains(QLatin1String("name=\"keyPad\"")));
+
+        // A new record from the dialog reaches the properties, and undo takes it back.
+        DesignerCore::runEditor(table, [&](QDialog *dialog) {
+            auto *keypad = dialog->findChild<NKeyPadEditor *>();
+            NKeyPadStruct k = keypad->getKeyPadStruct();
+            k.enabled = 1;
+            k.position = TableWidget::Center;
+            keypad->setKeyPadStruct(k);
+            dialog->accept();
+        });
+        QVERIFY(table->softKeypad());
+        QCOMPARE(table->softKeypadPosition(), TableWidget::Center);
+        const QString withKeypad = form->contents();
+        QDesignerFormWindowInterface *reopened = DesignerCore::instance().createForm(withKeypad);
+        auto *again = DesignerCore::formWidget<TableWidget>(reopened, QStringLiteral("table"));
+        QVERIFY(again);
+        QVERIFY(again->softKeypad());
+        QCOMPARE(again->softKeypadPosition(), TableWidget::Center);
+        QCOMPARE(again->softKeypadGeometry(), QRect(5, 6, 70, 80));
+        form->commandHistory()->undo();
+        QVERIFY(!table->softKeypad());
+        QCOMPARE(table->softKeypadPosition(), TableWidget::Auto);
     }
 };
 
