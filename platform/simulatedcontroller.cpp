@@ -184,8 +184,11 @@ void SimulatedController::flushUpdates()
         it->delivered = true;
         it->lastValue = value;
         const Registration r = *it;
+        // Trimmed as the table shows a value when it first registers it, so a cell does not shift
+        // when its first update arrives.
         if (r.asText)
-            r.callback->updateData(r.index, ValueFormatter::format(value, r.format1, r.format2, r.format3, r.format4));
+            r.callback->updateData(r.index,
+                                   ValueFormatter::format(value, r.format1, r.format2, r.format3, r.format4).trimmed());
         else
             r.callback->updateData(r.index, int(value));
     }

@@ -2,8 +2,11 @@
 // and the controller's answer comes back to the screen.
 #include "bitbutton.h"
 #include "functionbutton.h"
+#include "keypaddialog.h"
 #include "norvointerface_z3.h"
 #include "simulatedcontroller.h"
+#include "tablecontents.h"
+#include "tablewidget.h"
 
 #include <QDialog>
 #include <QtTest>
@@ -19,6 +22,7 @@ private Q_SLOTS:
     void bitButtonRoundTrip();
     void functionButtonFollowsController();
     void currentChannelFollowsController();
+    void tableCellThroughTheKeypad();
 
 private:
     static QColor bodyPixel(QWidget *w) { return w->grab().toImage().pixelColor(w->width() / 2, 8); }
@@ -129,3 +133,50 @@ void TestEndToEnd::currentChannelFollowsController()
 
 QTEST_MAIN(TestEndToEnd)
 #include "tst_endtoend.moc"
+
+void TestEndToEnd::tableCellThroughTheKeypad()
+{
+    SimulatedController controller;
+    QDialog form;
+    form.setProperty("QeltApp", QeltApp::toVariant(&controller));
+    auto *table = new TableWidget(&form);
+    table->setRowCount(3);
+    table->setColumnCount(2);
+    QTableWidgetItem name(QStringLiteral("Feed override"));
+    QTableWidgetItem value;
+    value.setWhatsThis(QStringLiteral("1@0@100@8@2@0@9999"));
+    table->setData(TableContents::encode(3, 2, {{}, {&name, &value}, {}}));
+    table->setSoftKeypad(true);
+    table->setGeometry(0, 0, 400, 300);
+    controller.setData(0, QeltApp::User, 100, 4200, 0);
+    form.resize(400, 300);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form));
+    controller.startUpdateUI(&form);
+    QCOMPARE(table->item(1, 1)->text(), QStringLiteral("42.00"));
+
+    // The operator clicks the cell, types 12.5 on the keypad and confirms.
+    QStringList typed = {QStringLiteral("CLR"), QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("."),
+                         QStringLiteral("5")};
+    controller.setKeypadDriver([&](KeypadDialog &keypad) {
+        for (const QString &key : std::as_const(typed))
+            keypad.typeKey(key);
+        keypad.accept();
+        if (keypad.isVisible()) // refused: the operator gives up
+            keypad.reject();
+    });
+    const QRect cell = table->visualItemRect(table->item(1, 1));
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
+    QCOMPARE(controller.getData(0, QeltApp::User, 100, 0), 1250);
+    QTRY_COMPARE(table->item(1, 1)->text(), QStringLiteral("12.50"));
+    // Opened next to the cell, below it.
+    const QRect global(table->viewport()->mapToGlobal(cell.topLeft()), cell.size());
+    QVERIFY(qAbs(controller.lastKeypadGeometry().top() - global.bottom()) < 40);
+
+    // A value beyond the cell's limit is refused by the keypad: nothing is written.
+    typed = {QStringLiteral("CLR"), QStringLiteral("9"), QStringLiteral("9"), QStringLiteral("9"),
+             QStringLiteral("9"), QStringLiteral("9")};
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
+    QCOMPARE(controller.getData(0, QeltApp::User, 100, 0), 1250);
+    QCOMPARE(table->item(1, 1)->text(), QStringLiteral("12.50"));
+}
