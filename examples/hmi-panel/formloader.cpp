@@ -1,5 +1,6 @@
 #include "formloader.h"
 
+#include "inputwidget.h"
 #include "widgetfactory.h"
 
 #include <QFile>
@@ -15,6 +16,12 @@ QWidget *FormLoader::createWidget(const QString &className, QWidget *parent, con
     if (QWidget *widget = WidgetFactory::create(className, parent)) {
         widget->setObjectName(name);
         return widget;
+    }
+    // The panel's own input line, which the library's tables type into.
+    if (className == QLatin1String("InputWidget")) {
+        auto *input = new InputWidget(parent);
+        input->setObjectName(name);
+        return input;
     }
     QWidget *widget = QUiLoader::createWidget(className, parent, name);
     if (!widget)

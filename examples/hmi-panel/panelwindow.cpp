@@ -2,11 +2,15 @@
 
 #include "formsession.h"
 #include "norvointerface_z3.h"
+#include "tablewidget.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDialog>
 #include <QHBoxLayout>
+#include <QInputDialog>
 #include <QLabel>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QVBoxLayout>
 
@@ -32,6 +36,8 @@ PanelWindow::PanelWindow(FormSession *session, const QStringList &languageNames,
     authority->setToolTip(tr("Smaller is stronger; a widget needing authority N takes operators 1 ... N."));
     bar->addWidget(authority);
     bar->addStretch();
+    if (session->form()->findChild<TableWidget *>())
+        addSearchKeys(bar);
     layout->addLayout(bar);
 
     QDialog *form = session->form();
@@ -53,4 +59,41 @@ PanelWindow::PanelWindow(FormSession *session, const QStringList &languageNames,
 void PanelWindow::showRefusal(int authority)
 {
     m_message->setText(tr("This operation needs authority %1 or stronger.").arg(authority));
+}
+
+void PanelWindow::addSearchKeys(QHBoxLayout *bar)
+{
+    // The keys leave the focus where it is, so they act on the table the operator was in.
+    const auto key = [this, bar](const QString &text, const char *name) {
+        auto *button = new QPushButton(text, this);
+        button->setObjectName(QLatin1String(name));
+        button->setFocusPolicy(Qt::NoFocus);
+        bar->addWidget(button);
+        return button;
+    };
+    connect(key(tr("Find..."), "findKey"), &QPushButton::clicked, this, [this] {
+        TableWidget *table = currentTable();
+        bool ok = false;
+        const QString text = QInputDialog::getText(this, tr("Find"), tr("Text in a cell:"), QLineEdit::Normal,
+                                                   QString(), &ok);
+        if (ok && table && !text.isEmpty())
+            table->find(text);
+    });
+    connect(key(tr("Find next"), "findNextKey"), &QPushButton::clicked, this, [this] {
+        if (TableWidget *table = currentTable())
+            table->findNext();
+    });
+    connect(key(tr("Jump..."), "jumpKey"), &QPushButton::clicked, this, [this] {
+        if (TableWidget *table = currentTable())
+            table->jumpTo(std::max(0, table->currentColumn()));
+    });
+}
+
+TableWidget *PanelWindow::currentTable() const
+{
+    for (QWidget *w = QApplication::focusWidget(); w; w = w->parentWidget()) {
+        if (auto *table = qobject_cast<TableWidget *>(w))
+            return table;
+    }
+    return m_session->form() ? m_session->form()->findChild<TableWidget *>() : nullptr;
 }

@@ -4,9 +4,12 @@
 #include <QWidget>
 
 class FormSession;
+class QHBoxLayout;
 class QLabel;
+class TableWidget;
 
-// The panel around a form: the operator picks the language and logs in with an authority.
+// The panel around a form: the operator picks the language and logs in with an authority, and finds
+// parameters in the form's tables.
 class PanelWindow : public QWidget
 {
     Q_OBJECT
@@ -15,6 +18,9 @@ public:
 
 private:
     void showRefusal(int authority);
+    void addSearchKeys(QHBoxLayout *bar);
+    // The table the operator works in: the focused one, else the form's first.
+    TableWidget *currentTable() const;
 
     FormSession *m_session;
     QLabel *m_message = nullptr;

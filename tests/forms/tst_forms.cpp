@@ -261,6 +261,10 @@ void TestForms::parameterForm()
     QCOMPARE(table->rowSpan(0, 0), 1);
     QCOMPARE(table->columnSpan(0, 0), 5);
     QVERIFY(!table->isColumnHidden(4));
+    // The form's input line is the one the table types into.
+    QVERIFY(table->inputWidget());
+    QCOMPARE(table->inputWidget(), session.form()->findChild<QWidget *>(QStringLiteral("inputLine")));
+    QVERIFY(table->softKeypad());
     session.setLanguage(1);
     QCOMPARE(table->item(1, 1)->text(), QStringLiteral("Eilganggeschwindigkeit X"));
     QCOMPARE(table->horizontalHeaderItem(2)->text(), QStringLiteral("Wert"));
