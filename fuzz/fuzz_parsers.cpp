@@ -1,17 +1,23 @@
 // Feeds arbitrary text to the small parsers an operator or a form reaches: the function button's caption
 // table (value list and caption list) and its "r,g,b" colour, the soft keypad's entry and confirmation,
-// the value formatting of data words, the binding text of table cells, and hmi-table's cell file. The
-// first byte picks the parser and its settings.
+// the value formatting of data words, the binding text of table cells and the record editing takes
+// from it, the conversion of what the operator typed into a word, the jump dialog's patterns, and
+// hmi-table's cell file. The first byte picks the parser and its settings.
 #include "bindingtext.h"
 #include "cellfile.h"
+#include "currentcell.h"
 #include "formtableeditor.h"
 #include "formtablereader.h"
 #include "functionbutton.h"
+#include "jumppattern.h"
 #include "keypaddialog.h"
 #include "tablestore.h"
+#include "valueconversion.h"
 #include "valueformatter.h"
 
 #include <QApplication>
+#include <QRegularExpression>
+#include <QTableWidgetItem>
 #include <QtEndian>
 
 #include <cstdint>
@@ -65,7 +71,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const quint8 mode = data[0];
     const QByteArray rest(reinterpret_cast<const char *>(data + 1), int(size - 1));
     const QString text = QString::fromUtf8(rest);
-    switch (mode % 6) {
+    switch (mode % 8) {
     case 0: { // caption table: values and captions split at newlines, then one value delivered
         const QStringList lines = text.split(QLatin1Char('\n'));
         FunctionButton button;
@@ -110,6 +116,31 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     case 5: // a parameter table's cell file
         cellFile(rest);
         break;
+    case 6: { // the jump dialog: the text as a short form and, split at "@", as the fields of the exact form
+        const QStringList parts = text.split(QLatin1Char('@'));
+        for (int method = 0; method <= JumpPattern::ShortVariable; ++method) {
+            JumpPattern::Input input{method, text, qint8(mode), parts.value(0), parts.value(1), parts.value(2),
+                                     parts.value(3)};
+            const auto pattern = JumpPattern::build(input);
+            // What the dialog builds from any input is a pattern the search can use as it is.
+            if (pattern && method >= JumpPattern::Variable && !QRegularExpression(*pattern).isValid())
+                abort();
+            if (pattern && method >= JumpPattern::Variable)
+                (void)QRegularExpression(*pattern).match(QStringLiteral("1@0@100@8@2@0@9999@4@0@0")).hasMatch();
+        }
+        break;
+    }
+    case 7: { // typed values: a binding text line, then the text to convert by its record
+        const int newline = int(text.indexOf(QLatin1Char('\n')));
+        QTableWidgetItem item;
+        item.setWhatsThis(text.left(newline));
+        const CurrentCell cell = CurrentCell::of(&item, mode & 0x80 ? 1 : 0);
+        const QString typed = newline < 0 ? text : text.mid(newline + 1);
+        (void)ValueConversion::fromKeypad(typed, cell.sizeCode, cell.radix, cell.decimals, cell.lowest, cell.highest);
+        (void)ValueConversion::fromDecimalText(typed, cell.decimals);
+        (void)ValueConversion::doubleToInt(typed.toDouble(), cell.decimals);
+        break;
+    }
     default: { // value formatting: value, size code, radix, width and decimals from the bytes
         if (rest.size() < 8)
             return 0;
