@@ -1,8 +1,9 @@
 // The simulated controller: word bits inside their class words, the current channel taken from word
 // 40017, coalesced deliveries between startUpdateUI and stopUpdateUI, registration clean-up, value
-// formatting and the soft keypad's entry checks.
+// formatting, the soft keypad's entry checks and where it opens.
 
 #include "keypaddialog.h"
+#include "keypadplacement.h"
 #include "norvointerface_z3.h"
 #include "simulatedcontroller.h"
 #include "updatevariableinterface.h"
@@ -91,6 +92,8 @@ private Q_SLOTS:
     void removeAndDestruction();
     void formatsValues_data(); void formatsValues();
     void keypadChecksTheEntry_data(); void keypadChecksTheEntry();
+    void keypadPlacement_data(); void keypadPlacement();
+    void keypadDrivenWithoutAPerson();
 };
 
 void TestSimulatedController::wordBits_data()
@@ -346,3 +349,54 @@ void TestSimulatedController::keypadChecksTheEntry()
 
 QTEST_MAIN(TestSimulatedController)
 #include "tst_simulatedcontroller.moc"
+
+void TestSimulatedController::keypadPlacement_data()
+{
+    QTest::addColumn<int>("position");
+    QTest::addColumn<QRect>("custom");
+    QTest::addColumn<QRect>("field");
+    QTest::addColumn<QRect>("placed");
+    const QRect field(100, 100, 80, 30); // on a 1000 x 800 screen, the keypad 200 x 300
+    QTest::newRow("next to the field: below") << 0 << QRect() << field << QRect(100, 130, 200, 300);
+    QTest::newRow("next to the field: above near the bottom") << 0 << QRect() << QRect(100, 700, 80, 30)
+                                                               << QRect(100, 400, 200, 300);
+    QTest::newRow("next to the field: kept on screen") << 0 << QRect() << QRect(900, 100, 80, 30)
+                                                        << QRect(800, 130, 200, 300);
+    QTest::newRow("centred on the form") << 1 << QRect() << field << QRect(300, 150, 200, 300);
+    QTest::newRow("fixed") << 2 << QRect(10, 20, 250, 350) << field << QRect(10, 20, 250, 350);
+    QTest::newRow("fixed without a size: next to the field") << 2 << QRect(10, 20, 0, 0) << field
+                                                              << QRect(100, 130, 200, 300);
+    QTest::newRow("fixed off the screen") << 2 << QRect(-500, 900, 250, 350) << field << QRect(0, 450, 250, 350);
+    QTest::newRow("unknown mode: next to the field") << 7 << QRect() << field << QRect(100, 130, 200, 300);
+}
+
+void TestSimulatedController::keypadPlacement()
+{
+    QFETCH(int, position);
+    QFETCH(QRect, custom);
+    QFETCH(QRect, field);
+    QFETCH(QRect, placed);
+    const QRect form(100, 100, 600, 400);
+    QCOMPARE(KeypadPlacement::place(position, custom, field, form, QSize(200, 300), QRect(0, 0, 1000, 800)), placed);
+}
+
+void TestSimulatedController::keypadDrivenWithoutAPerson()
+{
+    SimulatedController sim;
+    QStringList problems;
+    sim.setKeypadDriver([&](KeypadDialog &keypad) {
+        keypad.typeKey(QStringLiteral("CLR"));
+        keypad.typeKey(QStringLiteral("7"));
+        keypad.accept();
+    });
+    bool ok = false;
+    QCOMPARE(sim.showKeypad(&ok, 10, QStringLiteral("3"), 2, QRect(10, 20, 300, 400), QRect(), QRect(), nullptr, 20, 0,
+                            0, 9),
+             QStringLiteral("7"));
+    QVERIFY(ok);
+    QCOMPARE(sim.lastKeypadGeometry(), QRect(10, 20, 300, 400));
+    sim.setKeypadDriver([](KeypadDialog &keypad) { keypad.reject(); });
+    QCOMPARE(sim.showKeypad(&ok, 10, QStringLiteral("3"), 0, QRect(), QRect(), QRect(), nullptr, 20, 0, 0, 9),
+             QString());
+    QVERIFY(!ok);
+}
