@@ -103,31 +103,21 @@ std::optional<QString> JumpPattern::fromFields(const Input &input)
 
 std::optional<QString> JumpPattern::fromShortForm(const QString &input)
 {
-    static const QStringList classPrefixes = {QStringLiteral("U"), QStringLiteral("M"), QStringLiteral("S"),
-                                              QStringLiteral("R"), QStringLiteral("B"), QStringLiteral("C")};
-    static const QStringList bitPrefixes = {QStringLiteral("IB"), QStringLiteral("OB"),  QStringLiteral("CB"),
-                                            QStringLiteral("SB"), QStringLiteral("AB"),  QStringLiteral("CnB"),
-                                            QStringLiteral("TmB")};
+    // The data classes User ... Com, then the bit types I ... Tm, in the order they are looked for.
+    static const QStringList variablePrefixes = {
+        QStringLiteral("U"),  QStringLiteral("M"),  QStringLiteral("S"),  QStringLiteral("R"),   QStringLiteral("B"),
+        QStringLiteral("C"),  QStringLiteral("IB"), QStringLiteral("OB"), QStringLiteral("CB"),  QStringLiteral("SB"),
+        QStringLiteral("AB"), QStringLiteral("CnB"), QStringLiteral("TmB")};
     QString text = input;
-    int dataClass = -1;
-    int bitType = -1;
+    int kind = -1;
     ShortNumber address;
     int kinds = 0;
     bool valid = true;
-    for (int i = 0; i < classPrefixes.size(); ++i) {
-        const ShortNumber n = take(&text, classPrefixes.at(i));
+    for (int i = 0; i < variablePrefixes.size(); ++i) {
+        const ShortNumber n = take(&text, variablePrefixes.at(i));
         valid = valid && n.valid;
         if (n.given) {
-            dataClass = i;
-            address = n;
-            ++kinds;
-        }
-    }
-    for (int i = 0; i < bitPrefixes.size(); ++i) {
-        const ShortNumber n = take(&text, bitPrefixes.at(i));
-        valid = valid && n.valid;
-        if (n.given) {
-            bitType = i;
+            kind = i;
             address = n;
             ++kinds;
         }
@@ -138,9 +128,11 @@ std::optional<QString> JumpPattern::fromShortForm(const QString &input)
     if (kinds != 1 || !valid || !channel.valid || !com.valid || !text.trimmed().isEmpty() || !channel.fraction.isEmpty()
         || !com.fraction.isEmpty())
         return std::nullopt;
-    if (dataClass >= 0 && address.fraction.isEmpty())
-        return valuePattern(channel.whole, QString::number(dataClass), address.whole, com.whole);
-    // R5.3 is bit 3 of register 5; an input bit I10.2 names its bit the same way.
-    const int type = dataClass >= 0 ? dataClass + 7 : bitType;
+    const bool word = kind < ClassCount;
+    if (word && address.fraction.isEmpty())
+        return valuePattern(channel.whole, QString::number(kind), address.whole, com.whole);
+    // R5.3 is bit 3 of register 5 (bit types User_BIT ... follow the seven PLC ones); an input bit
+    // I10.2 names its bit the same way.
+    const int type = word ? kind + 7 : kind - ClassCount;
     return bitPattern(channel.whole, QString::number(type), address.whole, address.fraction, com.whole);
 }

@@ -174,8 +174,8 @@ void TestEndToEnd::tableCellThroughTheKeypad()
     QVERIFY(qAbs(controller.lastKeypadGeometry().top() - global.bottom()) < 40);
 
     // A value beyond the cell's limit is refused by the keypad: nothing is written.
-    typed = {QStringLiteral("CLR"), QStringLiteral("9"), QStringLiteral("9"), QStringLiteral("9"),
-             QStringLiteral("9"), QStringLiteral("9")};
+    typed = QStringList{QStringLiteral("CLR"), QStringLiteral("9"), QStringLiteral("9"), QStringLiteral("9"),
+                        QStringLiteral("9"), QStringLiteral("9")};
     QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
     QCOMPARE(controller.getData(0, QeltApp::User, 100, 0), 1250);
     QCOMPARE(table->item(1, 1)->text(), QStringLiteral("12.50"));
