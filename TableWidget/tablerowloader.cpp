@@ -13,6 +13,7 @@ bool TableRowLoader::load(const QByteArray &hexText)
 {
     m_loaded.clear();
     m_loadedCount = 0;
+    m_whole = false;
     m_warned = false;
     m_contents = TableContents();
     m_storedRow = -1;
@@ -24,6 +25,8 @@ bool TableRowLoader::load(const QByteArray &hexText)
 
 bool TableRowLoader::isLoaded(int row) const
 {
+    if (m_whole)
+        return row >= 0 && row < m_table->rowCount();
     return row >= 0 && row < int(m_loaded.size()) && m_loaded[size_t(row)];
 }
 
@@ -50,6 +53,10 @@ void TableRowLoader::rowInserted(int row)
 {
     if (isEmpty())
         return;
+    if (m_whole) {
+        m_loadedCount = m_table->rowCount();
+        return;
+    }
     // The table has one row more than the stored contents from row on.
     if (row >= 0 && size_t(row) <= m_loaded.size())
         m_loaded.insert(m_loaded.begin() + row, true);
@@ -64,16 +71,19 @@ void TableRowLoader::rowInserted(int row)
             }
         }
     }
-    m_loaded.assign(size_t(rows), true);
+    // Every row is made now, also those inserted later: a file of many lines inserts row after row.
+    m_loaded.clear();
+    m_loaded.shrink_to_fit();
+    m_whole = true;
     m_loadedCount = rows;
 }
 
-void TableRowLoader::storedTexts(int row, int column, QString *text, QString *binding)
+bool TableRowLoader::storedTexts(int row, int column, QString *text, QString *binding)
 {
     text->clear();
     binding->clear();
     if (isLoaded(row) || row < 0 || row >= std::min(m_table->rowCount(), m_contents.rowCount()))
-        return;
+        return false;
     if (row != m_storedRow) {
         m_storedCells.clear();
         m_storedRow = row;
@@ -81,18 +91,21 @@ void TableRowLoader::storedTexts(int row, int column, QString *text, QString *bi
         if (!m_contents.readRow(row, columns, &m_storedCells))
             m_storedCells.clear();
     }
-    if (column < 0 || column >= m_storedCells.size())
-        return;
+    if (column < 0 || column >= m_storedCells.size() || m_storedCells.at(column).isEmpty())
+        return false;
     for (const auto &[role, value] : m_storedCells.at(column)) {
         if (role == Qt::DisplayRole)
             *text = value.toString();
         else if (role == Qt::WhatsThisRole)
             *binding = value.toString();
     }
+    return true;
 }
 
 void TableRowLoader::loadRows(int first, int last, Prepare prepare)
 {
+    if (m_whole)
+        return;
     const int rows = std::min(m_table->rowCount(), m_contents.rowCount());
     first = std::max(first, 0);
     last = std::min(last, rows - 1);

@@ -34,10 +34,10 @@ public:
     void makeRow(int row) { loadRows(row, row, nullptr); }
     // Makes every row's items, each passed to prepare.
     void loadAll(Prepare prepare);
-    // The display and binding texts a cell of a row not made yet has in the stored contents (empty
-    // for a made row or a cell the contents do not hold). Searches read the whole list this way
-    // without making its items.
-    void storedTexts(int row, int column, QString *text, QString *binding);
+    // The display and binding texts a cell of a row not made yet has in the stored contents; false
+    // (and empty texts) for a made row or a cell the contents do not hold. Searches and files read
+    // the whole list this way without making its items.
+    bool storedTexts(int row, int column, QString *text, QString *binding);
     // A row inserted by the application: the stored rows after it would no longer line up, so the
     // rest is made now and the new row counts as made.
     void rowInserted(int row);
@@ -52,6 +52,7 @@ private:
     int m_storedRow = -1; // the row whose cells are in m_storedCells
     QList<TableContents::Roles> m_storedCells;
     int m_loadedCount = 0;
+    bool m_whole = false; // every row made (after an inserted row)
     bool m_warned = false;
 };
 

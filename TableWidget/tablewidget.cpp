@@ -1,56 +1,27 @@
 #include "tablewidget.h"
 
-#include "bindingtext.h"
-#include "bufferwarning.h"
-#include "cellspans.h"
-#include "columndefaults.h"
-#include "columnvisibility.h"
-#include "controllerbinding.h"
-#include "designercommit.h"
-#include "designerhost.h"
-#include "designeritemsync.h"
-#include "designertextregistration.h"
-#include "enumvalue.h"
-#include "headertexts.h"
-#include "inputwidget.h"
-#include "jumpsearch.h"
-#include "jumptodialog.h"
-#include "languagestate.h"
-#include "norvointerface_z3.h"
-#include "qeltapp.h"
-#include "tablecontents.h"
-#include "tableeditor.h"
-#include "tablenavigator.h"
-#include "tablerowloader.h"
-#include "tablesections.h"
-#include "tablestylesheets.h"
-#include "tabletexts.h"
-#include "tablewordmap.h"
-#include "visiblerowregistrar.h"
+#include "tablewidget_p.h"
 #include "widgetfactory.h"
 
+#include <QAbstractButton>
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QPointer>
 #include <QScrollBar>
+#include <QStyleOptionHeader>
+#include <QStylePainter>
+#include <QTextStream>
 
 #include <algorithm>
 
 HMI_REGISTER_WIDGET(TableWidget)
 
 using norvo_v0::QeltApp;
+using namespace TableWidgetLimits;
 
 namespace {
-constexpr int DefaultRowHeight = 30;
-constexpr int MinRowHeight = 10;
-constexpr int MinScrollBarExtent = 16;
-constexpr int DefaultSearchIndex = -1001;
-constexpr int VisibleSearchIndex = -1002;
-constexpr int IgnoredIndex = -1000;
-constexpr int IndirectBitIndex = -10000;
-constexpr int SearchMethodCount = 5;
-
 // Channels are shown 1-based and kept 0-based, within the channels the HMI has.
 int channelIndex(int channel)
 {
@@ -58,210 +29,6 @@ int channelIndex(int channel)
     return std::clamp(channel > 1 ? channel - 1 : 0, 0, std::max(0, count - 1));
 }
 } // namespace
-
-class TableWidget::Private
-{
-public:
-    explicit Private(TableWidget *q)
-        : q(q)
-        , binding(q, q)
-        , registrar(q, q)
-        , loader(q)
-        , texts(q, &registrar, &headerTexts)
-        , editor(q, &binding, &columnDefaults)
-        , navigator(q, [this](int row, int column) { return madeItem(row, column); })
-    {
-    }
-
-    TableWidget *const q;
-    ControllerBinding binding;
-    VisibleRowRegistrar registrar;
-    TableRowLoader loader;
-    HeaderTexts headerTexts;
-    TableTexts texts;
-    ColumnVisibility columnWords;
-    ColumnDefaults columnDefaults;
-    TableEditor editor;
-    TableNavigator navigator;
-    JumpToDialog *jumpDialog = nullptr;
-    QList<JumpSearch::Cell> found; // of the last text search
-    int foundIndex = -1;
-    TableWordMap wordMap;
-    QList<CellSpans::Span> spans;
-    LanguageState language;
-    std::unique_ptr<DesignerTextRegistration> textRegistration;
-    DesignerItemSync *itemSync = nullptr;
-
-    QByteArray data;
-    QByteArray mergeCells;
-    QByteArray mapBuffer;
-    QByteArray headerBuffer;
-    QStringList addresses;
-
-    ResizeMode horizontalMode = Interactive;
-    ResizeMode verticalMode = Interactive;
-    int rowHeight = DefaultRowHeight;
-    int rowCountAtHeight = -1;
-    int scrollBarExtent = MinScrollBarExtent;
-    QColor gridColor;
-    ParameterType parameterType = Normal;
-    BusServoParameterType busServoType = General;
-    DataClass dataClass = None;
-    bool inputWidgetEnabled = true;
-    UserLevel enablingLevel = NoLevel;
-    UserLevel visibleLevel = NoLevel;
-    int authority = 0;
-    bool editingEnabled = true;
-    Language languageProperty = language_0;
-    int defaultSearchChannel = 0;
-    DataClass defaultSearchClass = None;
-    int defaultSearchAddress = 0;
-    int visibleSearchChannel = 0;
-    DataClass visibleSearchClass = None;
-    int visibleSearchAddress = 0;
-    int defaultSearchMethod = 0;
-    int visibleSearchMethods = -1;
-    int mode = 0;
-    bool resizeToContents = true;
-    bool firstShowPending = true;
-    bool dataLoaded = false;
-    bool bitView = false;
-    bool ncCodeView = false;
-    bool itemsPlaced = false; // an item was ever put into the table
-
-    bool inDesigner() const { return DesignerHost::formWindowOf(q) != nullptr; }
-    int firstVisibleRow() const { return std::max(0, q->rowAt(0)); }
-    int lastVisibleRow() const
-    {
-        const int row = q->rowAt(q->viewport()->height());
-        return row < 0 ? q->rowCount() - 1 : row;
-    }
-
-    void loadData();
-    void registerTableVariables(QeltApp *app);
-    void applyColumnVisibility();
-    void updateItemText() { texts.refresh(firstVisibleRow(), lastVisibleRow(), language.current()); }
-    void indirectBit(int index, int value);
-    QTableWidgetItem *itemAt(int row, int column);
-    // The item at a cell after its row has been made from the stored contents.
-    QTableWidgetItem *madeItem(int row, int column);
-    void showFound();
-};
-
-QTableWidgetItem *TableWidget::Private::madeItem(int row, int column)
-{
-    if (row < 0 || column < 0 || row >= q->rowCount() || column >= q->columnCount())
-        return nullptr;
-    if (!loader.isLoaded(row))
-        loader.makeRow(row);
-    return q->item(row, column);
-}
-
-void TableWidget::Private::showFound()
-{
-    const JumpSearch::Cell cell = found.at(foundIndex);
-    q->jumpToCell(cell.first, cell.second);
-    q->setFocus();
-}
-
-QTableWidgetItem *TableWidget::Private::itemAt(int row, int column)
-{
-    if (row < 0 || column < 0 || row >= q->rowCount() || column >= q->columnCount())
-        return nullptr;
-    QTableWidgetItem *item = q->item(row, column);
-    if (!item) {
-        item = new QTableWidgetItem;
-        q->QTableWidget::setItem(row, column, item);
-    }
-    return item;
-}
-
-void TableWidget::Private::loadData()
-{
-    if (loader.isEmpty())
-        return;
-    const int first = firstVisibleRow();
-    const int last = lastVisibleRow();
-    if (inDesigner()) {
-        // Designer edits and saves every item: they all exist there, none is registered.
-        if (itemSync)
-            itemSync->setSuspended(true);
-        loader.loadAll(&DesignerItemSync::expose);
-        if (itemSync)
-            itemSync->setSuspended(false);
-    } else {
-        loader.cover(first, last);
-    }
-    // Parsed bindings are kept for the rows around the screen only, not for all rows ever shown.
-    if (registrar.cacheSize() > 4 * (last - first + 2) * q->columnCount())
-        registrar.clearCache();
-    if (QeltApp *app = binding.app()) {
-        app->stopUpdateUI();
-        app->removeUIVariable(binding.form(), q);
-        registrar.registerRows(app, binding.form(), first, last + 1);
-        registerTableVariables(app);
-        app->startUpdateUI(binding.form());
-    }
-    dataLoaded = true;
-    updateItemText();
-}
-
-void TableWidget::Private::registerTableVariables(QeltApp *app)
-{
-    QWidget *form = binding.form();
-    if (defaultSearchClass != None) {
-        app->registerUIVariable(form, q, q, DefaultSearchIndex, 0, defaultSearchChannel, defaultSearchClass,
-                                defaultSearchAddress, -1, 0, 1, 10, 10, 0, 0, false);
-        const int method = app->getData(defaultSearchChannel, QeltApp::DataClass(defaultSearchClass), defaultSearchAddress, 0);
-        defaultSearchMethod = method >= 0 && method < SearchMethodCount ? method : 0;
-    }
-    if (visibleSearchClass != None) {
-        app->registerUIVariable(form, q, q, VisibleSearchIndex, 0, visibleSearchChannel, visibleSearchClass,
-                                visibleSearchAddress, -1, 0, 1, 10, 10, 0, 0, false);
-        visibleSearchMethods = app->getData(visibleSearchChannel, QeltApp::DataClass(visibleSearchClass),
-                                            visibleSearchAddress, 0)
-            | (1 << defaultSearchMethod);
-    }
-    if (dataClass != None) {
-        const QList<int> words = ColumnVisibility::addresses(addresses);
-        for (int i = 0; i < words.size(); ++i)
-            app->registerUIVariable(form, q, q, ColumnVisibility::registrationIndex(i), 0, binding.channelIndex(),
-                                    dataClass, words.at(i), -1, 0, 1, 10, 10, 0, 0, false);
-    }
-}
-
-void TableWidget::Private::applyColumnVisibility()
-{
-    // Hiding follows the table's own words alone: a column the controller hides must be hidden
-    // before the operator ever touches a cell.
-    if (inDesigner() || dataClass == None)
-        return;
-    for (int c = 0; c < q->columnCount(); ++c) {
-        if (const auto shown = columnWords.shown(c))
-            q->setColumnHidden(c, !*shown);
-    }
-}
-
-void TableWidget::Private::indirectBit(int index, int value)
-{
-    const int cell = IndirectBitIndex - index;
-    const int columns = q->columnCount();
-    if (columns <= 0)
-        return;
-    const QTableWidgetItem *item = q->item(cell / columns, cell % columns);
-    QeltApp *app = binding.app();
-    if (!item || item->whatsThis().isEmpty() || !app)
-        return;
-    // No registration of the table asks for these updates; a panel application that does gives a
-    // bit cell a moving address: the received value, less field 10, replaces the cell's address while
-    // its bit type and bit index stay, as a button's live address change does.
-    const BindingText b = BindingText::parse(item->whatsThis());
-    const int channel = binding.chnNoVarEnable() ? QeltApp::CurrentChannel : std::max(0, b.field(1) - 1);
-    app->stopUpdateUI();
-    app->registerUIVariable(binding.form(), q, q, cell, b.comId, channel, 0, value - b.field(10), b.field(2),
-                            b.field(4), 1, 10, 10, 0, 0, false);
-    app->startUpdateUI(binding.form());
-}
 
 TableWidget::TableWidget(QWidget *parent)
     : QTableWidget(parent)
@@ -583,19 +350,15 @@ QWidget *TableWidget::inputWidget() const { return d->editor.inputWidget(); }
 
 QString TableWidget::cellText(int row, int column)
 {
-    if (const QTableWidgetItem *cell = item(row, column))
-        return cell->text();
     QString text, binding;
-    d->loader.storedTexts(row, column, &text, &binding);
+    d->readCell(row, column, &text, &binding);
     return text;
 }
 
 QString TableWidget::cellBindingText(int row, int column)
 {
-    if (const QTableWidgetItem *cell = item(row, column))
-        return cell->whatsThis();
     QString text, binding;
-    d->loader.storedTexts(row, column, &text, &binding);
+    d->readCell(row, column, &text, &binding);
     return binding;
 }
 
@@ -628,7 +391,7 @@ void TableWidget::updateData(int index, int value)
         QTableWidgetItem *cell = item(index / columnCount(), index % columnCount());
         if (!cell)
             return;
-        if (d->bitView)
+        if (d->bitView.isActive())
             cell->setBackground(value == 0 ? QColor(Qt::white) : QColor(255, 50, 50));
         else
             cell->setText(value != 0 ? QStringLiteral("1") : QStringLiteral("0"));
@@ -638,7 +401,7 @@ void TableWidget::updateData(int index, int value)
 
 void TableWidget::updateData(int index, const QString &text)
 {
-    if (index < 0 || d->bitView || columnCount() <= 0)
+    if (index < 0 || d->bitView.isActive() || columnCount() <= 0)
         return;
     if (QTableWidgetItem *cell = item(index / columnCount(), index % columnCount()))
         cell->setText(text);
@@ -956,8 +719,38 @@ void TableWidget::slotPropertyChanged(const QString &name, const QVariant &)
         verticalHeader()->setDefaultSectionSize(d->rowHeight);
 }
 
-bool TableWidget::event(QEvent *event) { return QTableWidget::event(event); }
-bool TableWidget::eventFilter(QObject *watched, QEvent *event) { return QTableWidget::eventFilter(watched, event); }
+bool TableWidget::event(QEvent *event)
+{
+    const bool handled = QTableWidget::event(event);
+    // A taller table shows rows no scroll has made yet.
+    if (event->type() == QEvent::Resize)
+        d->refreshVisibleRows();
+    return handled;
+}
+
+bool TableWidget::eventFilter(QObject *watched, QEvent *event)
+{
+    // The corner button, once it carries a text, is drawn as one more header section.
+    auto *corner = qobject_cast<QAbstractButton *>(watched);
+    if (!corner || corner->parent() != this || event->type() != QEvent::Paint)
+        return QTableWidget::eventFilter(watched, event);
+    QStyleOptionHeader option;
+    option.initFrom(corner);
+    option.rect = corner->rect();
+    option.text = corner->text();
+    option.textAlignment = Qt::AlignCenter;
+    option.position = QStyleOptionHeader::OnlyOneSection;
+    option.state = QStyle::State_None;
+    if (corner->isEnabled())
+        option.state |= QStyle::State_Enabled;
+    if (corner->isActiveWindow())
+        option.state |= QStyle::State_Active;
+    if (corner->isDown())
+        option.state |= QStyle::State_Sunken;
+    QStylePainter painter(corner);
+    painter.drawControl(QStyle::CE_Header, option);
+    return true;
+}
 void TableWidget::keyPressEvent(QKeyEvent *event)
 {
     switch (event->key()) {
@@ -1032,9 +825,9 @@ void TableWidget::showEvent(QShowEvent *event)
         if (ok && width >= 0)
             QTableWidget::setColumnWidth(c, width);
     }
-    if (!d->ncCodeView) {
+    if (!d->ncView.isActive()) {
         d->loadData();
-        if (!d->bitView && !designer)
+        if (!d->bitView.isActive() && !designer)
             d->texts.selectFirstSelectable();
     }
     for (const CellSpans::Span &s : std::as_const(d->spans)) {
@@ -1049,6 +842,93 @@ void TableWidget::showEvent(QShowEvent *event)
 void TableWidget::scrollContentsBy(int dx, int dy)
 {
     QTableWidget::scrollContentsBy(dx, dy);
-    if (dy != 0 && d->mode == 0 && !d->ncCodeView && !d->bitView && !d->firstShowPending)
-        d->loadData();
+    if (dy != 0)
+        d->refreshVisibleRows();
+}
+
+void TableWidget::loadFormFile(const QString &fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        d->warnFile("loadFormFile:Cannot read file!\n", file);
+        return;
+    }
+    d->files.load(&file, d->binding.app(), fileName);
+    d->refreshVisibleRows();
+}
+
+void TableWidget::saveAsFile(const QString &fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text)) {
+        d->warnFile("saveAsFile:Cannot write file!\n", file);
+        return;
+    }
+    d->files.save(&file, d->binding.app());
+}
+
+void TableWidget::showAsNCCode(const QString &fileName, const QString &codeSign)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        d->warnFile("showAsNCCode:Cannot read file!\n", file);
+        return;
+    }
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    d->leaveDesignedContents();
+    int cut = 0;
+    if (const int over = d->ncView.show(codeSign.split(QLatin1Char(',')), &file, &cut))
+        qWarning("%s \"%s\": \"%s\" has %d lines more than the %d a program view holds; they are not shown",
+                 metaObject()->className(), qPrintable(objectName()), qPrintable(fileName), over, NcView::MaxLines);
+    if (cut)
+        qWarning("%s \"%s\": \"%s\": %d lines longer than %lld bytes were cut", metaObject()->className(),
+                 qPrintable(objectName()), qPrintable(fileName), cut, TextFileLines::MaxLineBytes);
+    setCornerText(QStringLiteral("n"));
+    d->ncView.cover(d->firstVisibleRow(), d->lastVisibleRow());
+    QApplication::restoreOverrideCursor();
+}
+
+void TableWidget::saveAsNCCode(const QString &fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text)) {
+        d->warnFile("saveAsNCCode:Cannot write file!\n", file);
+        return;
+    }
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    QTextStream out(&file);
+    TextFileLines::useUtf8(&out);
+    for (int row = 0; row < rowCount(); ++row)
+        out << d->ncView.lineAt(row) << '\n';
+    QApplication::restoreOverrideCursor();
+}
+
+void TableWidget::showAsCNCBit(int channel, int bitType, int startAddress, int bitCount, int titleType)
+{
+    const BitView::Result result = d->bitView.show(channel, bitType, startAddress, bitCount, titleType);
+    if (result == BitView::Unchanged)
+        return;
+    d->leaveDesignedContents();
+    if (result == BitView::Cleared)
+        return;
+    setCornerText(d->bitView.bitTypeName());
+    d->bitView.cover(d->firstVisibleRow(), d->lastVisibleRow());
+    QeltApp *app = d->binding.app();
+    if (app)
+        app->stopUpdateUI();
+    loadBitData();
+    if (app)
+        app->startUpdateUI(d->binding.form());
+}
+
+void TableWidget::loadBitData() { d->loadBitData(); }
+
+void TableWidget::setCornerText(const QString &text)
+{
+    auto *corner = findChild<QAbstractButton *>(QString(), Qt::FindDirectChildrenOnly);
+    if (!corner)
+        return;
+    corner->setText(text);
+    corner->installEventFilter(this);
+    corner->update();
 }

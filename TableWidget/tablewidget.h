@@ -240,6 +240,11 @@ public Q_SLOTS:
     void findNext();
     void findPrevious();
     void jumpTo(int column);
+    void loadFormFile(const QString &fileName);
+    void saveAsFile(const QString &fileName);
+    void showAsNCCode(const QString &fileName, const QString &codeSign);
+    void saveAsNCCode(const QString &fileName);
+    void showAsCNCBit(int channel, int bitType, int startAddress, int bitCount, int titleType);
     void setColumnWidth(int column, int width);
     void setColumnHeaderLabel(int column, const QString &label);
     void setColumnHide(int column, bool hide);
@@ -274,10 +279,12 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
+    void setCornerText(const QString &text);
 
 private:
     void returnPressed();
     void textChanged(int key);
+    void loadBitData();
 
     class Private;
     std::unique_ptr<Private> const d;

@@ -1,0 +1,182 @@
+#include "tablewidget_p.h"
+
+#include <QHeaderView>
+#include <QMessageBox>
+
+#include <limits>
+
+using norvo_v0::QeltApp;
+using namespace TableWidgetLimits;
+
+QTableWidgetItem *TableWidget::Private::madeItem(int row, int column)
+{
+    if (row < 0 || column < 0 || row >= q->rowCount() || column >= q->columnCount())
+        return nullptr;
+    if (!loader.isLoaded(row))
+        loader.makeRow(row);
+    return q->item(row, column);
+}
+
+void TableWidget::Private::showFound()
+{
+    const JumpSearch::Cell cell = found.at(foundIndex);
+    q->jumpToCell(cell.first, cell.second);
+    q->setFocus();
+}
+
+QTableWidgetItem *TableWidget::Private::itemAt(int row, int column)
+{
+    if (row < 0 || column < 0 || row >= q->rowCount() || column >= q->columnCount())
+        return nullptr;
+    QTableWidgetItem *item = q->item(row, column);
+    if (!item) {
+        item = new QTableWidgetItem;
+        q->QTableWidget::setItem(row, column, item);
+    }
+    return item;
+}
+
+void TableWidget::Private::loadData()
+{
+    if (loader.isEmpty())
+        return;
+    const int first = firstVisibleRow();
+    const int last = lastVisibleRow();
+    if (inDesigner()) {
+        // Designer edits and saves every item: they all exist there, none is registered.
+        if (itemSync)
+            itemSync->setSuspended(true);
+        loader.loadAll(&DesignerItemSync::expose);
+        if (itemSync)
+            itemSync->setSuspended(false);
+    } else {
+        loader.cover(first, last);
+    }
+    // Parsed bindings are kept for the rows around the screen only, not for all rows ever shown.
+    if (registrar.cacheSize() > 4 * (last - first + 2) * q->columnCount())
+        registrar.clearCache();
+    if (QeltApp *app = binding.app()) {
+        app->stopUpdateUI();
+        app->removeUIVariable(binding.form(), q);
+        registrar.registerRows(app, binding.form(), first, last + 1);
+        registerTableVariables(app);
+        app->startUpdateUI(binding.form());
+    }
+    dataLoaded = true;
+    updateItemText();
+}
+
+void TableWidget::Private::registerTableVariables(QeltApp *app)
+{
+    QWidget *form = binding.form();
+    if (defaultSearchClass != None) {
+        app->registerUIVariable(form, q, q, DefaultSearchIndex, 0, defaultSearchChannel, defaultSearchClass,
+                                defaultSearchAddress, -1, 0, 1, 10, 10, 0, 0, false);
+        const int method = app->getData(defaultSearchChannel, QeltApp::DataClass(defaultSearchClass), defaultSearchAddress, 0);
+        defaultSearchMethod = method >= 0 && method < SearchMethodCount ? method : 0;
+    }
+    if (visibleSearchClass != None) {
+        app->registerUIVariable(form, q, q, VisibleSearchIndex, 0, visibleSearchChannel, visibleSearchClass,
+                                visibleSearchAddress, -1, 0, 1, 10, 10, 0, 0, false);
+        visibleSearchMethods = app->getData(visibleSearchChannel, QeltApp::DataClass(visibleSearchClass),
+                                            visibleSearchAddress, 0)
+            | (1 << defaultSearchMethod);
+    }
+    if (dataClass != None) {
+        const QList<int> words = ColumnVisibility::addresses(addresses);
+        for (int i = 0; i < words.size(); ++i)
+            app->registerUIVariable(form, q, q, ColumnVisibility::registrationIndex(i), 0, binding.channelIndex(),
+                                    dataClass, words.at(i), -1, 0, 1, 10, 10, 0, 0, false);
+    }
+}
+
+void TableWidget::Private::applyColumnVisibility()
+{
+    // Hiding follows the table's own words alone: a column the controller hides must be hidden
+    // before the operator ever touches a cell.
+    if (inDesigner() || dataClass == None)
+        return;
+    for (int c = 0; c < q->columnCount(); ++c) {
+        if (const auto shown = columnWords.shown(c))
+            q->setColumnHidden(c, !*shown);
+    }
+}
+
+void TableWidget::Private::indirectBit(int index, int value)
+{
+    const int cell = IndirectBitIndex - index;
+    const int columns = q->columnCount();
+    if (columns <= 0)
+        return;
+    const QTableWidgetItem *item = q->item(cell / columns, cell % columns);
+    QeltApp *app = binding.app();
+    if (!item || item->whatsThis().isEmpty() || !app)
+        return;
+    // No registration of the table asks for these updates; a panel application that does gives a
+    // bit cell a moving address: the received value, less field 10, replaces the cell's address while
+    // its bit type and bit index stay, as a button's live address change does.
+    const BindingText b = BindingText::parse(item->whatsThis());
+    const int channel = binding.chnNoVarEnable() ? QeltApp::CurrentChannel : std::max(0, b.field(1) - 1);
+    const qint64 address = qint64(value) - b.field(10);
+    if (address < 0 || address > std::numeric_limits<int>::max())
+        return; // no variable lies there
+    app->stopUpdateUI();
+    app->registerUIVariable(binding.form(), q, q, cell, b.comId, channel, 0, int(address), b.field(2), b.field(4), 1,
+                            10, 10, 0, 0, false);
+    app->startUpdateUI(binding.form());
+}
+
+
+bool TableWidget::Private::readCell(int row, int column, QString *text, QString *binding)
+{
+    if (const QTableWidgetItem *cell = q->item(row, column)) {
+        *text = cell->text();
+        *binding = cell->whatsThis();
+        return true;
+    }
+    return loader.storedTexts(row, column, text, binding);
+}
+
+void TableWidget::Private::leaveDesignedContents()
+{
+    loader.load(QByteArray());
+    registrar.clearCache();
+    if (QeltApp *app = binding.app()) {
+        // Their indexes would now name the program's or the monitor's cells.
+        app->stopUpdateUI();
+        app->removeUIVariable(binding.form(), q);
+        app->startUpdateUI(binding.form());
+    }
+}
+
+void TableWidget::Private::loadBitData()
+{
+    QeltApp *app = binding.app();
+    if (!app || !bitView.isActive())
+        return;
+    app->removeUIVariable(binding.form(), q);
+    bitView.registerRows(app, binding.form(), q, firstVisibleRow(), lastVisibleRow());
+}
+
+void TableWidget::Private::refreshVisibleRows()
+{
+    if (firstShowPending)
+        return;
+    if (ncView.isActive()) {
+        ncView.cover(firstVisibleRow(), lastVisibleRow());
+    } else if (bitView.isActive()) {
+        bitView.cover(firstVisibleRow(), lastVisibleRow());
+        if (QeltApp *app = binding.app()) {
+            app->stopUpdateUI();
+            loadBitData();
+            app->startUpdateUI(binding.form());
+        }
+    } else if (mode == 0) {
+        loadData();
+    }
+}
+
+void TableWidget::Private::warnFile(const char *message, const QFile &file)
+{
+    QMessageBox::warning(q, QStringLiteral("TableWidget"), QLatin1String(message) + file.errorString(), QMessageBox::Ok);
+}
