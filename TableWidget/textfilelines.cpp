@@ -25,6 +25,7 @@ QString TextFileLines::next()
     } else if (!m_device->atEnd()) {
         // Over the limit: drop the rest of this line, a piece at a time.
         ++m_cut;
+        line.truncate(int(m_maxLineBytes));
         QByteArray rest;
         do {
             rest = m_device->readLine(64 * 1024);

@@ -1,0 +1,432 @@
+// The table's files, its NC program view and its bit monitor, on a recording application: what a
+// table file holds and what loading it writes, the NC words and the exact write-back of programs,
+// the monitor's cells and registrations, and the refusals for files an operator's USB stick brings.
+#include "bitview.h"
+#include "ncprogram.h"
+#include "ncview.h"
+#include "norvointerface_z3.h"
+#include "tabletestsupport.h"
+#include "textfilelines.h"
+
+#include <QAbstractButton>
+#include <QBuffer>
+#include <QHeaderView>
+#include <QMessageBox>
+#include <QRandomGenerator>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QTimer>
+
+using namespace TableTest;
+
+namespace {
+
+QByteArray readAll(const QString &fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void writeFile(const QString &fileName, const QByteArray &bytes)
+{
+    QFile file(fileName);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+// Closes the next message box and tells its title and text.
+struct BoxWatcher
+{
+    QString title;
+    QString text;
+    QTimer timer;
+    BoxWatcher()
+    {
+        timer.setInterval(5);
+        QObject::connect(&timer, &QTimer::timeout, [this] {
+            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+                title = box->windowTitle();
+                text = box->text();
+                box->accept();
+            }
+        });
+        timer.start();
+    }
+};
+
+// Row 0: a name, a value with 2 places, a bit, a hex word (link 3, long form), nothing;
+// row 1: a name, a value without limits, nothing after it.
+QString binding(int r, int c)
+{
+    static const QString cells[2][5] = {
+        {QString(), QStringLiteral("1@0@100@8@2@-1000@1000"), QStringLiteral("bit@1@0@30@5@0"),
+         QStringLiteral("2@3@7@4@0@0@100000@3@1@3"), QString()},
+        {QString(), QStringLiteral("1@1@9@6@0"), QString(), QString(), QString()}};
+    return cells[r][c];
+}
+
+struct FilePanel : Panel
+{
+    QTemporaryDir dir;
+    FilePanel()
+        : Panel(2, 5, contents(2, 5, binding, [](QTableWidgetItem *item, int r, int c) {
+            if (c == 0)
+                item->setText(r == 0 ? QStringLiteral("Feed") : QStringLiteral("Speed"));
+        }))
+    {
+        // Row 1 ends after its second cell: the cells after it have no items.
+        show();
+        for (int c = 2; c < 5; ++c)
+            delete table->takeItem(1, c);
+        delete table->takeItem(0, 4);
+        app.clearCalls();
+    }
+    QString path(const char *name) const { return dir.filePath(QLatin1String(name)); }
+};
+
+QStringList ncCells(TableWidget *table, int row)
+{
+    QStringList out{table->verticalHeaderItem(row)->text() + QLatin1Char('|')
+                    + table->verticalHeaderItem(row)->data(NcView::TrailingRole).toString()};
+    for (int c = 0; c < table->columnCount(); ++c) {
+        const QTableWidgetItem *item = table->item(row, c);
+        out << (item ? item->text() + QLatin1Char('|') + item->data(NcView::TrailingRole).toString() : QStringLiteral("-"));
+    }
+    return out;
+}
+
+} // namespace
+
+class TstTableFiles : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
+
+    void saveThenLoad()
+    {
+        FilePanel p;
+        p.app.memory().setWord(0, 0, 0, 100, -12345);
+        p.app.memory().setBit(0, 0, 0, 30, 5, true);
+        p.app.memory().setWord(3, 1, 3, 7, 0x46);
+        p.app.memory().setWord(0, 0, 1, 9, 77);
+        p.table->saveAsFile(p.path("t.txt"));
+        // Values in decimal with the cell's width and places; the last cell of a row ends the line.
+        QCOMPARE(readAll(p.path("t.txt")), QByteArray("Feed\t -123.45\t1\t  70\nSpeed\t    77\n"));
+
+        p.app.memory().setWord(0, 0, 0, 100, 0);
+        p.app.memory().setWord(3, 1, 3, 7, 0);
+        p.app.clearCalls();
+        writeFile(p.path("t.txt"), QByteArray("Rapid\t -123.45\t0\t   70\nTurbo\t    77\n"));
+        p.table->loadFormFile(p.path("t.txt"));
+        // The values go to the controller, the texts into their cells, the bit is not written.
+        QCOMPARE(p.app.writes(), (QStringList{"setData(0,0,100,-12345,0)", "setData(1,3,7,70,3)",
+                                             "setData(0,1,9,77,0)"}));
+        QCOMPARE(p.table->item(0, 0)->text(), QStringLiteral("Rapid"));
+        QCOMPARE(p.table->item(1, 0)->text(), QStringLiteral("Turbo"));
+        QCOMPARE(p.table->rowCount(), 2);
+    }
+
+    void loadedValuesAreChecked_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QStringList>("writes");
+        QTest::newRow("more places than the cell: cut") << QByteArray("x\t1.236") << QStringList{"setData(0,0,100,123,0)"};
+        QTest::newRow("outside the limits") << QByteArray("x\t1000.01") << QStringList{};
+        QTest::newRow("hex text") << QByteArray("x\t2E") << QStringList{};
+        QTest::newRow("exponent past the word") << QByteArray("x\t1e300") << QStringList{};
+        QTest::newRow("empty") << QByteArray("x\t") << QStringList{};
+        QTest::newRow("sign alone") << QByteArray("x\t-") << QStringList{};
+        QTest::newRow("no limits, past the word") << QByteArray("x\t0\t0\t0\ny\t99999999999") << QStringList{"setData(0,0,100,0,0)", "setData(1,3,7,0,3)"};
+        QTest::newRow("CR-LF") << QByteArray("x\t5\r\ny\t6\r\n") << QStringList{"setData(0,0,100,500,0)", "setData(0,1,9,6,0)"};
+        QTest::newRow("no line feed at the end") << QByteArray("x\t5\ny\t6") << QStringList{"setData(0,0,100,500,0)", "setData(0,1,9,6,0)"};
+        QTest::newRow("more parts than columns") << QByteArray("x\t5\t0\t1\t2\t3\t4\t5") << QStringList{"setData(0,0,100,500,0)", "setData(1,3,7,1,3)"};
+        QTest::newRow("not UTF-8, binary") << QByteArray("\xff\xfe\x00\x01\t\x80\x81\n\x00\t4", 11) << QStringList{"setData(0,1,9,4,0)"};
+    }
+    void loadedValuesAreChecked()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QStringList, writes);
+        FilePanel p;
+        writeFile(p.path("t.txt"), file);
+        p.table->loadFormFile(p.path("t.txt"));
+        QCOMPARE(p.app.writes(), writes);
+    }
+
+    void longerFilesInsertRows()
+    {
+        FilePanel p;
+        p.table->setColumnTextAlignment(4, Qt::AlignCenter);
+        writeFile(p.path("t.txt"), QByteArray("a\n\nc\t\t\t\tfour\nd"));
+        p.table->loadFormFile(p.path("t.txt"));
+        QCOMPARE(p.table->rowCount(), 4);
+        QCOMPARE(p.table->item(1, 0)->text(), QString()); // an empty line empties the first cell
+        QCOMPARE(p.table->item(2, 0)->text(), QStringLiteral("c"));
+        QCOMPARE(p.table->item(2, 4)->text(), QStringLiteral("four"));
+        QCOMPARE(p.table->item(3, 4)->textAlignment(), int(Qt::AlignCenter));
+        QCOMPARE(p.table->item(3, 0)->text(), QStringLiteral("d"));
+    }
+
+    void oneHugeLine()
+    {
+        FilePanel p;
+        {
+            QFile file(p.path("big.txt"));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            const QByteArray chunk(1 << 20, 'x');
+            file.write("Feed\t");
+            for (int i = 0; i < 50; ++i)
+                file.write(chunk);
+            file.write("\nSpeed\n");
+        }
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("lines longer than")));
+        p.table->loadFormFile(p.path("big.txt"));
+        QCOMPARE(p.table->item(0, 0)->text(), QStringLiteral("Feed"));
+        QCOMPARE(p.table->item(1, 0)->text(), QStringLiteral("Speed"));
+        QCOMPARE(p.table->rowCount(), 2);
+        // The same file as a program: one line, cut, then the next.
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("lines longer than")));
+        p.table->showAsNCCode(p.path("big.txt"), QStringLiteral("S,F"));
+        QCOMPARE(p.table->rowCount(), 2);
+        QVERIFY(p.table->item(1, 0));
+        QCOMPARE(p.table->item(1, 0)->text(), QStringLiteral("PEED"));
+    }
+
+    void filesThatCannotBeOpened_data()
+    {
+        QTest::addColumn<int>("operation");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("load") << 0 << "loadFormFile:Cannot read file!\n";
+        QTest::newRow("save") << 1 << "saveAsFile:Cannot write file!\n";
+        QTest::newRow("program") << 2 << "showAsNCCode:Cannot read file!\n";
+        QTest::newRow("save program") << 3 << "saveAsNCCode:Cannot write file!\n";
+    }
+    void filesThatCannotBeOpened()
+    {
+        QFETCH(int, operation);
+        QFETCH(QString, message);
+        FilePanel p;
+        const QString missing = p.path("no/such/folder/file.txt");
+        BoxWatcher box;
+        const QStringList before{p.table->item(0, 0)->text(), QString::number(p.table->rowCount())};
+        switch (operation) {
+        case 0: p.table->loadFormFile(missing); break;
+        case 1: p.table->saveAsFile(missing); break;
+        case 2: p.table->showAsNCCode(missing, QStringLiteral("G,X")); break;
+        default: p.table->saveAsNCCode(missing); break;
+        }
+        QCOMPARE(box.title, QStringLiteral("TableWidget"));
+        QVERIFY2(box.text.startsWith(message) && box.text.size() > message.size(), qPrintable(box.text));
+        QCOMPARE((QStringList{p.table->item(0, 0)->text(), QString::number(p.table->rowCount())}), before);
+        QVERIFY(p.app.writes().isEmpty());
+    }
+
+    void ncWords_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QStringList>("cells"); // header|lead, then G, X, Y, F as text|trailing or -
+        QTest::newRow("words and blanks") << "G01 X10.5 Y-3" << QStringList{"0000|", "01| ", "10.5| ", "-3|", "-"};
+        QTest::newRow("lower case") << "g01 x10.5" << QStringList{"0000|", "01| ", "10.5|", "-", "-"};
+        QTest::newRow("text before the first word") << "N10 G00" << QStringList{"0000|N10 ", "00|", "-", "-", "-"};
+        QTest::newRow("comment") << "G01 (X AXIS ONLY) F200" << QStringList{"0000|", "01| (X AXIS ONLY) ", "-", "-", "200|"};
+        QTest::newRow("comment to the end") << "X1 ;Y2" << QStringList{"0000|", "-", "1| ;Y2", "-", "-"};
+        QTest::newRow("letters next to each other") << "G1X2Y3F4" << QStringList{"0000|", "1|", "2|", "3|", "4|"};
+        QTest::newRow("a letter repeated") << "G90 G01 X1" << QStringList{"0000|", "90| G01 ", "1|", "-", "-"};
+        QTest::newRow("out of column order") << "X5 G01" << QStringList{"0000|", "-", "5| G01", "-", "-"};
+        QTest::newRow("a letter without value") << "G X10" << QStringList{"0000|G ", "-", "10|", "-", "-"};
+        QTest::newRow("only blanks") << "   " << QStringList{"0000|   ", "-", "-", "-", "-"};
+    }
+    void ncWords()
+    {
+        QFETCH(QString, line);
+        QFETCH(QStringList, cells);
+        Panel p(2, 2);
+        p.show();
+        QTemporaryDir dir;
+        writeFile(dir.filePath(QStringLiteral("p.nc")), line.toUtf8() + "\n\n");
+        p.table->showAsNCCode(dir.filePath(QStringLiteral("p.nc")), QStringLiteral("G,X,Y,f"));
+        QCOMPARE(p.table->rowCount(), 1); // the empty line does not count
+        QCOMPARE(p.table->columnCount(), 4);
+        QCOMPARE(p.table->horizontalHeaderItem(3)->text(), QStringLiteral("f"));
+        QCOMPARE(ncCells(p.table, 0), cells);
+        auto *corner = p.table->findChild<QAbstractButton *>(QString(), Qt::FindDirectChildrenOnly);
+        QCOMPARE(corner->text(), QStringLiteral("n"));
+        p.table->saveAsNCCode(dir.filePath(QStringLiteral("out.nc")));
+        QCOMPARE(readAll(dir.filePath(QStringLiteral("out.nc"))), line.toUpper().toUtf8() + "\n");
+    }
+
+    // Generated programs of every kind of line come back exactly, upper-cased, whether the rows
+    // were made on screen or not.
+    void programsWrittenBackExactly()
+    {
+        QRandomGenerator random(20261124);
+        const QString alphabet = QStringLiteral("GXYZFSTMNIJKgxyz0123456789.-+ ()%;/#=*\t\u00b5");
+        QStringList lines;
+        for (int i = 0; i < 3000; ++i) {
+            QString line;
+            const int length = random.bounded(0, 40);
+            for (int k = 0; k < length; ++k)
+                line += alphabet.at(random.bounded(int(alphabet.size())));
+            lines << line;
+        }
+        Panel p(1, 1);
+        p.show();
+        QTemporaryDir dir;
+        writeFile(dir.filePath(QStringLiteral("p.nc")), lines.join(QLatin1Char('\n')).toUtf8());
+        p.table->showAsNCCode(dir.filePath(QStringLiteral("p.nc")), QStringLiteral("G,X,Y,Z,F,S,T,M"));
+        QCoreApplication::processEvents(); // the view lays out its new rows
+        p.table->verticalScrollBar()->setValue(1500); // some rows made, most not
+        p.table->saveAsNCCode(dir.filePath(QStringLiteral("out.nc")));
+        QStringList expected;
+        for (const QString &line : std::as_const(lines)) {
+            if (!line.isEmpty())
+                expected << line.toUpper();
+        }
+        const QStringList written = QString::fromUtf8(readAll(dir.filePath(QStringLiteral("out.nc")))).split(QLatin1Char('\n'));
+        QCOMPARE(written.mid(0, written.size() - 1), expected);
+        QVERIFY(p.table->item(1500, 0) || p.table->verticalHeaderItem(1500));
+        QVERIFY(!p.table->verticalHeaderItem(200) && !p.table->verticalHeaderItem(2800));
+    }
+
+    void ncViewStopsTheDesignedContents()
+    {
+        Panel p(3, 1, contents(3, 1, [](int, int) { return QStringLiteral("1@0@5@8@0@0@9"); }));
+        p.show();
+        QVERIFY(!p.app.registrations().isEmpty());
+        QTemporaryDir dir;
+        writeFile(dir.filePath(QStringLiteral("p.nc")), "G1\n");
+        p.table->showAsNCCode(dir.filePath(QStringLiteral("p.nc")), QStringLiteral("G"));
+        QVERIFY(p.app.registrations().isEmpty());
+        p.table->verticalScrollBar()->setValue(0);
+        p.table->updateData(0, QStringLiteral("99"));
+        QCOMPARE(p.table->item(0, 0)->text(), QStringLiteral("99")); // the application still may write cells
+        QVERIFY(p.app.registrations().isEmpty());
+    }
+
+    void bitMonitor_data()
+    {
+        QTest::addColumn<int>("bitType");
+        QTest::addColumn<int>("start");
+        QTest::addColumn<int>("titleType");
+        QTest::addColumn<QString>("title15");
+        QTest::addColumn<QString>("row1");
+        QTest::addColumn<QList<int>>("cell35"); // address, bit index of cell 35 (row 2, column 3)
+        QTest::newRow("output bits") << 1 << 2 << 1 << "15" << "0080" << QList<int>{99, 99};
+        QTest::newRow("register bits") << 10 << 7 << 2 << "F" << "0240" << QList<int>{8, 3};
+    }
+    void bitMonitor()
+    {
+        QFETCH(int, bitType);
+        QFETCH(int, start);
+        QFETCH(int, titleType);
+        QFETCH(QString, title15);
+        QFETCH(QString, row1);
+        QFETCH(QList<int>, cell35);
+        Panel p(3, 3);
+        p.show();
+        p.app.clearCalls();
+        p.table->showAsCNCBit(2, bitType, start, 40, titleType);
+        QCOMPARE(p.table->rowCount(), 3);
+        QCOMPARE(p.table->columnCount(), 16);
+        QCOMPARE(p.table->horizontalHeaderItem(15)->text(), title15);
+        QCOMPARE(p.table->horizontalHeaderItem(0)->text(), titleType == 1 ? QStringLiteral("00") : QStringLiteral("0"));
+        QCOMPARE(p.table->verticalHeaderItem(1)->text(), row1);
+        QCOMPARE(p.table->findChild<QAbstractButton *>(QString(), Qt::FindDirectChildrenOnly)->text(),
+                 BitView::BitTypeNames.at(bitType));
+        const QTableWidgetItem *cell = p.table->item(2, 3);
+        QCOMPARE((QList<int>{cell->data(BitView::AddressRole).toInt(), cell->data(BitView::BitIndexRole).toInt()}), cell35);
+        QCOMPARE(cell->data(BitView::FlagRole), QVariant(false));
+        QCOMPARE(cell->text(), QString::number(cell35.at(1)));
+        QCOMPARE(int(cell->flags()), int(Qt::ItemIsSelectable | Qt::ItemIsEnabled));
+        QCOMPARE(cell->textAlignment(), int(Qt::AlignCenter));
+        QVERIFY(!p.table->item(2, 8)); // 40 bits: the last row ends at bit 39
+        // Every cell on screen is registered as its bit; the updates colour the cells.
+        const QList<UiRegistration> regs = p.app.registrations();
+        QCOMPARE(regs.size(), 40);
+        const UiRegistration &r = regs.at(35);
+        QCOMPARE(r.arguments(), (QVariantList{35, 0, 1, 0, cell35.at(0), bitType, cell35.at(1), 1, 10, 10, 0, 0, false}));
+        QVERIFY(p.app.callNames().indexOf(QStringLiteral("stopUpdateUI"))
+                < p.app.callNames().indexOf(QStringLiteral("registerUIVariable")));
+        QCOMPARE(p.app.callNames().last(), QStringLiteral("startUpdateUI"));
+        p.app.deliver(p.table, 35, 1);
+        QCOMPARE(cell->background().color(), QColor(255, 50, 50));
+        QCOMPARE(cell->text(), QString::number(cell35.at(1)));
+        p.app.deliver(p.table, 35, 0);
+        QCOMPARE(cell->background().color(), QColor(Qt::white));
+    }
+
+    void bitMonitorFollowsScrolling()
+    {
+        Panel p(3, 3);
+        p.show();
+        p.table->showAsCNCBit(1, 0, 0, 100000, 1);
+        const int screen = p.visibleRows();
+        QCOMPARE(p.app.registrations().size(), screen * 16);
+        p.table->verticalScrollBar()->setValue(3000);
+        const QList<UiRegistration> regs = p.app.registrations();
+        QCOMPARE(regs.size(), p.visibleRows() * 16);
+        QCOMPARE(regs.first().index, 3000 * 16);
+        QCOMPARE(regs.first().address, 48000);
+        QCOMPARE(p.table->verticalHeaderItem(3000)->text(), QStringLiteral("48000"));
+        QVERIFY(!p.table->item(100, 0)); // rows far from the screen are not made
+    }
+
+    void bitMonitorRefusals_data()
+    {
+        QTest::addColumn<int>("bitType");
+        QTest::addColumn<int>("start");
+        QTest::addColumn<int>("titleType");
+        QTest::addColumn<int>("columns"); // afterwards
+        QTest::newRow("bit type past the names") << 11 << 0 << 1 << 2;
+        QTest::newRow("negative bit type") << -1 << 0 << 1 << 2;
+        QTest::newRow("negative address") << 0 << -1 << 1 << 2;
+        QTest::newRow("address past the numbers") << 0 << 100000000 << 1 << 2;
+        QTest::newRow("title type 3: cleared") << 0 << 0 << 3 << 0;
+    }
+    void bitMonitorRefusals()
+    {
+        QFETCH(int, bitType);
+        QFETCH(int, start);
+        QFETCH(int, titleType);
+        QFETCH(int, columns);
+        Panel p(2, 2, contents(2, 2, [](int, int) { return QString(); },
+                               [](QTableWidgetItem *item, int, int) { item->setText(QStringLiteral("kept")); }));
+        p.show();
+        p.table->showAsCNCBit(1, bitType, start, 40, titleType);
+        QCOMPARE(p.table->columnCount(), columns);
+        if (columns)
+            QCOMPARE(p.table->item(1, 1)->text(), QStringLiteral("kept"));
+        else
+            QCOMPARE(p.table->rowCount(), 0);
+    }
+
+    void linesOfAnyEnd_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QStringList>("lines");
+        QTest::addColumn<int>("cut");
+        QTest::newRow("LF") << QByteArray("a\nb\n") << QStringList{"a", "b"} << 0;
+        QTest::newRow("CR-LF, last without") << QByteArray("a\r\nb") << QStringList{"a", "b"} << 0;
+        QTest::newRow("empty lines") << QByteArray("\n\na") << QStringList{"", "", "a"} << 0;
+        QTest::newRow("over the limit") << QByteArray("0123456789\nab\n") << QStringList{"01234567", "ab"} << 1;
+        QTest::newRow("not UTF-8") << QByteArray("\xff" "a") << QStringList{QString(QChar::ReplacementCharacter) + "a"} << 0;
+    }
+    void linesOfAnyEnd()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QStringList, lines);
+        QFETCH(int, cut);
+        QBuffer buffer(&bytes);
+        QVERIFY(buffer.open(QIODevice::ReadOnly));
+        TextFileLines reader(&buffer, 8);
+        QStringList got;
+        while (!reader.atEnd())
+            got << reader.next();
+        QCOMPARE(got, lines);
+        QCOMPARE(reader.cutLines(), cut);
+    }
+};
+
+QTEST_MAIN(TstTableFiles)
+#include "tst_tablefiles.moc"
