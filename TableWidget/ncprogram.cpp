@@ -26,47 +26,55 @@ int NcProgram::columnOf(QChar c) const
 
 NcProgram::Line NcProgram::parse(const QString &line) const
 {
-    Line out;
-    // The text that is not a word goes to the last word's trailing text, or to the lead.
-    const auto carrier = [&out]() -> QString & { return out.words.isEmpty() ? out.lead : out.words.last().trailing; };
-    bool open = false;
-    enum { Code, Comment, Rest } state = Code;
-    // A letter with no value is plain text: "G X10" keeps "G " before the X word.
-    const auto closeWord = [&] {
-        open = false;
-        if (!out.words.last().text.isEmpty())
-            return;
-        const QChar letter = m_letters.at(out.words.takeLast().column);
-        carrier().append(letter);
+    // Words are found by position; everything between them is one stretch of the line, so the lead
+    // and each trailing text are cut out whole at the end.
+    struct Found
+    {
+        int column;
+        int letter; // position of the letter; the value follows it
+        int end;    // position after the value
     };
-    for (const QChar c : line) {
+    QList<Found> found;
+    enum { Code, Comment, Rest } state = Code;
+    const int length = int(line.size());
+    const QChar *chars = line.constData();
+    int i = 0;
+    while (i < length) {
+        const QChar c = chars[i];
         const int column = state == Code ? columnOf(c) : -1;
-        if (open) {
-            const bool closes = column >= 0 || c == QLatin1Char(' ') || c == QLatin1Char('\t') || c == QLatin1Char('(')
-                || c == QLatin1Char(';');
-            if (!closes) {
-                out.words.last().text.append(c);
-                continue;
-            }
-            closeWord();
-        }
         // A word starts only in a column after the last word's: repeated or earlier letters are
         // text, so the words stay in line order and the line is written back unchanged.
-        if (column >= 0 && (out.words.isEmpty() || column > out.words.last().column)) {
-            out.words.append(Word{column, QString(), QString()});
-            open = true;
+        if (column >= 0 && (found.isEmpty() || column > found.last().column)) {
+            int end = i + 1;
+            while (end < length) {
+                const QChar v = chars[end];
+                if (v == QLatin1Char(' ') || v == QLatin1Char('\t') || v == QLatin1Char('(') || v == QLatin1Char(';')
+                    || columnOf(v) >= 0)
+                    break;
+                ++end;
+            }
+            // A letter with no value is plain text: "G X10" keeps "G " before the X word.
+            if (end > i + 1)
+                found.append(Found{column, i, end});
+            i = end == i + 1 ? i + 1 : end;
             continue;
         }
-        carrier().append(c);
         if (state == Comment && c == QLatin1Char(')'))
             state = Code;
         else if (state == Code && c == QLatin1Char('('))
             state = Comment;
         else if (state == Code && c == QLatin1Char(';'))
             state = Rest;
+        ++i;
     }
-    if (open)
-        closeWord();
+    Line out;
+    out.lead = line.left(found.isEmpty() ? length : found.first().letter);
+    out.words.reserve(found.size());
+    for (int k = 0; k < found.size(); ++k) {
+        const Found &f = found.at(k);
+        const int next = k + 1 < found.size() ? found.at(k + 1).letter : length;
+        out.words.append(Word{f.column, line.mid(f.letter + 1, f.end - f.letter - 1), line.mid(f.end, next - f.end)});
+    }
     return out;
 }
 

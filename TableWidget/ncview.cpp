@@ -33,7 +33,7 @@ int NcView::show(const QStringList &codeSigns, QIODevice *file, int *cutLines)
             ++over;
             continue;
         }
-        m_lines.append(m_program->parse(line));
+        m_lines.append(line);
     }
     if (cutLines)
         *cutLines = lines.cutLines();
@@ -57,7 +57,7 @@ void NcView::cover(int first, int last)
 
 void NcView::makeRow(int row)
 {
-    NcProgram::Line &line = m_lines[row];
+    const NcProgram::Line line = m_program->parse(m_lines.at(row));
     auto *header = new QTableWidgetItem(QString::asprintf("%04d", row));
     header->setData(TrailingRole, line.lead);
     m_table->setVerticalHeaderItem(row, header);
@@ -67,7 +67,7 @@ void NcView::makeRow(int row)
         m_table->setItem(row, word.column, item);
     }
     // From now on the items hold the line.
-    line = NcProgram::Line();
+    m_lines[row] = QString();
     m_made[size_t(row)] = true;
 }
 
@@ -76,7 +76,7 @@ QString NcView::lineAt(int row) const
     if (!m_program || row < 0 || row >= int(m_made.size()))
         return QString();
     if (!m_made[size_t(row)])
-        return m_program->write(m_lines.at(row));
+        return m_lines.at(row);
     const QTableWidgetItem *header = m_table->verticalHeaderItem(row);
     QString out = header ? header->data(TrailingRole).toString() : QString();
     for (int column = 0; column < m_table->columnCount(); ++column) {

@@ -12,10 +12,10 @@
 class QIODevice;
 class QTableWidget;
 
-// The table showing an NC program: one row a line, one column a code sign. The lines are read and
-// split once; a row's items (the words, their trailing text in role 1032, the line number and the
-// text before the first word in its header) are made when the row comes near the screen, so a long
-// program opens like a short one.
+// The table showing an NC program: one row a line, one column a code sign. The lines are read once;
+// a line is split into its words and a row's items made (the words, their trailing text in role 1032,
+// the line number and the text before the first word in its header) when the row comes near the
+// screen, so a long program opens like a short one.
 class HMIWIDGETS_EXPORT NcView
 {
 public:
@@ -40,7 +40,7 @@ private:
 
     QTableWidget *const m_table;
     std::unique_ptr<NcProgram> m_program;
-    QList<NcProgram::Line> m_lines;
+    QStringList m_lines; // upper-cased, of the rows not made yet
     std::vector<bool> m_made;
 };
 

@@ -4,6 +4,11 @@
 #include <QTextStream>
 
 #include <algorithm>
+#include <cstring>
+
+namespace {
+constexpr qint64 ChunkBytes = 256 * 1024;
+} // namespace
 
 TextFileLines::TextFileLines(QIODevice *device, qint64 maxLineBytes)
     : m_device(device)
@@ -11,26 +16,45 @@ TextFileLines::TextFileLines(QIODevice *device, qint64 maxLineBytes)
 {
 }
 
+bool TextFileLines::fill()
+{
+    if (m_position > 0) {
+        m_buffer.remove(0, m_position);
+        m_position = 0;
+    }
+    const QByteArray chunk = m_device->read(ChunkBytes);
+    if (chunk.isEmpty())
+        return false;
+    m_buffer += chunk;
+    return true;
+}
+
 bool TextFileLines::atEnd() const
 {
-    return m_device->atEnd();
+    return m_position >= m_buffer.size() && m_device->atEnd();
 }
 
 QString TextFileLines::next()
 {
-    QByteArray line = m_device->readLine(m_maxLineBytes + 1);
     ++m_count;
-    if (line.endsWith('\n')) {
-        line.chop(1);
-    } else if (!m_device->atEnd()) {
-        // Over the limit: drop the rest of this line, a piece at a time.
-        ++m_cut;
-        line.truncate(int(m_maxLineBytes));
-        QByteArray rest;
-        do {
-            rest = m_device->readLine(64 * 1024);
-        } while (!rest.isEmpty() && !rest.endsWith('\n'));
+    QByteArray line;
+    bool cut = false;
+    for (;;) {
+        const char *start = m_buffer.constData() + m_position;
+        const qint64 available = m_buffer.size() - m_position;
+        const void *found = std::memchr(start, '\n', size_t(available));
+        const qint64 length = found ? static_cast<const char *>(found) - start : available;
+        const qint64 room = m_maxLineBytes - line.size();
+        if (length > room)
+            cut = true;
+        if (!cut || room > 0)
+            line.append(start, int(std::min(length, std::max<qint64>(0, room))));
+        m_position += found ? length + 1 : length;
+        if (found || !fill())
+            break;
     }
+    if (cut)
+        ++m_cut;
     if (line.endsWith('\r'))
         line.chop(1);
     return QString::fromUtf8(line);

@@ -3,6 +3,7 @@
 
 #include "hmiwidgets_export.h"
 
+#include <QByteArray>
 #include <QString>
 
 class QIODevice;
@@ -28,7 +29,12 @@ public:
     static void useUtf8(QTextStream *stream);
 
 private:
+    // Reads the next piece of the device behind what is left; false at its end.
+    bool fill();
+
     QIODevice *const m_device;
+    QByteArray m_buffer;
+    qint64 m_position = 0;
     const qint64 m_maxLineBytes;
     int m_count = 0;
     int m_cut = 0;

@@ -1,8 +1,9 @@
 // Feeds arbitrary text to the small parsers an operator or a form reaches: the function button's caption
 // table (value list and caption list) and its "r,g,b" colour, the soft keypad's entry and confirmation,
 // the value formatting of data words, the binding text of table cells and the record editing takes
-// from it, the conversion of what the operator typed into a word, the jump dialog's patterns, and
-// hmi-table's cell file. The first byte picks the parser and its settings.
+// from it, the conversion of what the operator typed into a word, the jump dialog's patterns, the
+// table's text files and NC programs, and hmi-table's cell file. The first byte picks the parser and
+// its settings.
 #include "bindingtext.h"
 #include "cellfile.h"
 #include "currentcell.h"
@@ -11,11 +12,19 @@
 #include "functionbutton.h"
 #include "jumppattern.h"
 #include "keypaddialog.h"
+#include "ncprogram.h"
+#include "recordingqeltapp.h"
+#include "tablecontents.h"
+#include "tablefiles.h"
+#include "tablewidget.h"
+#include "textfilelines.h"
 #include "tablestore.h"
 #include "valueconversion.h"
 #include "valueformatter.h"
 
 #include <QApplication>
+#include <QBuffer>
+#include <QDialog>
 #include <QRegularExpression>
 #include <QTableWidgetItem>
 #include <QtEndian>
@@ -71,7 +80,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const quint8 mode = data[0];
     const QByteArray rest(reinterpret_cast<const char *>(data + 1), int(size - 1));
     const QString text = QString::fromUtf8(rest);
-    switch (mode % 8) {
+    switch (mode % 10) {
     case 0: { // caption table: values and captions split at newlines, then one value delivered
         const QStringList lines = text.split(QLatin1Char('\n'));
         FunctionButton button;
@@ -139,6 +148,52 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         (void)ValueConversion::fromKeypad(typed, cell.sizeCode, cell.radix, cell.decimals, cell.lowest, cell.highest);
         (void)ValueConversion::fromDecimalText(typed, cell.decimals);
         (void)ValueConversion::doubleToInt(typed.toDouble(), cell.decimals);
+        break;
+    }
+    case 8: { // an NC program: the first line the code signs, every other line must come back exactly
+        QByteArray bytes = rest;
+        QBuffer file(&bytes);
+        file.open(QIODevice::ReadOnly);
+        TextFileLines lines(&file, 4096);
+        const NcProgram program(lines.atEnd() ? QStringList() : lines.next().split(QLatin1Char(',')));
+        while (!lines.atEnd()) {
+            const QString line = lines.next().toUpper();
+            if (program.write(program.parse(line)) != line)
+                abort();
+        }
+        break;
+    }
+    case 9: { // a table text file loaded into a table of text, value and bit cells, then saved
+        QTableWidgetItem name(QStringLiteral("Feed"));
+        QTableWidgetItem value;
+        value.setWhatsThis(QStringLiteral("1@0@100@8@2@-1000@1000"));
+        QTableWidgetItem hex;
+        hex.setWhatsThis(QStringLiteral("2@3@7@4@0@0@100000@3@1@3"));
+        QTableWidgetItem bit;
+        bit.setWhatsThis(QStringLiteral("bit@1@0@30@5@0"));
+        RecordingQeltApp app;
+        QDialog form;
+        auto *table = new TableWidget(&form);
+        table->setRowCount(2);
+        table->setColumnCount(4);
+        table->setData(TableContents::encode(2, 4, {{&name, &value, &hex, &bit}, {&value, &name}}));
+        table->setQeltAppAndFormPtr(&app, &form);
+        table->jumpToCell(1, 0); // makes the stored rows' items
+        table->jumpToCell(0, 0);
+        QByteArray bytes = rest;
+        QBuffer file(&bytes);
+        file.open(QIODevice::ReadOnly);
+        const auto readCell = [table](int r, int c, QString *text, QString *binding) {
+            *text = table->cellText(r, c);
+            *binding = table->cellBindingText(r, c);
+            return table->item(r, c) != nullptr;
+        };
+        const auto makeItem = [table](int r, int c) { return table->item(r, c); };
+        TableFiles files(table, readCell, makeItem);
+        files.load(&file, &app, QStringLiteral("fuzz"));
+        QBuffer out;
+        out.open(QIODevice::WriteOnly);
+        files.save(&out, &app);
         break;
     }
     default: { // value formatting: value, size code, radix, width and decimals from the bytes

@@ -1,0 +1,145 @@
+// The table's NC program view and bit monitor: loading a long program against reading the same file
+// line by line and splitting each line at blanks, and one scroll step of the bit monitor far down
+// against one near its start.
+// Usage: bench_tablefiles [rounds] [lines] [scroll steps]
+#include "simulatedcontroller.h"
+#include "tablewidget.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <algorithm>
+
+namespace {
+
+QTextStream &out()
+{
+    static QTextStream stream(stdout);
+    return stream;
+}
+
+struct Best
+{
+    qint64 ns = -1;
+    void add(qint64 t) { ns = ns < 0 ? t : std::min(ns, t); }
+};
+
+// A milling program: sequence numbers, motions with coordinates and feeds, tool changes, comments.
+void writeProgram(const QString &fileName, int lines)
+{
+    QFile file(fileName);
+    file.open(QIODevice::WriteOnly);
+    QTextStream stream(&file);
+    for (int i = 0; i < lines; ++i) {
+        switch (i % 5) {
+        case 0: stream << "N" << i << " G01 X" << (i % 400) * 0.25 << " Y-" << (i % 97) << ".5 F1200\n"; break;
+        case 1: stream << "N" << i << " G02 X" << (i % 300) << " Y" << (i % 50) << " I5. J-2.5\n"; break;
+        case 2: stream << "N" << i << " G00 Z" << (i % 20) + 5 << " (RETRACT)\n"; break;
+        case 3: stream << "N" << i << " M03 S" << 1000 + i % 5000 << "\n"; break;
+        default: stream << "N" << i << " T" << i % 24 << " M06 ; TOOL CHANGE\n"; break;
+        }
+    }
+}
+
+qint64 readAndSplit(const QString &fileName, int *words)
+{
+    QElapsedTimer timer;
+    timer.start();
+    QFile file(fileName);
+    file.open(QIODevice::ReadOnly | QIODevice::Text);
+    QTextStream stream(&file);
+    int count = 0;
+    QString line;
+    while (stream.readLineInto(&line))
+        count += int(line.split(QLatin1Char(' ')).size());
+    *words = count;
+    return timer.nsecsElapsed();
+}
+
+struct Panel
+{
+    QDialog form;
+    TableWidget *table = new TableWidget(&form);
+    explicit Panel(SimulatedController *controller)
+    {
+        form.resize(800, 600);
+        table->setGeometry(0, 0, 800, 600);
+        table->setQeltAppAndFormPtr(static_cast<norvo_v0::QeltApp *>(controller), &form);
+        form.show();
+        QApplication::processEvents();
+    }
+};
+
+qint64 loadProgram(SimulatedController *controller, const QString &fileName)
+{
+    Panel panel(controller);
+    QElapsedTimer timer;
+    timer.start();
+    panel.table->showAsNCCode(fileName, QStringLiteral("N,G,X,Y,Z,I,J,F,S,T,M"));
+    return timer.nsecsElapsed();
+}
+
+// One scroll step down and back at row, new rows made and registered each way.
+qint64 scrollStep(TableWidget *table, int row)
+{
+    QScrollBar *bar = table->verticalScrollBar();
+    bar->setValue(row);
+    QApplication::processEvents();
+    QElapsedTimer timer;
+    timer.start();
+    bar->setValue(row + 1);
+    bar->setValue(row);
+    return timer.nsecsElapsed() / 2;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? QByteArray("offscreen") : qgetenv("QT_QPA_PLATFORM"));
+    QApplication app(argc, argv);
+    const int rounds = argc > 1 ? std::max(1, atoi(argv[1])) : 5;
+    const int lines = argc > 2 ? std::max(1, atoi(argv[2])) : 100000;
+    const int steps = argc > 3 ? std::max(1, atoi(argv[3])) : 200;
+    out() << "Qt " << qVersion() << ", " << rounds << " rounds, best of each\n";
+
+    SimulatedController controller;
+    QTemporaryDir dir;
+    const QString program = dir.filePath(QStringLiteral("program.nc"));
+    writeProgram(program, lines);
+    out() << "program: " << lines << " lines, " << QFile(program).size() / 1024 << " KiB\n";
+    Best load, baseline;
+    int words = 0;
+    for (int round = 0; round < rounds; ++round) {
+        baseline.add(readAndSplit(program, &words));
+        load.add(loadProgram(&controller, program));
+    }
+    out() << "read and split " << lines << " lines (" << words << " parts): " << baseline.ns / 1e6 << " ms\n";
+    out() << "showAsNCCode " << lines << " lines: " << load.ns / 1e6 << " ms\n";
+    out() << "ratio NC program load / readLine and split: " << double(load.ns) / double(baseline.ns)
+          << " (target <= 3)\n";
+
+    Panel monitor(&controller);
+    monitor.table->showAsCNCBit(1, 0, 0, 200000, 1);
+    QApplication::processEvents();
+    const int near = 100 / 16;
+    const int far = 50000 / 16;
+    Best nearStep, farStep;
+    for (int round = 0; round < rounds; ++round) {
+        for (int i = 0; i < steps; ++i) {
+            nearStep.add(scrollStep(monitor.table, near));
+            farStep.add(scrollStep(monitor.table, far));
+        }
+    }
+    out() << "bit monitor scroll step at bit 100: " << nearStep.ns / 1e3 << " us, at bit 50000: " << farStep.ns / 1e3
+          << " us\n";
+    out() << "ratio bit monitor scroll step at bit 50000 / at bit 100: " << double(farStep.ns) / double(nearStep.ns)
+          << " (target <= 1.2)\n";
+    out().flush();
+    return 0;
+}
