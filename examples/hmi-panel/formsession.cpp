@@ -1,6 +1,5 @@
 #include "formsession.h"
 
-#include "inputwidget.h"
 #include "norvointerface_z3.h"
 #include "qeltapp.h"
 
@@ -84,12 +83,6 @@ void FormSession::start()
             QMetaObject::invokeMethod(w, "setQeltAppAndFormPtr", Qt::DirectConnection,
                                       Q_ARG(void *, static_cast<void *>(m_app)),
                                       Q_ARG(void *, static_cast<void *>(m_form.data())));
-        }
-    }
-    if (auto *input = m_form->findChild<InputWidget *>()) {
-        for (QWidget *w : widgets) {
-            if (hasMethod(w, "setInputWidget(QWidget*)"))
-                QMetaObject::invokeMethod(w, "setInputWidget", Qt::DirectConnection, Q_ARG(QWidget *, input));
         }
     }
     m_form->ensurePolished();

@@ -24,8 +24,7 @@ public:
     // What keeps the form from running whole, one line each: a plain QDialog inside the form would be
     // the form of the widgets in it, and it carries no application (a form file cannot give one).
     QStringList problems() const;
-    // Hands the application to the widgets, the form's input line (its first InputWidget) to the
-    // widgets that type into one, and starts updates.
+    // Hands the application to the widgets and starts updates.
     void start();
     void setLanguage(int index);
     void setAuthority(int authority);

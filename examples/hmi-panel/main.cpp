@@ -4,12 +4,14 @@
 #include "formloader.h"
 #include "formsession.h"
 #include "norvointerface_z3.h"
+#include "paneltables.h"
 #include "panelwindow.h"
 #include "simulatedcontroller.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDialog>
+#include <QFileInfo>
 #include <QTimer>
 
 #include <cstdio>
@@ -73,6 +75,8 @@ int main(int argc, char **argv)
     DemoScenario scenario(&controller);
     PanelWindow window(&session, {QStringLiteral("English"), QStringLiteral("Deutsch")});
     session.start();
+    for (const QString &problem : PanelTables::setUp(session.form(), QFileInfo(formFile).absolutePath()))
+        std::fprintf(stderr, "hmi-panel: %s: %s\n", qPrintable(formFile), qPrintable(problem));
     session.setAuthority(parser.value(authority).toInt());
     window.show();
 

@@ -8,10 +8,13 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QHBoxLayout>
+#include <QFileDialog>
 #include <QInputDialog>
+#include <QMenu>
 #include <QLabel>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 PanelWindow::PanelWindow(FormSession *session, const QStringList &languageNames, QWidget *parent)
@@ -36,8 +39,10 @@ PanelWindow::PanelWindow(FormSession *session, const QStringList &languageNames,
     authority->setToolTip(tr("Smaller is stronger; a widget needing authority N takes operators 1 ... N."));
     bar->addWidget(authority);
     bar->addStretch();
-    if (session->form()->findChild<TableWidget *>())
+    if (session->form()->findChild<TableWidget *>()) {
         addSearchKeys(bar);
+        addFileMenu(bar);
+    }
     layout->addLayout(bar);
 
     QDialog *form = session->form();
@@ -96,4 +101,41 @@ TableWidget *PanelWindow::currentTable() const
             return table;
     }
     return m_session->form() ? m_session->form()->findChild<TableWidget *>() : nullptr;
+}
+
+void PanelWindow::addFileMenu(QHBoxLayout *bar)
+{
+    auto *button = new QToolButton(this);
+    button->setObjectName(QStringLiteral("tableFilesKey"));
+    button->setText(tr("Files"));
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setPopupMode(QToolButton::InstantPopup);
+    auto *menu = new QMenu(button);
+    const QString tables = tr("Table files (*.txt *.tsv);;All files (*)");
+    const QString programs = tr("NC programs (*.nc *.mpf *.txt);;All files (*)");
+    menu->addAction(tr("Load table file..."), this, [this, tables] {
+        const QString file = QFileDialog::getOpenFileName(this, tr("Load table file"), QString(), tables);
+        if (TableWidget *table = currentTable(); table && !file.isEmpty())
+            table->loadFormFile(file);
+    });
+    menu->addAction(tr("Save table file..."), this, [this, tables] {
+        const QString file = QFileDialog::getSaveFileName(this, tr("Save table file"), QString(), tables);
+        if (TableWidget *table = currentTable(); table && !file.isEmpty())
+            table->saveAsFile(file);
+    });
+    menu->addAction(tr("Show NC program..."), this, [this, programs] {
+        const QString file = QFileDialog::getOpenFileName(this, tr("Show NC program"), QString(), programs);
+        TableWidget *table = currentTable();
+        if (!table || file.isEmpty())
+            return;
+        const QString signs = table->property("ncCodeSigns").toString();
+        table->showAsNCCode(file, signs.isEmpty() ? QStringLiteral("N,G,X,Y,Z,I,J,K,R,F,S,T,M") : signs);
+    });
+    menu->addAction(tr("Save NC program..."), this, [this, programs] {
+        const QString file = QFileDialog::getSaveFileName(this, tr("Save NC program"), QString(), programs);
+        if (TableWidget *table = currentTable(); table && !file.isEmpty())
+            table->saveAsNCCode(file);
+    });
+    button->setMenu(menu);
+    bar->addWidget(button);
 }

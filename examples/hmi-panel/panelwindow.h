@@ -19,6 +19,7 @@ public:
 private:
     void showRefusal(int authority);
     void addSearchKeys(QHBoxLayout *bar);
+    void addFileMenu(QHBoxLayout *bar);
     // The table the operator works in: the focused one, else the form's first.
     TableWidget *currentTable() const;
 
