@@ -17,8 +17,10 @@ QStringList PanelTables::setUp(QWidget *form, const QString &formFolder)
         const QString program = table->property("ncProgram").toString();
         if (!program.isEmpty()) {
             const QString path = QDir(formFolder).absoluteFilePath(program);
-            if (QFileInfo::exists(path))
+            if (QFileInfo::exists(path)) {
                 table->showAsNCCode(path, table->property("ncCodeSigns").toString());
+                table->resizeColumnsToContents(); // by the rows on screen
+            }
             else
                 problems << QStringLiteral("table \"%1\": no program %2").arg(table->objectName(), path);
         }
