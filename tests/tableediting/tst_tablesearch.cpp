@@ -47,7 +47,7 @@ private:
         if (auto *box = qobject_cast<QMessageBox *>(modal)) {
             ++m_boxes;
             box->accept();
-        } else if (auto *dialog = qobject_cast<JumpToDialog *>(modal); dialog && dialog->isVisible()) {
+        } else if (auto *dialog = qobject_cast<JumpToDialog *>(modal); dialog && dialog->isActiveWindow()) {
             if (m_steps.isEmpty()) {
                 dialog->reject();
                 return;
