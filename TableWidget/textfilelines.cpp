@@ -57,7 +57,8 @@ QString TextFileLines::next()
         ++m_cut;
     if (line.endsWith('\r'))
         line.chop(1);
-    return QString::fromUtf8(line);
+    // With its length: a NUL byte does not end a line here, on either Qt major.
+    return QString::fromUtf8(line.constData(), int(line.size()));
 }
 
 void TextFileLines::useUtf8(QTextStream *stream)
