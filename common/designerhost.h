@@ -8,6 +8,7 @@
 #include <QVariant>
 
 class QTableWidgetItem;
+class QUndoCommand;
 class QWidget;
 
 // What the widgets ask of the form designer. The designer plugin installs an implementation when
@@ -46,6 +47,10 @@ public:
     // Widgets created or dropped by a widget; manage gives the new one a unique object name.
     virtual void manageWidget(QWidget *formWindow, QWidget *widget) = 0;
     virtual void unmanageWidget(QWidget *formWindow, QWidget *widget) = 0;
+    virtual bool isManaged(QWidget *formWindow, QWidget *widget) const;
+    // Records a change of the widget's own (not a property) as one undoable step; the host takes
+    // the command and runs its redo at once.
+    virtual void pushCommand(QWidget *formWindow, QUndoCommand *command);
     virtual void markDirty(QWidget *formWindow) = 0;
     // Object inspector, action editor and property editor after structural changes.
     virtual void refreshEditors(QWidget *formWindow) = 0;

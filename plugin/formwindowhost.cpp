@@ -1,5 +1,7 @@
 #include "formwindowhost.h"
 
+#include <QUndoStack>
+
 #include <QtDesigner/QDesignerActionEditorInterface>
 #include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowCursorInterface>
@@ -187,6 +189,20 @@ void FormWindowHost::unmanageWidget(QWidget *formWindow, QWidget *widget)
     QDesignerFormWindowInterface *f = form(formWindow);
     if (f && widget && f->isManaged(widget))
         f->unmanageWidget(widget);
+}
+
+bool FormWindowHost::isManaged(QWidget *formWindow, QWidget *widget) const
+{
+    QDesignerFormWindowInterface *f = form(formWindow);
+    return f && widget && f->isManaged(widget);
+}
+
+void FormWindowHost::pushCommand(QWidget *formWindow, QUndoCommand *command)
+{
+    if (QDesignerFormWindowInterface *f = form(formWindow))
+        f->commandHistory()->push(command);
+    else
+        DesignerHost::pushCommand(formWindow, command);
 }
 
 void FormWindowHost::markDirty(QWidget *formWindow)
