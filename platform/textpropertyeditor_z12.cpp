@@ -63,9 +63,11 @@ textPropertyEditor_Z12::textPropertyEditor_Z12(QWidget *parent)
     styles->addWidget(m_italic);
     styles->addWidget(m_underline);
     fontForm->addRow(styles);
+    m_fontBox = fontBox;
     auto *textForm = new QFormLayout;
     textForm->addRow(tr("Word Library ID:"), m_wordLibId);
     textForm->addRow(tr("Text Color:"), m_colorButton);
+    m_colorLabel = textForm->labelForField(m_colorButton);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_table, 1);
     layout->addLayout(textForm);
@@ -109,6 +111,24 @@ void textPropertyEditor_Z12::setTextColor(const QColor &color)
 QColor textPropertyEditor_Z12::getTextColor() const
 {
     return m_color;
+}
+
+void textPropertyEditor_Z12::setFontVisible(bool visible)
+{
+    m_fontBox->setVisible(visible);
+}
+
+void textPropertyEditor_Z12::setColorVisible(bool visible)
+{
+    m_colorButton->setVisible(visible);
+    if (m_colorLabel)
+        m_colorLabel->setVisible(visible);
+}
+
+void textPropertyEditor_Z12::selectText(int language, int record)
+{
+    if (language >= 0 && language < m_table->rowCount() && record >= 0 && record < m_table->columnCount())
+        m_table->setCurrentCell(language, record);
 }
 
 QColor textPropertyEditor_Z12::askColor(const QColor &current)

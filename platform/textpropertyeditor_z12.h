@@ -30,6 +30,11 @@ public:
     QList<TextData> getTextDataList() const;
     void setTextColor(const QColor &color);
     QColor getTextColor() const;
+    // Shows or hides the font fields and the colour field.
+    void setFontVisible(bool visible);
+    void setColorVisible(bool visible);
+    // Makes the text of language in record (column) the one being edited.
+    void selectText(int language, int record);
 
 Q_SIGNALS:
     void textChange(const QString &text);
@@ -65,6 +70,8 @@ private:
     QCheckBox *m_italic;
     QCheckBox *m_underline;
     QPushButton *m_colorButton;
+    QWidget *m_fontBox = nullptr;
+    QWidget *m_colorLabel = nullptr;
 };
 
 #endif
