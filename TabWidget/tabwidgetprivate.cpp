@@ -71,6 +71,8 @@ QWidget *TabWidget::Private::insertTabAt(int position, int tab)
 {
     const QString tag = TabLists::tag(tab);
     QWidget *page = q->findTab(tag);
+    if (page && stack->indexOf(page) >= 0)
+        return page; // a tab has one page, shown once
     if (!page) {
         page = new QWidget(q);
         page->setStatusTip(tag);
@@ -105,7 +107,8 @@ void TabWidget::Private::showTexts()
         if (position < 0)
             continue;
         tabBar->setTabText(position, lists.textOf(tab, current));
-        tabBar->setTabTextColor(position, QColor(lists.colorOf(tab)));
+        if (tabBar->isTabEnabled(position))
+            tabBar->setTabTextColor(position, QColor(lists.colorOf(tab)));
     }
     if (const auto font = LanguageState::fontAt(languageFonts, current))
         q->setFont(*font);
@@ -119,8 +122,13 @@ void TabWidget::Private::applyAuthority()
         // By the page's tag, so that a tab keeps its threshold wherever it shows. A page without a
         // valid tag (added by hand) takes its position's threshold, and none past the list (0).
         const int number = tagNumber(stack->widget(position));
-        const int threshold = lists.authorityOf(number > 0 ? number - 1 : position);
-        tabBar->setTabEnabled(position, threshold == 0 || threshold >= operatorLevel);
+        const int tab = number > 0 ? number - 1 : position;
+        const int threshold = lists.authorityOf(tab);
+        const bool enabled = threshold == 0 || threshold >= operatorLevel;
+        tabBar->setTabEnabled(position, enabled);
+        // A tab's own text colour would hide that it is out of the operator's reach.
+        tabBar->setTabTextColor(position, enabled ? QColor(lists.colorOf(tab))
+                                                  : q->palette().color(QPalette::Disabled, QPalette::WindowText));
     }
 }
 

@@ -11,6 +11,7 @@
 #include "norvointerface_z3.h"
 #include "recordingqeltapp.h"
 #include "tablewidget.h"
+#include "tabwidget.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -74,6 +75,45 @@ void exerciseTable(const QByteArray &contents, const QByteArray &spans, const QB
     table->setPluginTransText(translated);
     (void)table->grab();
 }
+// A tab widget as a form gives it: text records, lists of any length, then counts, moves, authority,
+// controller words and languages from the bytes.
+void exerciseTabs(const QByteArray &textInfo, const QByteArray &lists, const QByteArray &languages)
+{
+    RecordingQeltApp app;
+    QDialog form;
+    auto *tabs = new TabWidget(&form);
+    const QList<QByteArray> entries = lists.split(',');
+    QStringList texts;
+    for (const QByteArray &entry : entries)
+        texts << QString::fromLatin1(entry);
+    tabs->setTabsCount(entries.size() % 40);
+    tabs->SetTextInfoBuffer(textInfo);
+    tabs->setTabTexts(texts);
+    tabs->setTabTextColors(texts.mid(1));
+    tabs->setOperationalAuthoritys(texts.mid(2));
+    tabs->setMultiTextList(texts.mid(3));
+    tabs->setCurrentIndex(int(qint8(languages.value(0))));
+    tabs->setGeometry(0, 0, 200, 120);
+    form.show();
+    for (char c : languages) {
+        const int n = int(qint8(c));
+        switch (n & 7) {
+        case 0: tabs->setTabsCount(n / 8); break;
+        case 1: tabs->tabMoved(n % 5, (n / 5) % 5); break;
+        case 2: tabs->updateAuthority(n); break;
+        case 3: tabs->updateData(0, int(quint32(n) * 0x1010101u)); break;
+        case 4: tabs->updateLanguage(n / 8); break;
+        case 5: tabs->setCurrentTabOperationalAuthority(n); break;
+        case 6: tabs->removeTab(n / 8); break;
+        default: tabs->insertTab(n / 8); break;
+        }
+    }
+    QList<QList<TextData>> records;
+    tabs->getPluginNameAndTransText(records);
+    QList<QStringList> translated{QStringList(QString::fromLatin1(languages.left(4)))};
+    tabs->setPluginTransText(translated);
+    (void)tabs->grab();
+}
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
@@ -108,5 +148,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     picture.resize(120, 40);
     exercise<PictureButton, QList<TextData>>(picture, textInfo, map, languages);
     exerciseTable(textInfo, parts.value(1).toHex(), map, languages);
+    exerciseTabs(textInfo, parts.value(1).left(400), languages);
     return 0;
 }

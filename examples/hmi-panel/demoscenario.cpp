@@ -16,6 +16,10 @@ DemoScenario::DemoScenario(SimulatedController *controller, QObject *parent)
     m_controller->setData(0, QeltApp::User, ParameterColumnsWord, 0x1f, 0);
     for (int i = 1; i < ParameterCount; ++i)
         m_controller->setData(0, QeltApp::User, FirstParameterWord + i, (i * 37) % 5000, 0);
+    m_controller->setData(0, QeltApp::User, ModesWord, 0b0111, 0);
+    const int overrides[] = {100, 100, 50, 7};
+    for (int i = 0; i < 4; ++i)
+        m_controller->setData(0, QeltApp::User, OverrideWords + i, overrides[i], 0);
 }
 
 void DemoScenario::start(int intervalMs)
@@ -34,6 +38,9 @@ void DemoScenario::step()
     m_controller->setBit(0, QeltApp::I_BIT, 0, 0, m_steps % 2 == 1, 0);
     m_controller->setBit(0, QeltApp::O_BIT, 0, 0, (m_steps / 2) % 2 == 1, 0);
     m_controller->setData(0, QeltApp::Reg, 100, (m_steps / 3) % 3, 0);
+    // Reference run done: Ref goes and comes back; MDI is refused while the door is open.
+    static const int modes[] = {0b0111, 0b1111, 0b1011};
+    m_controller->setData(0, QeltApp::User, ModesWord, modes[(m_steps / 3) % 3], 0);
     // A few parameters the machine itself adjusts, near the top of the list.
     for (int i = 1; i <= 4; ++i)
         m_controller->setData(0, QeltApp::User, FirstParameterWord + i, (i * 37 + m_steps * 11 * i) % 5000, 0);

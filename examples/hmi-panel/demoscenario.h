@@ -7,8 +7,9 @@
 class SimulatedController;
 
 // A little machine life for the demo forms: input I0.0 blinks, output O0.0 follows the cycle, a mode
-// counter in register word 100 steps through 0, 1, 2, and the parameter list's words (user words
-// 1001 ... 1999, column word 500) hold values, the first four changing.
+// counter in register word 100 steps through 0, 1, 2, the parameter list's words (user words
+// 1001 ... 1999, column word 500) hold values, the first four changing, and the word of the
+// operating modes a machine offers (user word 520, a bit a mode) changes now and then.
 class DemoScenario : public QObject
 {
     Q_OBJECT
@@ -18,6 +19,8 @@ public:
     static constexpr int ParameterColumnsWord = 500;
     static constexpr int FirstParameterWord = 1000;
     static constexpr int ParameterCount = 2000;
+    static constexpr int ModesWord = 520;
+    static constexpr int OverrideWords = 3101; // feed, spindle and rapid override, tool number
 
     void start(int intervalMs = 1000);
     void stop();

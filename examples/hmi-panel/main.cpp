@@ -12,6 +12,7 @@
 #include <QCommandLineParser>
 #include <QDialog>
 #include <QFileInfo>
+#include <QSpinBox>
 #include <QTimer>
 
 #include <cstdio>
@@ -77,6 +78,9 @@ int main(int argc, char **argv)
     session.start();
     for (const QString &problem : PanelTables::setUp(session.form(), QFileInfo(formFile).absolutePath()))
         std::fprintf(stderr, "hmi-panel: %s: %s\n", qPrintable(formFile), qPrintable(problem));
+    // Through the panel's own field, which then shows the authority the panel runs with.
+    if (auto *box = window.findChild<QSpinBox *>(QStringLiteral("authorityBox")))
+        box->setValue(parser.value(authority).toInt());
     session.setAuthority(parser.value(authority).toInt());
     window.show();
 

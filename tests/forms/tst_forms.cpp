@@ -10,9 +10,11 @@
 #include "norvointerface_z3.h"
 #include "recordingqeltapp.h"
 #include "tablewidget.h"
+#include "tabwidget.h"
 #include "ui_demo.h"
 #include "ui_parameters.h"
 #include "ui_program.h"
+#include "ui_tabs.h"
 #include "ui_softkeys.h"
 
 #include <QDialog>
@@ -44,6 +46,8 @@ private Q_SLOTS:
     void parameterForm();
     void programForm_data();
     void programForm();
+    void tabForm_data();
+    void tabForm();
 };
 
 void TestForms::compiledForm()
@@ -120,7 +124,8 @@ void TestForms::stdsetAsDesignerWrites()
     QVERIFY(doc.setContent(&file));
     const QHash<QString, const QMetaObject *> classes{{QStringLiteral("BitButton"), &BitButton::staticMetaObject},
                                                       {QStringLiteral("FunctionButton"), &FunctionButton::staticMetaObject},
-                                                      {QStringLiteral("TableWidget"), &TableWidget::staticMetaObject}};
+                                                      {QStringLiteral("TableWidget"), &TableWidget::staticMetaObject},
+                                                      {QStringLiteral("TabWidget"), &TabWidget::staticMetaObject}};
     int checked = 0;
     const QDomNodeList widgets = doc.elementsByTagName(QStringLiteral("widget"));
     for (int i = 0; i < widgets.size(); ++i) {
@@ -322,4 +327,52 @@ void TestForms::programForm()
     for (const UiRegistration &r : app.registrations())
         monitored += r.widget == monitor && r.bitType == 0;
     QVERIFY(monitored >= 16);
+}
+
+void TestForms::tabForm_data()
+{
+    QTest::addColumn<bool>("compiled");
+    QTest::newRow("uic") << true;
+    QTest::newRow("loaded") << false;
+}
+
+// The tab sample: pages holding buttons and a parameter table, a service tab above authority 2, and
+// mode tabs that a controller word makes present.
+void TestForms::tabForm()
+{
+    QFETCH(bool, compiled);
+    std::unique_ptr<QWidget> root;
+    Ui::TabScreen ui;
+    if (compiled) {
+        root = std::make_unique<QDialog>();
+        ui.setupUi(static_cast<QDialog *>(root.get()));
+    } else {
+        FormLoader loader;
+        root.reset(loader.loadFile(QStringLiteral(HMI_FORMS_DIR "/tabs.ui")));
+        QVERIFY2(root, qPrintable(loader.problem()));
+    }
+    auto *operation = root->findChild<TabWidget *>(QStringLiteral("operationTabs"));
+    auto *modes = root->findChild<TabWidget *>(QStringLiteral("modeTabs"));
+    QVERIFY(operation && modes);
+    RecordingQeltApp app;
+    app.memory().setWord(0, 0, 0, 520, 0b1011);
+    FormSession session(root.release(), &app);
+    session.start();
+    session.form()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(session.form()));
+    QCOMPARE(operation->tabBar()->count(), 3);
+    QVERIFY(operation->findTab(QStringLiteral("tab_1"))->findChild<BitButton *>(QStringLiteral("spindleKey")));
+    QVERIFY(operation->findTab(QStringLiteral("tab_2"))->findChild<TableWidget *>(QStringLiteral("pageTable")));
+    session.setAuthority(3);
+    QVERIFY(!operation->tabBar()->isTabEnabled(2));
+    session.setAuthority(2);
+    QVERIFY(operation->tabBar()->isTabEnabled(2));
+    // The mode tabs wait for the controller's word.
+    QCOMPARE(modes->tabBar()->count(), 0);
+    QCOMPARE(app.deliver(modes, 0, 0b1011), 1);
+    QCOMPARE(modes->tabBar()->count(), 3);
+    QCOMPARE(modes->tabBar()->tabText(2), QStringLiteral("Ref"));
+    session.setLanguage(1);
+    QCOMPARE(operation->tabBar()->tabText(0), QStringLiteral("Hand"));
+    QCOMPARE(modes->tabBar()->tabText(2), QStringLiteral("Referenz"));
 }
