@@ -79,10 +79,13 @@ void StackedWidget::setCurrentIndex(int index)
         placeCurrent();
         return;
     }
-    // Switch without showing the change half done, and keep the keyboard focus on the pages.
+    // Switch without showing the change half done, and keep the keyboard focus on the pages. Only
+    // when updates are on: switching them off while a parent has them off (Designer loading a form)
+    // would keep them off for good.
     QWidget *updatesOwner = parentWidget() ? parentWidget() : this;
-    const bool updates = updatesOwner->updatesEnabled();
-    updatesOwner->setUpdatesEnabled(false);
+    const bool suspend = updatesOwner->updatesEnabled();
+    if (suspend)
+        updatesOwner->setUpdatesEnabled(false);
     const bool hadFocus = previous && previous->isAncestorOf(QApplication::focusWidget());
     placeCurrent();
     next->show();
@@ -91,7 +94,8 @@ void StackedWidget::setCurrentIndex(int index)
         previous->hide();
     if (hadFocus)
         next->setFocus();
-    updatesOwner->setUpdatesEnabled(updates);
+    if (suspend)
+        updatesOwner->setUpdatesEnabled(true);
 }
 
 void StackedWidget::setCurrentWidget(QWidget *page)

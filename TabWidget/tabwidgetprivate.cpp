@@ -182,10 +182,15 @@ void TabWidget::Private::renumberPages()
         if (QWidget *page = stack->widget(i))
             page->setObjectName(TabLists::tag(i) + QStringLiteral("_moving"));
     }
+    DesignerHost *host = DesignerHost::instance();
+    QWidget *fw = formWindow();
     for (int i = 0; i < stack->count(); ++i) {
         if (QWidget *page = stack->widget(i)) {
             page->setStatusTip(TabLists::tag(i));
             page->setObjectName(TabLists::tag(i));
+            // Another tab widget of the form may have pages of these names.
+            if (host && fw)
+                host->ensureUniqueName(fw, page);
         }
     }
     DesignerChildren::refresh(q);

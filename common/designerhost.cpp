@@ -44,6 +44,8 @@ bool DesignerHost::isManaged(QWidget *, QWidget *) const
     return false;
 }
 
+void DesignerHost::ensureUniqueName(QWidget *, QWidget *) {}
+
 void DesignerHost::pushCommand(QWidget *, QUndoCommand *command)
 {
     command->redo();

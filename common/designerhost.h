@@ -48,6 +48,8 @@ public:
     virtual void manageWidget(QWidget *formWindow, QWidget *widget) = 0;
     virtual void unmanageWidget(QWidget *formWindow, QWidget *widget) = 0;
     virtual bool isManaged(QWidget *formWindow, QWidget *widget) const;
+    // Renames widget when another widget of the form has its object name.
+    virtual void ensureUniqueName(QWidget *formWindow, QWidget *widget);
     // Records a change of the widget's own (not a property) as one undoable step; the host takes
     // the command and runs its redo at once.
     virtual void pushCommand(QWidget *formWindow, QUndoCommand *command);

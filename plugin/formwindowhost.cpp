@@ -197,6 +197,12 @@ bool FormWindowHost::isManaged(QWidget *formWindow, QWidget *widget) const
     return f && widget && f->isManaged(widget);
 }
 
+void FormWindowHost::ensureUniqueName(QWidget *formWindow, QWidget *widget)
+{
+    if (QDesignerFormWindowInterface *f = form(formWindow); f && widget)
+        f->ensureUniqueObjectName(widget);
+}
+
 void FormWindowHost::pushCommand(QWidget *formWindow, QUndoCommand *command)
 {
     if (QDesignerFormWindowInterface *f = form(formWindow))

@@ -48,6 +48,7 @@ public:
     void manageWidget(QWidget *formWindow, QWidget *widget) override;
     void unmanageWidget(QWidget *formWindow, QWidget *widget) override;
     bool isManaged(QWidget *formWindow, QWidget *widget) const override;
+    void ensureUniqueName(QWidget *formWindow, QWidget *widget) override;
     void pushCommand(QWidget *formWindow, QUndoCommand *command) override;
     void markDirty(QWidget *formWindow) override;
     void refreshEditors(QWidget *formWindow) override;

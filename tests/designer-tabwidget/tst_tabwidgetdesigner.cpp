@@ -7,7 +7,7 @@
 #include "norvointerface_z3.h"
 #include "tabwidget.h"
 
-#include <QtDesigner/QDesignerCustomWidgetCollectionInterface>
+#include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
 #include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowCursorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
@@ -27,6 +27,7 @@
 #include <QRegularExpression>
 #include <QSpinBox>
 #include <QTabBar>
+#include <QSet>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -34,12 +35,12 @@
 
 namespace {
 
-QString tabForm(const QString &inside = QString())
+QString tabForm(const QString &after = QString())
 {
     return DesignerCore::formDocument(QStringLiteral(
         "<widget class=\"TabWidget\" name=\"tabWidget\"><property name=\"geometry\"><rect><x>0</x><y>0</y>"
         "<width>300</width><height>200</height></rect></property>"
-        "<property name=\"tabsCount\"><number>3</number></property>%1</widget>").arg(inside));
+        "<property name=\"tabsCount\"><number>3</number></property></widget>%1").arg(after));
 }
 
 QStringList pageTags(TabWidget *tabs)
@@ -100,6 +101,26 @@ private Q_SLOTS:
         QVERIFY(!d->icon().isNull());
         QVERIFY(d->domXml().contains(QLatin1String("<widget class=\"TabWidget\" name=\"tabWidget\">")));
         QVERIFY(d->domXml().contains(QLatin1String("<width>150</width>")));
+    }
+
+    // Designer loads a form with updates off; the tab widget must not keep them off.
+    void tabsShowInAShownForm()
+    {
+        QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(tabForm());
+        auto *tabs = DesignerCore::formWidget<TabWidget>(form, QStringLiteral("tabWidget"));
+        QWidget host;
+        form->setParent(&host);
+        host.resize(500, 400);
+        host.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&host));
+        QVERIFY(tabs->updatesEnabled());
+        const QImage shown = tabs->grab().toImage();
+        const QRect bar = tabs->tabBar()->geometry().intersected(tabs->rect());
+        QSet<QRgb> colours;
+        for (int x = bar.left(); x <= bar.right(); x += 2)
+            colours.insert(shown.pixel(x, bar.center().y()));
+        QVERIFY(colours.size() > 3); // tab edges and text, not an empty strip
+        form->setParent(nullptr);
     }
 
     void pagesAreManagedSavedAndRestored()
@@ -169,7 +190,10 @@ private Q_SLOTS:
 
     void tabMoveIsOneUndoStep()
     {
-        QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(tabForm());
+        // A second tab widget on the form has pages of the same tags.
+        QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(
+            tabForm(QStringLiteral("<widget class=\"TabWidget\" name=\"otherTabs\"/>")));
+        QVERIFY(DesignerCore::formWidget<TabWidget>(form, QStringLiteral("otherTabs")));
         auto *tabs = DesignerCore::formWidget<TabWidget>(form, QStringLiteral("tabWidget"));
         QVERIFY(tabs);
         QWidget *third = tabs->findTab(QStringLiteral("tab_3"));
@@ -184,6 +208,11 @@ private Q_SLOTS:
         QCOMPARE(tabs->operationalAuthoritys(), (QStringList{"3", "0", "2"}));
         QCOMPARE(pageTags(tabs), (QStringList{"tab_1", "tab_2", "tab_3"}));
         QVERIFY(form->contents().contains(QLatin1String("<string>tab_3</string>")));
+        QSet<QString> names;
+        for (QWidget *w : form->mainContainer()->findChildren<QWidget *>()) {
+            if (form->isManaged(w))
+                QVERIFY2(!names.contains(w->objectName()) && (names.insert(w->objectName()), true), qPrintable(w->objectName()));
+        }
 
         form->commandHistory()->undo();
         QCOMPARE(mark->parentWidget()->statusTip(), QStringLiteral("tab_3"));
