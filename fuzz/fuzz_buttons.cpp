@@ -92,7 +92,7 @@ void exerciseTabs(const QByteArray &textInfo, const QByteArray &lists, const QBy
     tabs->setTabTextColors(texts.mid(1));
     tabs->setOperationalAuthoritys(texts.mid(2));
     tabs->setMultiTextList(texts.mid(3));
-    tabs->setCurrentIndex(int(qint8(languages.value(0))));
+    tabs->setCurrentIndex(languages.isEmpty() ? 0 : int(qint8(languages.at(0))));
     tabs->setGeometry(0, 0, 200, 120);
     form.show();
     for (char c : languages) {
