@@ -35,6 +35,15 @@
 
 namespace {
 
+// n copies of text (Qt 5's QStringList has no such constructor).
+QStringList repeated(int n, const QString &text)
+{
+    QStringList list;
+    for (int i = 0; i < n; ++i)
+        list << text;
+    return list;
+}
+
 QString tabForm(const QString &after = QString())
 {
     return DesignerCore::formDocument(QStringLiteral(
@@ -294,7 +303,7 @@ private Q_SLOTS:
         QCOMPARE(tabs->tabBar()->count(), 4);
         QCOMPARE(tabs->tabBar()->tabText(2), QStringLiteral("Tools"));
         QCOMPARE(tabs->tabBar()->tabText(3), QStringLiteral("tab_4"));
-        QCOMPARE(tabs->tabTextColors(), QStringList(4, QStringLiteral("#000000")));
+        QCOMPARE(tabs->tabTextColors(), repeated(4, QStringLiteral("#000000")));
         QCOMPARE(tabs->operationalAuthoritys(), (QStringList{"0", "0", "5", "0"}));
         QCOMPARE(tabs->currentIndex(), 2);
         QCOMPARE(savedPages(form->contents()), (QStringList{"tab_1", "tab_2", "tab_3", "tab_4"}));

@@ -13,6 +13,15 @@
 
 namespace {
 
+// n copies of text (Qt 5's QStringList has no such constructor).
+QStringList repeated(int n, const QString &text)
+{
+    QStringList list;
+    for (int i = 0; i < n; ++i)
+        list << text;
+    return list;
+}
+
 // A tab widget on a shown form, built (first polish) with count tabs.
 struct Form
 {
@@ -175,7 +184,7 @@ private Q_SLOTS:
         widget->setTabsCount(count);
         widget->setDataClass(TabWidget::User);
         widget->setAddress(77);
-        widget->setOperationalAuthoritys(QStringList(count, QStringLiteral("0")) << QStringLiteral("9"));
+        widget->setOperationalAuthoritys(repeated(count, QStringLiteral("0")) << QStringLiteral("9"));
         dialog.show();
         QVERIFY(QTest::qWaitForWindowExposed(&dialog));
         // Registered at the first polish; no tab until the first word.
@@ -242,7 +251,7 @@ private Q_SLOTS:
         QCOMPARE(f.tabs->tabTexts(), (QStringList{"tab_3", "tab_1", "tab_2"}));
         QCOMPARE(f.tabs->tabTextColors(), (QStringList{"#00ff00", "#000000", "#ff0000"}));
         QCOMPARE(f.tabs->operationalAuthoritys(), (QStringList{"3", "0", "2"}));
-        QCOMPARE(f.tabs->multiTextList().mid(0, 10), QStringList(10, QStringLiteral("tab_3")));
+        QCOMPARE(f.tabs->multiTextList().mid(0, 10), repeated(10, QStringLiteral("tab_3")));
         QCOMPARE(f.tabs->currentIndex(), 2); // the same page stays current
         QCOMPARE(f.tabs->stackedWidget()->currentWidget()->statusTip(), QStringLiteral("tab_3"));
     }
@@ -266,10 +275,10 @@ private Q_SLOTS:
                 QStringList multi;
                 for (const char *text : {"Axes", "Achsen"})
                     multi << QString::fromLatin1(text);
-                multi << QStringList(8, QStringLiteral("Axes"));
+                multi << repeated(8, QStringLiteral("Axes"));
                 for (const char *text : {"Spindle", "Spindel"})
                     multi << QString::fromLatin1(text);
-                multi << QStringList(8, QStringLiteral("Spindle"));
+                multi << repeated(8, QStringLiteral("Spindle"));
                 t->setMultiTextList(multi);
             }
         });
@@ -357,8 +366,8 @@ private Q_SLOTS:
             t->setOperationalAuthoritys({"1", "2", "3", "4", "5"});
             t->setTabTexts({"One"});
         });
-        QCOMPARE(f.tabs->tabTextColors(), QStringList(3, QStringLiteral("#000000")));
-        QCOMPARE(f.tabs->operationalAuthoritys(), QStringList(3, QStringLiteral("0")));
+        QCOMPARE(f.tabs->tabTextColors(), repeated(3, QStringLiteral("#000000")));
+        QCOMPARE(f.tabs->operationalAuthoritys(), repeated(3, QStringLiteral("0")));
         QCOMPARE(f.barTexts(), (QStringList{"One", "tab_2", "tab_3"}));
         // A page with a tag past the lists, and one without a tag, are read within them.
         f.tabs->findTab(QStringLiteral("tab_3"))->setStatusTip(QStringLiteral("tab_99"));
