@@ -1,0 +1,305 @@
+#include "dynamicimage.h"
+
+#include "controllerbinding.h"
+#include "designerhost.h"
+#include "enumvalue.h"
+#include "newestfile.h"
+#include "qeltapp.h"
+#include "widgetfactory.h"
+
+#include <QDir>
+#include <QImageReader>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QMovie>
+#include <QTimer>
+
+HMI_REGISTER_WIDGET(DynamicImage)
+
+using norvo_v0::QeltApp;
+
+namespace {
+constexpr int DataIndex = 0;
+constexpr int VisibleIndex = 2;
+} // namespace
+
+class DynamicImage::Private
+{
+public:
+    explicit Private(DynamicImage *q)
+        : q(q)
+        , label(q)
+        , binding(q, q)
+    {
+        label.setAlignment(Qt::AlignCenter);
+        timer.setInterval(AutoLoadInterval);
+        QObject::connect(&timer, &QTimer::timeout, q, &DynamicImage::updateImage);
+    }
+
+    // Whether file is a picture the movie player may decode: readable, and not so large that
+    // decoding it would take memory no panel has.
+    static bool decodable(const QString &file);
+    void show(const QString &file);
+    void restartFrame();
+
+    DynamicImage *const q;
+    QLabel label;
+    QMovie movie;
+    QTimer timer;
+    NewestFile folder;
+    ControllerBinding binding;
+    QStringList images;
+    int index = -1;
+    bool scaled = false;
+    bool autoLoad = false;
+    QString autoLoadPath;
+    QStringList nameFilters{QStringLiteral("*.bmp"), QStringLiteral("*.png")};
+    DataClass dataClass = User;
+    int address = 0;
+    UserLevel visibleLevel = NoLevel;
+    int authority = 0;
+    BitType visibleType = None;
+    int visibleAddress = 0;
+    int visibleBit = 0;
+    bool bitOnVisible = true;
+};
+
+bool DynamicImage::Private::decodable(const QString &file)
+{
+    QImageReader reader(file);
+    if (!reader.canRead())
+        return false;
+    const QSize size = reader.size();
+    return size.isValid() && qint64(size.width()) * size.height() <= MaxPixels;
+}
+
+void DynamicImage::Private::show(const QString &file)
+{
+    movie.stop();
+    // A missing, broken or oversized picture leaves an empty label, never a decode.
+    if (!decodable(file)) {
+        label.clear();
+        movie.setFileName(QString());
+        return;
+    }
+    movie.setFileName(file);
+    if (!movie.jumpToFrame(0)) {
+        label.clear();
+        return;
+    }
+    label.setMovie(&movie);
+    if (movie.frameCount() >= 2 && binding.isAttached())
+        movie.start();
+}
+
+void DynamicImage::Private::restartFrame()
+{
+    if (!label.movie())
+        return;
+    // The picture is read again at the new scale; an animation is left stopped there.
+    const int frame = std::max(0, movie.currentFrameNumber());
+    movie.stop();
+    movie.setFileName(movie.fileName());
+    movie.jumpToFrame(frame);
+}
+
+DynamicImage::DynamicImage(QWidget *parent)
+    : QWidget(parent)
+    , d(new Private(this))
+{
+    d->folder.setNameFilters(d->nameFilters);
+    // Relative picture paths name files of the project being edited.
+    if (QWidget *formWindow = DesignerHost::formWindowOf(this)) {
+        const QString project = DesignerHost::instance()->projectPath(formWindow);
+        if (!project.isEmpty())
+            QDir::setCurrent(project);
+    }
+}
+
+DynamicImage::~DynamicImage() = default;
+
+QStringList DynamicImage::images() const { return d->images; }
+void DynamicImage::setImages(const QStringList &images) { d->images = images; }
+int DynamicImage::index() const { return d->index; }
+
+void DynamicImage::setIndex(const int &index)
+{
+    if (index < 0 || index >= d->images.size())
+        return;
+    d->index = index;
+    d->show(d->images.at(index));
+}
+
+bool DynamicImage::scaledContents() const { return d->scaled; }
+
+void DynamicImage::setScaledContents(const bool &scaled)
+{
+    d->scaled = scaled;
+    d->movie.setScaledSize(scaled ? size() : QSize(-1, -1));
+    d->restartFrame();
+}
+
+bool DynamicImage::autoLoadImage() const { return d->autoLoad; }
+
+void DynamicImage::setAutoLoadImage(bool on)
+{
+    d->autoLoad = on;
+    if (on)
+        d->timer.start();
+    else
+        d->timer.stop();
+}
+
+QString DynamicImage::autoLoadPath() const { return d->autoLoadPath; }
+
+void DynamicImage::setAutoLoadPath(const QString &path)
+{
+    d->autoLoadPath = path;
+    d->folder.setPath(path);
+}
+
+QStringList DynamicImage::nameFilters() const { return d->nameFilters; }
+
+void DynamicImage::setNameFilters(const QStringList &filters)
+{
+    d->nameFilters = filters;
+    d->folder.setNameFilters(filters);
+}
+
+int DynamicImage::comId() const { return d->binding.comId(); }
+void DynamicImage::setComId(int comId) { d->binding.setComId(comId); }
+int DynamicImage::channel() const { return d->binding.channel(); }
+void DynamicImage::setChannel(int channel) { d->binding.setChannel(channel); }
+DynamicImage::DataClass DynamicImage::dataClass() const { return d->dataClass; }
+void DynamicImage::setDataClass(DataClass dataClass) { assignEnum(d->dataClass, dataClass); }
+int DynamicImage::address() const { return d->address; }
+void DynamicImage::setAddress(int address) { d->address = address; }
+DynamicImage::UserLevel DynamicImage::lowestVisibleUserLevel() const { return d->visibleLevel; }
+void DynamicImage::setLowestVisibleUserLevel(UserLevel level) { assignEnum(d->visibleLevel, level); }
+int DynamicImage::operationalAuthority() const { return d->authority; }
+
+void DynamicImage::setOperationalAuthority(int authority)
+{
+    if (authority >= 0 && authority <= ControllerBinding::MaxAuthority)
+        d->authority = authority;
+}
+
+int DynamicImage::top() const { return geometry().top(); }
+int DynamicImage::left() const { return geometry().left(); }
+int DynamicImage::width() const { return geometry().width(); }
+int DynamicImage::height() const { return geometry().height(); }
+
+void DynamicImage::setTop(int top)
+{
+    if (top != geometry().top())
+        setGeometry(geometry().left(), top, geometry().width(), geometry().height());
+}
+
+void DynamicImage::setLeft(int left)
+{
+    if (left != geometry().left())
+        setGeometry(left, geometry().top(), geometry().width(), geometry().height());
+}
+
+void DynamicImage::setWidth(int width)
+{
+    if (width != geometry().width())
+        setGeometry(geometry().left(), geometry().top(), width, geometry().height());
+}
+
+void DynamicImage::setHeight(int height)
+{
+    if (height != geometry().height())
+        setGeometry(geometry().left(), geometry().top(), geometry().width(), height);
+}
+
+DynamicImage::BitType DynamicImage::visibleBitType() const { return d->visibleType; }
+void DynamicImage::SetVisibleBitType(BitType type) { assignEnum(d->visibleType, type); }
+int DynamicImage::visibleAddress() const { return d->visibleAddress; }
+
+void DynamicImage::SetVisibleAddress(int address)
+{
+    if (address >= 0)
+        d->visibleAddress = address;
+}
+
+int DynamicImage::visibleBitIndex() const { return d->visibleBit; }
+
+void DynamicImage::SetVisibleBitIndex(int index)
+{
+    if (index >= 0 && index <= 31)
+        d->visibleBit = index;
+}
+
+bool DynamicImage::bitOnVisible() const { return d->bitOnVisible; }
+void DynamicImage::SetBitOnVisible(bool on) { d->bitOnVisible = on; }
+bool DynamicImage::ChnNoVarEnable() const { return d->binding.chnNoVarEnable(); }
+void DynamicImage::SetChnNoVarEnable(bool enable) { d->binding.setChnNoVarEnable(enable); }
+bool DynamicImage::isPlaying() const { return d->movie.state() == QMovie::Running; }
+QPixmap DynamicImage::currentPixmap() const { return d->label.movie() ? d->movie.currentPixmap() : QPixmap(); }
+int DynamicImage::folderListings() const { return d->folder.listings(); }
+QSize DynamicImage::sizeHint() const { return QSize(200, 200); }
+QSize DynamicImage::minimumSizeHint() const { return QSize(200, 200); }
+
+void DynamicImage::updateData(int index, int value)
+{
+    if (index == VisibleIndex)
+        setVisible(d->bitOnVisible ? value != 0 : value == 0);
+    else
+        setIndex(value);
+}
+
+void DynamicImage::updateImage()
+{
+    const QString path = d->folder.poll();
+    if (path.isEmpty())
+        return;
+    if (d->index < 0) {
+        d->images.append(path);
+        setIndex(0);
+    } else if (d->index < d->images.size() && d->images.at(d->index) != path) {
+        d->images[d->index] = path;
+        setIndex(d->index);
+    }
+}
+
+void DynamicImage::updateAuthority(int) {}
+
+void DynamicImage::setQeltAppAndFormPtr(void *app, void *form)
+{
+    d->binding.attach(app, form);
+    QeltApp *application = d->binding.app();
+    if (!application)
+        return;
+    // Registered whatever the class and bit type, as the application expects both indexes.
+    QWidget *f = d->binding.form();
+    const int channel = d->binding.channelIndex();
+    application->registerUIVariable(f, this, this, DataIndex, d->binding.comId(), channel, d->dataClass, d->address,
+                                    -1, 0, 1, 10, 10, 0, 0, false);
+    const int value = application->getData(channel, QeltApp::DataClass(d->dataClass), d->address, d->binding.comId());
+    application->registerUIVariable(f, this, this, VisibleIndex, d->binding.comId(), channel, 0, d->visibleAddress,
+                                    d->visibleType, d->visibleBit, 1, 10, 10, 0, 0, false);
+    updateData(DataIndex, value);
+}
+
+void DynamicImage::mousePressEvent(QMouseEvent *event)
+{
+    emit clicked();
+    QWidget::mousePressEvent(event);
+}
+
+void DynamicImage::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    emit doubleClicked();
+    QWidget::mouseDoubleClickEvent(event);
+}
+
+void DynamicImage::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    d->label.setGeometry(0, 0, QWidget::width(), QWidget::height());
+    if (d->scaled) {
+        d->movie.setScaledSize(size());
+        d->restartFrame();
+    }
+}
