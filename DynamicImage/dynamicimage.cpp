@@ -83,11 +83,12 @@ void DynamicImage::Private::show(const QString &file)
         return;
     }
     movie.setFileName(file);
+    // The label shows the movie's frames as they come: given the movie before its first frame.
+    label.setMovie(&movie);
     if (!movie.jumpToFrame(0)) {
         label.clear();
         return;
     }
-    label.setMovie(&movie);
     if (movie.frameCount() >= 2 && binding.isAttached())
         movie.start();
 }
@@ -243,9 +244,12 @@ QSize DynamicImage::minimumSizeHint() const { return QSize(200, 200); }
 
 void DynamicImage::updateData(int index, int value)
 {
-    if (index == VisibleIndex)
-        setVisible(d->bitOnVisible ? value != 0 : value == 0);
-    else
+    if (index == VisibleIndex) {
+        // Registered also without a bit (type None), as the application expects; what such a
+        // registration delivers says nothing about the picture, which then always shows.
+        if (d->visibleType != None)
+            setVisible(d->bitOnVisible ? value != 0 : value == 0);
+    } else
         setIndex(value);
 }
 

@@ -2,6 +2,7 @@
 #define DEMOSCENARIO_H
 
 #include <QObject>
+#include <QTemporaryDir>
 #include <QTimer>
 
 class SimulatedController;
@@ -9,7 +10,8 @@ class SimulatedController;
 // A little machine life for the demo forms: input I0.0 blinks, output O0.0 follows the cycle, a mode
 // counter in register word 100 steps through 0, 1, 2, the parameter list's words (user words
 // 1001 ... 1999, column word 500) hold values, the first four changing, and the word of the
-// operating modes a machine offers (user word 520, a bit a mode) changes now and then.
+// operating modes a machine offers (user word 520, a bit a mode) changes now and then; a camera
+// writes a new picture into its folder every other step.
 class DemoScenario : public QObject
 {
     Q_OBJECT
@@ -27,10 +29,15 @@ public:
     // One step of the scenario; the timer calls it.
     void step();
     int steps() const { return m_steps; }
+    // The folder the camera writes into (a fresh one for each run).
+    QString cameraFolder() const { return m_camera.path(); }
 
 private:
     SimulatedController *m_controller;
+    void takePicture();
+
     QTimer m_timer;
+    QTemporaryDir m_camera;
     int m_steps = 0;
 };
 

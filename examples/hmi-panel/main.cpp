@@ -1,6 +1,7 @@
 // hmi-panel: runs a form on the simulated controller.
 //   hmi-panel FORM.ui [--screenshot FILE] [--language N] [--authority N]
 #include "demoscenario.h"
+#include "dynamicimage.h"
 #include "formloader.h"
 #include "formsession.h"
 #include "norvointerface_z3.h"
@@ -11,6 +12,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDialog>
+#include <QDir>
 #include <QFileInfo>
 #include <QSpinBox>
 #include <QTimer>
@@ -74,6 +76,12 @@ int main(int argc, char **argv)
         return 1;
     }
     DemoScenario scenario(&controller);
+    // Relative picture paths name files next to the form; a camera picture may watch the demo's.
+    QDir::setCurrent(QFileInfo(formFile).absolutePath());
+    for (DynamicImage *image : session.form()->findChildren<DynamicImage *>()) {
+        if (image->autoLoadPath() == QLatin1String("${DEMO_CAMERA}"))
+            image->setAutoLoadPath(scenario.cameraFolder());
+    }
     PanelWindow window(&session, {QStringLiteral("English"), QStringLiteral("Deutsch")});
     session.start();
     for (const QString &problem : PanelTables::setUp(session.form(), QFileInfo(formFile).absolutePath()))
@@ -88,6 +96,10 @@ int main(int argc, char **argv)
         scenario.step();
         scenario.step();
         scenario.step();
+        for (DynamicImage *image : session.form()->findChildren<DynamicImage *>()) {
+            if (image->autoLoadImage())
+                image->updateImage(); // the poll a running panel makes every 300 ms
+        }
         controller.flushUpdates();
         app.processEvents();
         const bool saved = window.grab().save(parser.value(screenshot));

@@ -177,6 +177,15 @@ private Q_SLOTS:
         QTest::newRow("off shows: 0") << false << 0 << true;
         QTest::newRow("off shows: 1") << false << 1 << false;
     }
+    // Without a visibility bit the picture always shows, whatever that registration delivers.
+    void noVisibilityBit()
+    {
+        QDialog form;
+        auto *image = new DynamicImage(&form);
+        form.show();
+        image->updateData(2, 0);
+        QVERIFY(image->isVisible());
+    }
     void visibilityBit()
     {
         QFETCH(bool, bitOnVisible);
@@ -184,6 +193,7 @@ private Q_SLOTS:
         QFETCH(bool, visible);
         QDialog form;
         auto *image = new DynamicImage(&form);
+        image->SetVisibleBitType(DynamicImage::O_BIT);
         image->SetBitOnVisible(bitOnVisible);
         form.show();
         image->updateData(2, value);

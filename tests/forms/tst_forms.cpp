@@ -3,6 +3,7 @@
 #include "PictureButton.h"
 #include "bitbutton.h"
 #include "buttongroup.h"
+#include "dynamicimage.h"
 #include "formloader.h"
 #include "formsession.h"
 #include "paneltables.h"
@@ -13,6 +14,7 @@
 #include "tabwidget.h"
 #include "ui_demo.h"
 #include "ui_parameters.h"
+#include "ui_pictures.h"
 #include "ui_program.h"
 #include "ui_tabs.h"
 #include "ui_softkeys.h"
@@ -48,6 +50,8 @@ private Q_SLOTS:
     void programForm();
     void tabForm_data();
     void tabForm();
+    void pictureForm_data();
+    void pictureForm();
 };
 
 void TestForms::compiledForm()
@@ -125,7 +129,8 @@ void TestForms::stdsetAsDesignerWrites()
     const QHash<QString, const QMetaObject *> classes{{QStringLiteral("BitButton"), &BitButton::staticMetaObject},
                                                       {QStringLiteral("FunctionButton"), &FunctionButton::staticMetaObject},
                                                       {QStringLiteral("TableWidget"), &TableWidget::staticMetaObject},
-                                                      {QStringLiteral("TabWidget"), &TabWidget::staticMetaObject}};
+                                                      {QStringLiteral("TabWidget"), &TabWidget::staticMetaObject},
+                                                      {QStringLiteral("DynamicImage"), &DynamicImage::staticMetaObject}};
     int checked = 0;
     const QDomNodeList widgets = doc.elementsByTagName(QStringLiteral("widget"));
     for (int i = 0; i < widgets.size(); ++i) {
@@ -375,4 +380,43 @@ void TestForms::tabForm()
     session.setLanguage(1);
     QCOMPARE(operation->tabBar()->tabText(0), QStringLiteral("Hand"));
     QCOMPARE(modes->tabBar()->tabText(2), QStringLiteral("Referenz"));
+}
+
+void TestForms::pictureForm_data()
+{
+    QTest::addColumn<bool>("compiled");
+    QTest::newRow("uic") << true;
+    QTest::newRow("loaded") << false;
+}
+
+// The picture sample: the machine state picked by register word 100 from pictures next to the
+// form, and a camera picture watching a folder.
+void TestForms::pictureForm()
+{
+    QFETCH(bool, compiled);
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(QStringLiteral(HMI_FORMS_DIR));
+    std::unique_ptr<QWidget> root;
+    Ui::PictureScreen ui;
+    if (compiled) {
+        root = std::make_unique<QDialog>();
+        ui.setupUi(static_cast<QDialog *>(root.get()));
+    } else {
+        FormLoader loader;
+        root.reset(loader.loadFile(QStringLiteral("pictures.ui")));
+        QVERIFY2(root, qPrintable(loader.problem()));
+    }
+    auto *state = root->findChild<DynamicImage *>(QStringLiteral("machineState"));
+    auto *camera = root->findChild<DynamicImage *>(QStringLiteral("cameraView"));
+    QVERIFY(state && camera);
+    QVERIFY(camera->autoLoadImage());
+    RecordingQeltApp app;
+    app.memory().setWord(0, 0, 3, 100, 2);
+    FormSession session(root.release(), &app);
+    session.start();
+    QCOMPARE(state->index(), 2);
+    QVERIFY(!state->currentPixmap().isNull());
+    QCOMPARE(app.deliver(state, 0, 1), 1);
+    QVERIFY(state->isPlaying()); // the running state is animated
+    QDir::setCurrent(before);
 }
