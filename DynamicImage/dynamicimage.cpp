@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QMovie>
+#include <QPainter>
 #include <QTimer>
 
 HMI_REGISTER_WIDGET(DynamicImage)
@@ -305,5 +306,16 @@ void DynamicImage::resizeEvent(QResizeEvent *event)
     if (d->scaled) {
         d->movie.setScaledSize(size());
         d->restartFrame();
+    }
+}
+
+void DynamicImage::paintEvent(QPaintEvent *event)
+{
+    QWidget::paintEvent(event);
+    // In Designer an image without a picture would be invisible on the form: its outline shows it.
+    if (!d->label.movie() && DesignerHost::formWindowOf(this)) {
+        QPainter painter(this);
+        painter.setPen(QPen(palette().color(QPalette::Mid), 1, Qt::DashLine));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
     }
 }
