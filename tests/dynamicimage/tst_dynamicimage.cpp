@@ -327,7 +327,8 @@ private Q_SLOTS:
         // A double click: a press and a release, then the double-click event, which goes on to the
         // widget's own handling of a press.
         QTest::mouseClick(&image, Qt::LeftButton);
-        QMouseEvent twice(QEvent::MouseButtonDblClick, QPointF(5, 5), image.mapToGlobal(QPointF(5, 5)),
+        const QPoint at(5, 5);
+        QMouseEvent twice(QEvent::MouseButtonDblClick, at, image.mapToGlobal(at),
                           Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(&image, &twice);
         QCOMPARE(order, (QStringList{"clicked", "doubleClicked", "clicked"}));
