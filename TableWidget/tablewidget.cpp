@@ -559,7 +559,7 @@ void TableWidget::jumpTo(int column)
         QMetaObject::invokeMethod(bar, "setShortcutEnabled", Q_ARG(bool, false));
     }
     QPointer<TableWidget> alive(this);
-    d->jumpDialog->open(column, d->defaultSearchMethod, d->visibleSearchMethods);
+    d->jumpDialog->runFor(column, d->defaultSearchMethod, d->visibleSearchMethods);
     for (const QPointer<QWidget> &bar : std::as_const(bars)) {
         if (!bar)
             continue;

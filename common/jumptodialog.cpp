@@ -141,7 +141,7 @@ int JumpToDialog::method() const
     return 0;
 }
 
-int JumpToDialog::open(int column, int method, int visibleMask)
+int JumpToDialog::runFor(int column, int method, int visibleMask)
 {
     m_column = column;
     if (method < 0 || method >= m_radios.size())

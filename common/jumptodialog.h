@@ -30,7 +30,7 @@ public:
 
     // Opens the dialog modally for a search in column with the method preselected and the methods
     // of mask offered (-1 all).
-    int open(int column, int method, int visibleMask);
+    int runFor(int column, int method, int visibleMask);
     int method() const;
     JumpSearch &search() { return *m_search; }
 
