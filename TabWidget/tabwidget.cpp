@@ -1,5 +1,6 @@
 #include "tabwidget.h"
 
+#include "containedcontrols.h"
 #include "designerchildren.h"
 #include "designercommit.h"
 #include "designerhost.h"
@@ -414,13 +415,7 @@ void TabWidget::setQeltAppAndFormPtr(void *app, void *form)
 {
     d->binding.attach(app, form);
     // The controls on the pages bind to the same application.
-    for (QWidget *child : findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
-        for (QWidget *control : child->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
-            if (control->metaObject()->indexOfSlot("setQeltAppAndFormPtr(void*,void*)") >= 0)
-                QMetaObject::invokeMethod(control, "setQeltAppAndFormPtr", Qt::DirectConnection, Q_ARG(void *, app),
-                                          Q_ARG(void *, form));
-        }
-    }
+    ContainedControls::attach(findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly), app, form);
 }
 
 bool TabWidget::event(QEvent *event)

@@ -17,14 +17,15 @@ QWidget *formWindowOf(QWidget *owner, DesignerHost **host)
 
 namespace DesignerChildren {
 
-void adopt(QWidget *owner, QWidget *child)
+void adopt(QWidget *owner, QWidget *child, bool tagged)
 {
     DesignerHost *host = nullptr;
     QWidget *formWindow = formWindowOf(owner, &host);
     if (!formWindow || !child)
         return;
     host->manageWidget(formWindow, child);
-    host->markPropertyChanged(child, QStringLiteral("statusTip"));
+    if (tagged)
+        host->markPropertyChanged(child, QStringLiteral("statusTip"));
 }
 
 void release(QWidget *owner, QWidget *child)

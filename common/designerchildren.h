@@ -13,8 +13,9 @@ class QWidget;
 // At run time nothing of this happens.
 namespace DesignerChildren {
 
-// Manages child in owner's form window and marks its tag to be saved.
-HMIWIDGETS_EXPORT void adopt(QWidget *owner, QWidget *child);
+// Manages child in owner's form window and marks its tag to be saved (children known by their
+// class and name, like panels, have none).
+HMIWIDGETS_EXPORT void adopt(QWidget *owner, QWidget *child, bool tagged = true);
 // Stops managing child and the managed widgets inside it, remembering them.
 HMIWIDGETS_EXPORT void release(QWidget *owner, QWidget *child);
 // Manages again child and what release() took from it.

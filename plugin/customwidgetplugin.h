@@ -5,6 +5,8 @@
 #include <QtGlobal>
 #include <QtUiPlugin/QDesignerCustomWidgetInterface>
 
+#include <type_traits>
+
 class QExtensionFactory;
 class QExtensionManager;
 
@@ -54,9 +56,9 @@ private:
     bool m_initialized = false;
 };
 
-// A descriptor that creates Widget and registers Factory as its task menu: a widget's descriptor is
-// then only its constructor with the description.
-template <class Widget, class Factory>
+// A descriptor that creates Widget and registers Factory as its task menu (none for void): a widget's
+// descriptor is then only its constructor with the description.
+template <class Widget, class Factory = void>
 class TypedWidgetPlugin : public CustomWidgetPlugin
 {
 public:
@@ -64,9 +66,12 @@ public:
 
 protected:
     using CustomWidgetPlugin::CustomWidgetPlugin;
-    QExtensionFactory *createTaskMenuFactory(QExtensionManager *manager) const override
+    QExtensionFactory *createTaskMenuFactory([[maybe_unused]] QExtensionManager *manager) const override
     {
-        return new Factory(manager);
+        if constexpr (std::is_void_v<Factory>)
+            return nullptr;
+        else
+            return new Factory(manager);
     }
 };
 

@@ -42,6 +42,7 @@ public:
     bool isSelected(QWidget *formWindow, QWidget *widget) const override;
     void manageWidget(QWidget *formWindow, QWidget *widget) override;
     void unmanageWidget(QWidget *formWindow, QWidget *widget) override;
+    bool isManaged(QWidget *, QWidget *widget) const override { return managed.contains(widget); }
     void markDirty(QWidget *formWindow) override;
     void refreshEditors(QWidget *formWindow) override;
     QObject *propertyEditorObject() const override { return m_editorObject; }
