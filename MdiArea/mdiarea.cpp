@@ -77,20 +77,34 @@ public:
         return name;
     }
 
+    // The panels a form brought, once: at the first polish (Designer and uic have made them by
+    // then) or at the latest at the first show.
     void collectPanels()
     {
-        for (SubWindow *panel : childPanels())
-            subWindows << panel;
-        active = childNamed(activeName);
+        if (collected)
+            return;
+        collected = true;
+        for (SubWindow *panel : childPanels()) {
+            if (!subWindows.contains(panel))
+                subWindows << panel;
+        }
+        if (!active)
+            active = childNamed(activeName);
         if (active)
             active->setActive(true);
-        if (autoHide && !formWindow()) {
-            for (SubWindow *panel : std::as_const(subWindows)) {
-                if (panel != active)
-                    panel->hide();
-            }
+    }
+
+    void hideInactive()
+    {
+        if (!autoHide || formWindow())
+            return;
+        for (const QPointer<SubWindow> &panel : std::as_const(subWindows)) {
+            if (panel && panel != active)
+                panel->hide();
         }
     }
+
+    bool collected = false;
 };
 
 MdiArea::MdiArea(QWidget *parent)
@@ -199,6 +213,8 @@ SubWindow *MdiArea::addSubWindow()
     d->subWindows << panel;
     if (DesignerHost *host = DesignerHost::instance(); host && d->formWindow()) {
         DesignerChildren::adopt(this, panel, false);
+        // Placed by the area, not dropped: its place is saved only when marked.
+        host->markPropertyChanged(panel, QStringLiteral("geometry"));
         host->ensureUniqueName(d->formWindow(), panel);
         DesignerChildren::refresh(this);
         d->markDirty();
@@ -217,6 +233,8 @@ void MdiArea::removeSubWindow(const QString &name)
     d->subWindows.removeAll(panel);
     if (d->active == panel)
         d->active = nullptr;
+    if (d->activeName == name)
+        d->activeName.clear(); // no longer in the form: not saved as the active one
     panel->setActive(false);
     panel->hide();
     panel->setProperty(RemovedPanel, true);
@@ -265,8 +283,10 @@ void MdiArea::setQeltAppAndFormPtr(void *app, void *form)
 void MdiArea::showEvent(QShowEvent *event)
 {
     QFrame::showEvent(event);
-    if (d->subWindows.isEmpty())
+    if (d->initializing) {
         d->collectPanels();
+        d->hideInactive();
+    }
     d->initializing = false;
 }
 
@@ -274,6 +294,7 @@ bool MdiArea::event(QEvent *event)
 {
     const bool handled = QFrame::event(event);
     if (event->type() == QEvent::Polish) {
+        d->collectPanels();
         // The active panel's name is saved even while it is the first.
         if (DesignerHost *host = DesignerHost::instance(); host && d->formWindow())
             host->markPropertyChanged(this, QStringLiteral("activeSubWindow"));

@@ -2,6 +2,8 @@
 
 #include "formwindowhost.h"
 
+#include <QFile>
+
 #include <QDesignerFormEditorInterface>
 #include <QExtensionFactory>
 #include <QExtensionManager>
@@ -19,7 +21,11 @@ QString CustomWidgetPlugin::group() const { return m_description.group; }
 QString CustomWidgetPlugin::toolTip() const { return QString(); }
 QString CustomWidgetPlugin::whatsThis() const { return QString(); }
 QString CustomWidgetPlugin::includeFile() const { return m_description.includeFile; }
-QIcon CustomWidgetPlugin::icon() const { return QIcon(m_description.iconPath); }
+QIcon CustomWidgetPlugin::icon() const
+{
+    // A descriptor may name a picture the resources do not have: its icon is then empty.
+    return QFile::exists(m_description.iconPath) ? QIcon(m_description.iconPath) : QIcon();
+}
 bool CustomWidgetPlugin::isContainer() const { return m_description.container; }
 bool CustomWidgetPlugin::isInitialized() const { return m_initialized; }
 QString CustomWidgetPlugin::domXml() const { return m_description.domXml; }
