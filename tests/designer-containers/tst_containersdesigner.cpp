@@ -57,10 +57,11 @@ QString gridForm()
         "<property name=\"columnCount\"><number>3</number></property></widget>"));
 }
 
+// The area renamed from its default ("MdiArea", its class name), as uic code needs.
 QString areaForm()
 {
     return DesignerCore::formDocument(QStringLiteral(
-        "<widget class=\"MdiArea\" name=\"MdiArea\"><property name=\"geometry\"><rect><x>0</x><y>0</y>"
+        "<widget class=\"MdiArea\" name=\"panelArea\"><property name=\"geometry\"><rect><x>0</x><y>0</y>"
         "<width>300</width><height>250</height></rect></property></widget>"));
 }
 
@@ -306,7 +307,7 @@ private Q_SLOTS:
     void panelsMadeDeletedSavedAndRestored()
     {
         QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(areaForm());
-        auto *area = DesignerCore::formWidget<MdiArea>(form, QStringLiteral("MdiArea"));
+        auto *area = DesignerCore::formWidget<MdiArea>(form, QStringLiteral("panelArea"));
         QVERIFY(area);
         QWidget host;
         form->setParent(&host);
@@ -372,7 +373,7 @@ private Q_SLOTS:
 
         // Reopened in Designer.
         QDesignerFormWindowInterface *again = DesignerCore::instance().createForm(saved);
-        auto *reopened = DesignerCore::formWidget<MdiArea>(again, QStringLiteral("MdiArea"));
+        auto *reopened = DesignerCore::formWidget<MdiArea>(again, QStringLiteral("panelArea"));
         QVERIFY(reopened);
         QCOMPARE(reopened->getSubwindows(), (QStringList{"subWindow_1", "subWindow_2"}));
         QCOMPARE(managedTags(again, reopened), (QStringList{"subWindow_1", "subWindow_2"}));
@@ -384,14 +385,14 @@ private Q_SLOTS:
         // Through the form loader and as uic code.
         std::unique_ptr<QWidget> root = loadForm(saved);
         QVERIFY(root);
-        auto *loaded = root->findChild<MdiArea *>(QStringLiteral("MdiArea"));
+        auto *loaded = root->findChild<MdiArea *>(QStringLiteral("panelArea"));
         QVERIFY(loaded);
         QCOMPARE(loaded->getSubwindows(), (QStringList{"subWindow_1", "subWindow_2"}));
         QCOMPARE(loaded->activeSubWindow(), QStringLiteral("subWindow_2"));
         QCOMPARE(root->findChild<QPushButton *>(QStringLiteral("onSecond"))->parentWidget()->objectName(),
                  QStringLiteral("subWindow_2"));
         const QString code = uicCode(saved);
-        QCOMPARE(code.count(QLatin1String("= new SubWindow(MdiArea)")), 2);
+        QCOMPARE(code.count(QLatin1String("= new SubWindow(panelArea)")), 2);
         QVERIFY(code.contains(QLatin1String("new QPushButton(subWindow_1)")));
         form->setParent(nullptr);
     }

@@ -4,6 +4,9 @@
 #include "bitbutton.h"
 #include "buttongroup.h"
 #include "dynamicimage.h"
+#include "gridsplitter.h"
+#include "mdiarea.h"
+#include "subwindow.h"
 #include "formloader.h"
 #include "formsession.h"
 #include "paneltables.h"
@@ -15,6 +18,7 @@
 #include "ui_demo.h"
 #include "ui_parameters.h"
 #include "ui_pictures.h"
+#include "ui_screens.h"
 #include "ui_program.h"
 #include "ui_tabs.h"
 #include "ui_softkeys.h"
@@ -52,6 +56,8 @@ private Q_SLOTS:
     void tabForm();
     void pictureForm_data();
     void pictureForm();
+    void screensForm_data();
+    void screensForm();
 };
 
 void TestForms::compiledForm()
@@ -418,5 +424,63 @@ void TestForms::pictureForm()
     QVERIFY(!state->currentPixmap().isNull());
     QCOMPARE(app.deliver(state, 0, 1), 1);
     QVERIFY(state->isPlaying()); // the running state is animated
+    QDir::setCurrent(before);
+}
+
+void TestForms::screensForm_data()
+{
+    QTest::addColumn<bool>("compiled");
+    QTest::newRow("uic") << true;
+    QTest::newRow("loaded") << false;
+}
+
+// The screen layout sample: a 2 x 2 grid whose lower right cell holds an MDI area; the soft keys
+// F1 ... F3 switch its panels, one shown at a time.
+void TestForms::screensForm()
+{
+    QFETCH(bool, compiled);
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(QStringLiteral(HMI_FORMS_DIR));
+    std::unique_ptr<QWidget> root;
+    Ui::ScreenPanel ui;
+    if (compiled) {
+        root = std::make_unique<QDialog>();
+        ui.setupUi(static_cast<QDialog *>(root.get()));
+    } else {
+        FormLoader loader;
+        root.reset(loader.loadFile(QStringLiteral("screens.ui")));
+        QVERIFY2(root, qPrintable(loader.problem()));
+    }
+    QWidget *form = root.get();
+    RecordingQeltApp app;
+    FormSession session(root.release(), &app);
+    session.start();
+    form->show();
+    QVERIFY(QTest::qWaitForWindowExposed(form));
+    auto *grid = form->findChild<GridSplitter *>(QStringLiteral("screenGrid"));
+    auto *area = form->findChild<MdiArea *>(QStringLiteral("panelArea"));
+    QVERIFY(grid && area);
+    QCOMPARE(grid->lineHPos(), QStringList{"0.36"});
+    QCOMPARE(area->parentWidget(), grid->cell(1, 1));
+    QCOMPARE(form->findChild<QWidget *>(QStringLiteral("spindleKey"))->parentWidget(), grid->cell(0, 0));
+    // The keys on the panels are bound to the application like any other.
+    QVERIFY(app.callNames().count(QStringLiteral("registerUIVariable")) >= 7);
+    const auto shownPanels = [area] {
+        QStringList names;
+        for (const QString &name : area->getSubwindows()) {
+            if (area->subWindow(name)->isVisible())
+                names << name;
+        }
+        return names;
+    };
+    QCOMPARE(shownPanels(), QStringList{"subWindow_1"});
+    for (const char *key : {"functionButton0102", "functionButton0103", "functionButton0101"}) {
+        auto *button = form->findChild<FunctionButton *>(QString::fromLatin1(key));
+        QVERIFY(button);
+        QTest::mouseClick(button, Qt::LeftButton);
+        const QString panel = QStringLiteral("subWindow_") + QLatin1Char(key[17]);
+        QCOMPARE(shownPanels(), QStringList{panel});
+        QCOMPARE(area->activeSubWindow(), panel);
+    }
     QDir::setCurrent(before);
 }
