@@ -1,11 +1,16 @@
-// Feeds arbitrary bytes to a bit button, a function button, a picture key and a parameter table as a form
-// would: the stored text and font buffers (the table's contents, spans and header texts), then language
-// switches, the designer-side text operations and one paint (the table shown, scrolled and updated). Inputs are split at
-// 0x1e bytes into the text buffer, the font buffer and the language indexes; the first byte picks
-// whether the buffers arrive as given or hex-framed (so the stream readers see every input).
+// Feeds arbitrary bytes to a bit button, a function button, a picture key, a parameter table, a tab
+// widget, a grid splitter and an MDI area as a form would: the stored text and font buffers (the
+// table's contents, spans and header texts), lists of any length (tabs, line positions, panel names),
+// then language switches, count and panel changes, the designer-side text operations and one paint.
+// Inputs are split at 0x1e bytes into the text buffer, the font buffer and the language indexes; the
+// first byte picks whether the buffers arrive as given or hex-framed (so the stream readers see every
+// input).
 #include "PictureButton.h"
 #include "bitbutton.h"
 #include "functionbutton.h"
+#include "gridsplitter.h"
+#include "mdiarea.h"
+#include "subwindow.h"
 #include "hexframe.h"
 #include "languagestate.h"
 #include "norvointerface_z3.h"
@@ -114,6 +119,62 @@ void exerciseTabs(const QByteArray &textInfo, const QByteArray &lists, const QBy
     tabs->setPluginTransText(translated);
     (void)tabs->grab();
 }
+// A grid splitter and an MDI area as a form gives them: line positions of any length and text (the
+// lines between columns before a ';', those between rows after it), panels of any names, then count,
+// size, spacing and panel changes from the bytes.
+void exerciseContainers(const QByteArray &lists, const QByteArray &steps)
+{
+    RecordingQeltApp app;
+    QDialog form;
+    auto *grid = new GridSplitter(&form);
+    const QList<QByteArray> directions = lists.split(';');
+    const auto texts = [](const QByteArray &list) {
+        QStringList out;
+        for (const QByteArray &entry : list.split(','))
+            out << QString::fromLatin1(entry);
+        return out;
+    };
+    grid->setLineHPos(texts(directions.value(0)));
+    grid->setLineVPos(texts(directions.value(1)));
+    grid->setColumnCount(int(texts(directions.value(0)).size()) + 1);
+    grid->setRowCount(int(texts(directions.value(1)).size()) + 1);
+    grid->setGeometry(0, 0, 240, 160);
+    auto *area = new MdiArea(&form);
+    area->setActiveSubWindow(QString::fromLatin1(directions.value(2)));
+    const QStringList names = texts(directions.value(3));
+    for (const QString &name : names.mid(0, 8))
+        (new SubWindow(area))->setObjectName(name);
+    area->setGeometry(0, 160, 200, 100);
+    form.show();
+    grid->setQeltAppAndFormPtr(&app, &form);
+    area->setQeltAppAndFormPtr(&app, &form);
+    for (char c : steps) {
+        const int n = int(qint8(c));
+        const QString name = names.value(qAbs(n) % qMax(1, int(names.size())));
+        switch (n & 15) {
+        case 0: grid->setColumnCount(n / 16); break;
+        case 1: grid->setRowCount(n / 16); break;
+        case 2: grid->setSameWidth(n & 16); break;
+        case 3: grid->setSameHeight(n & 16); break;
+        case 4: grid->resize(qAbs(n) * 3, qAbs(n) * 2); break;
+        case 5: grid->setGridLineWidth(n); break;
+        case 6: grid->setSpacing(n); break;
+        case 7: grid->setLineHPos(texts(directions.value(n & 1))); break;
+        case 8: area->addSubWindow(); break;
+        case 9: area->setSubWindowVisible(name, n & 16); break;
+        case 10: area->hideSubWindow(); break;
+        case 11: area->setActiveSubWindow(name); break;
+        case 12: area->setAutoHide(n & 16); break;
+        case 13: area->removeSubWindow(name); break;
+        case 14: area->resize(qAbs(n) * 2, qAbs(n)); break;
+        default: grid->updateLanguage(n); break;
+        }
+    }
+    (void)grid->lineHPos();
+    (void)grid->lineVPos();
+    (void)area->getSubwindows();
+    (void)form.grab();
+}
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
@@ -149,5 +210,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     exercise<PictureButton, QList<TextData>>(picture, textInfo, map, languages);
     exerciseTable(textInfo, parts.value(1).toHex(), map, languages);
     exerciseTabs(textInfo, parts.value(1).left(400), languages);
+    exerciseContainers(parts.value(1).left(400), languages);
     return 0;
 }
