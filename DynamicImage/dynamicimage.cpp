@@ -299,6 +299,19 @@ void DynamicImage::mouseDoubleClickEvent(QMouseEvent *event)
     QWidget::mouseDoubleClickEvent(event);
 }
 
+void DynamicImage::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    // Designer opens a form before it knows the form's file: relative pictures could not be found
+    // while it was read. Shown, the form's folder is known.
+    QWidget *formWindow = DesignerHost::formWindowOf(this);
+    if (!formWindow || d->label.movie() || d->index < 0 || d->index >= d->images.size())
+        return;
+    const QString project = DesignerHost::instance()->projectPath(formWindow);
+    if (!project.isEmpty() && QDir::setCurrent(project))
+        d->show(d->images.at(d->index));
+}
+
 void DynamicImage::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);

@@ -3,6 +3,7 @@
 // (appended, replacing, older ones ignored, an unchanged folder not listed again), scaling and
 // geometry, the click signals, and pictures that must not be decoded.
 #include "dynamicimage.h"
+#include "fakedesignerhost.h"
 #include "norvointerface_z3.h"
 #include "recordingqeltapp.h"
 
@@ -359,6 +360,27 @@ private Q_SLOTS:
         QVERIFY(image.currentPixmap().isNull()); // an empty label, nothing decoded
         image.setIndex(0);
         QVERIFY(!image.currentPixmap().isNull());
+    }
+
+    // Designer reads a form before it tells which file the form is: a relative picture is found once
+    // the form is shown.
+    void relativePictureInDesigner()
+    {
+        QTemporaryDir project;
+        writePng(project.filePath(QStringLiteral("idle.png")), Qt::blue);
+        const QString before = QDir::currentPath();
+        QDialog form;
+        FakeDesignerHost host(&form);
+        host.setFileName(QStringLiteral("/nonexistent/form.ui"));
+        auto *image = new DynamicImage(&form);
+        image->setImages({QStringLiteral("idle.png")});
+        image->setIndex(0);
+        QVERIFY(image->currentPixmap().isNull());
+        host.setFileName(project.filePath(QStringLiteral("form.ui")));
+        form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        QCOMPARE(image->currentPixmap().toImage().pixelColor(1, 1), QColor(Qt::blue));
+        QDir::setCurrent(before);
     }
 };
 
