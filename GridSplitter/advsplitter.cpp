@@ -1,21 +1,9 @@
 #include "advsplitter.h"
 
-#include "designerhost.h"
 #include "gridsplitterprivate.h"
+#include "mousepoint.h"
 
-#include <QMouseEvent>
 #include <QPainter>
-
-namespace {
-QPoint eventPoint(const QMouseEvent *event)
-{
-#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-    return event->position().toPoint();
-#else
-    return event->pos();
-#endif
-}
-} // namespace
 
 AdvSplitter::AdvSplitter(Qt::Orientation orientation, GridSplitterPrivate *grid, QWidget *parent)
     : QWidget(parent)
@@ -72,7 +60,7 @@ void AdvSplitter::mousePressEvent(QMouseEvent *event)
         return;
     }
     m_pressed = true;
-    m_pressPoint = mapToParent(eventPoint(event));
+    m_pressPoint = mapToParent(mousePoint(event));
     m_pressEdge = m_orientation == Qt::Horizontal ? x() : y();
     m_grid->selectInForm();
     event->accept();
@@ -84,7 +72,7 @@ void AdvSplitter::mouseMoveEvent(QMouseEvent *event)
         updateCursor();
         return;
     }
-    const QPoint delta = mapToParent(eventPoint(event)) - m_pressPoint;
+    const QPoint delta = mapToParent(mousePoint(event)) - m_pressPoint;
     m_grid->dragLine(this, m_pressEdge + (m_orientation == Qt::Horizontal ? delta.x() : delta.y()));
     event->accept();
 }

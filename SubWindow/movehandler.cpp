@@ -1,21 +1,12 @@
 #include "movehandler.h"
 
+#include "mousepoint.h"
 #include "subwindow.h"
 
-#include <QMouseEvent>
 #include <QPainter>
 
 namespace {
 const int Thickness = 5;
-
-QPoint eventPoint(const QMouseEvent *event)
-{
-#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-    return event->position().toPoint();
-#else
-    return event->pos();
-#endif
-}
 } // namespace
 
 MoveHandler::MoveHandler(Edge edge, SubWindow *panel)
@@ -55,14 +46,14 @@ void MoveHandler::mousePressEvent(QMouseEvent *event)
         return;
     }
     m_pressed = true;
-    m_press = eventPoint(event);
+    m_press = mousePoint(event);
 }
 
 void MoveHandler::mouseMoveEvent(QMouseEvent *event)
 {
     // The strip moves with the panel, so the pointer's offset from the press is the step still to go.
     if (m_pressed && (event->buttons() & Qt::LeftButton))
-        m_panel->handlerMove(this, eventPoint(event) - m_press);
+        m_panel->handlerMove(this, mousePoint(event) - m_press);
 }
 
 void MoveHandler::mouseReleaseEvent(QMouseEvent *)

@@ -2,6 +2,7 @@
 // spans, header texts, word map and cell text records. The first byte picks
 // how the rest reaches them: as the hex text itself, as a compressed block, or as the uncompressed
 // stream (framed here, so the stream readers see every input rather than only valid zlib data).
+#include "fuzzapplication.h"
 #include "celllanguagetexts.h"
 #include "cellspans.h"
 #include "fontmapcodec.h"
@@ -19,11 +20,7 @@
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    // Rejected inputs are warned about by design; printing each would only slow the run (a fatal
-    // message still aborts after the handler).
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-    static QGuiApplication app(*argc, *argv); // fonts need a GUI application
+    startFuzzApplication(argc, argv);
     return 0;
 }
 

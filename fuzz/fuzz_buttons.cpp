@@ -5,6 +5,7 @@
 // Inputs are split at 0x1e bytes into the text buffer, the font buffer and the language indexes; the
 // first byte picks whether the buffers arrive as given or hex-framed (so the stream readers see every
 // input).
+#include "fuzzapplication.h"
 #include "PictureButton.h"
 #include "bitbutton.h"
 #include "functionbutton.h"
@@ -179,11 +180,7 @@ void exerciseContainers(const QByteArray &lists, const QByteArray &steps)
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    // Rejected inputs are warned about by design; printing each would only slow the run (a fatal
-    // message still aborts after the handler).
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-    static QApplication app(*argc, *argv);
+    startFuzzApplication(argc, argv);
     NORVOInterface_Z3 *hmi = NORVOInterface_Z3::initialization();
     hmi->setSystemLanguages(perLanguage(10, QApplication::font().family()));
     hmi->setWordLibraryEntry(1, {QStringLiteral("one"), QStringLiteral("eins")});

@@ -4,6 +4,7 @@
 // from it, the conversion of what the operator typed into a word, the jump dialog's patterns, the
 // table's text files and NC programs, and hmi-table's cell file. The first byte picks the parser and
 // its settings.
+#include "fuzzapplication.h"
 #include "bindingtext.h"
 #include "cellfile.h"
 #include "currentcell.h"
@@ -65,11 +66,7 @@ void cellFile(const QByteArray &text)
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    // Rejected inputs are warned about by design; printing each would only slow the run (a fatal
-    // message still aborts after the handler).
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-    static QApplication app(*argc, *argv);
+    startFuzzApplication(argc, argv);
     return 0;
 }
 

@@ -1,6 +1,7 @@
 // Feeds arbitrary bytes to the dynamic image as a picture file it is told to show: the first byte picks
 // the file's extension and whether the picture is scaled; the rest is the file. The image is attached,
 // so an animation plays, and it is painted and resized once.
+#include "fuzzapplication.h"
 #include "dynamicimage.h"
 #include "recordingqeltapp.h"
 
@@ -13,9 +14,7 @@
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-    static QApplication app(*argc, *argv);
+    startFuzzApplication(argc, argv);
     return 0;
 }
 

@@ -2,6 +2,7 @@
 // lists a form gets wrong), line and cell geometry, drags in Designer within their limits, the same
 // width and height, count changes that keep the cells and what is on them, the border style sheet,
 // the background, what the cells' controls are given, and the lines as painted.
+#include "controlprobe.h"
 #include "advsplitter.h"
 #include "fakedesignerhost.h"
 #include "gridsplitter.h"
@@ -50,18 +51,6 @@ struct Form
     QDialog dialog;
     std::unique_ptr<FakeDesignerHost> host;
     GridSplitter *grid = nullptr;
-};
-
-class Probe : public QWidget
-{
-    Q_OBJECT
-public:
-    using QWidget::QWidget;
-    void *app = nullptr;
-    int language = -1;
-public Q_SLOTS:
-    void setQeltAppAndFormPtr(void *a, void *) { app = a; }
-    void updateLanguage(int index) { language = index; }
 };
 
 QStringList positions(const GridSplitter *grid, Qt::Orientation orientation)
@@ -362,11 +351,11 @@ private Q_SLOTS:
 
     void controlsInCells()
     {
-        Probe *probe = nullptr;
+        ControlProbe *probe = nullptr;
         Form f(false, [&](GridSplitter *g) {
             auto *cell = new QWidget(g);
             cell->setStatusTip(QStringLiteral("cell0101"));
-            probe = new Probe(cell);
+            probe = new ControlProbe(cell);
         });
         int app = 0;
         f.grid->setQeltAppAndFormPtr(&app, &f.dialog);

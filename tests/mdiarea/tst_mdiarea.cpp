@@ -1,6 +1,7 @@
 // The MDI area and its panels: names and the cascade of new panels, the active panel from the form,
 // auto hide at run time (not in Designer), hiding and showing by name, the panels' show, hide and
 // timeout signals, the drag strips and their moves in Designer, and what the panels' controls are given.
+#include "controlprobe.h"
 #include "cascadeplacement.h"
 #include "fakedesignerhost.h"
 #include "mdiarea.h"
@@ -50,16 +51,6 @@ struct Form
     std::unique_ptr<FakeDesignerHost> host;
     QDialog dialog;
     MdiArea *area = nullptr;
-};
-
-class Probe : public QWidget
-{
-    Q_OBJECT
-public:
-    using QWidget::QWidget;
-    void *app = nullptr;
-public Q_SLOTS:
-    void setQeltAppAndFormPtr(void *a, void *) { app = a; }
 };
 
 } // namespace
@@ -350,7 +341,7 @@ private Q_SLOTS:
     {
         Form f;
         SubWindow *panel = f.loadPanel(QStringLiteral("panel"), QRect(0, 0, 100, 100));
-        auto *probe = new Probe(panel);
+        auto *probe = new ControlProbe(panel);
         int app = 0;
         f.area->setQeltAppAndFormPtr(&app, &f.dialog);
         QCOMPARE(probe->app, static_cast<void *>(&app));

@@ -2,6 +2,7 @@
 // controller word makes present, the current tab, moves and the renumbered pages, languages from
 // records and from the language texts, its style sheet, the pane and selected-tab colours on screen,
 // and lists a form gives in the wrong length.
+#include "controlprobe.h"
 #include "norvointerface_z3.h"
 #include "recordingqeltapp.h"
 #include "tabwidget.h"
@@ -51,17 +52,6 @@ struct Form
             tags << tabs->stackedWidget()->widget(i)->statusTip();
         return tags;
     }
-};
-
-// A control that takes the application by call, as the library's containers hand it on.
-class Probe : public QWidget
-{
-    Q_OBJECT
-public:
-    using QWidget::QWidget;
-    void *app = nullptr;
-public Q_SLOTS:
-    void setQeltAppAndFormPtr(void *a, void *) { app = a; }
 };
 
 TextData record(const QStringList &texts, const QList<QFont> &fonts = {})
@@ -352,8 +342,8 @@ private Q_SLOTS:
     {
         RecordingQeltApp app;
         Form f(2);
-        auto *probe = new Probe(f.tabs->findTab(QStringLiteral("tab_2")));
-        auto *deeper = new Probe(new QWidget(f.tabs->findTab(QStringLiteral("tab_1"))));
+        auto *probe = new ControlProbe(f.tabs->findTab(QStringLiteral("tab_2")));
+        auto *deeper = new ControlProbe(new QWidget(f.tabs->findTab(QStringLiteral("tab_1"))));
         f.tabs->setQeltAppAndFormPtr(&app, &f.dialog);
         QCOMPARE(probe->app, static_cast<void *>(&app));
         QCOMPARE(deeper->app, nullptr); // only the pages' own controls; containers pass it on

@@ -1,0 +1,15 @@
+#ifndef FUZZAPPLICATION_H
+#define FUZZAPPLICATION_H
+
+#include <QApplication>
+
+// The widgets' application for a fuzz run: offscreen, and silent. Rejected inputs are warned about
+// by design; printing each would only slow the run (a fatal message still aborts after the handler).
+inline void startFuzzApplication(int *argc, char ***argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    static QApplication app(*argc, *argv);
+}
+
+#endif
