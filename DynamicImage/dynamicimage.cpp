@@ -8,6 +8,7 @@
 #include "widgetfactory.h"
 
 #include <QDir>
+#include <QFile>
 #include <QImageReader>
 #include <QLabel>
 #include <QMouseEvent>
@@ -71,7 +72,21 @@ bool DynamicImage::Private::decodable(const QString &file)
     if (!reader.canRead())
         return false;
     const QSize size = reader.size();
-    return size.isValid() && qint64(size.width()) * size.height() <= MaxPixels;
+    if (!size.isValid() || qint64(size.width()) * size.height() > MaxPixels)
+        return false;
+    // An animation reports its first frame's size, but is drawn on a screen of the size its header
+    // claims, which a few bytes can make enormous.
+    if (reader.format() == "gif") {
+        QFile gif(file);
+        if (!gif.open(QIODevice::ReadOnly))
+            return false;
+        const QByteArray header = gif.read(10);
+        if (header.size() < 10)
+            return false;
+        const auto le16 = [&header](int at) { return quint8(header[at]) | quint8(header[at + 1]) << 8; };
+        return qint64(le16(6)) * le16(8) <= MaxPixels;
+    }
+    return true;
 }
 
 void DynamicImage::Private::show(const QString &file)

@@ -341,6 +341,10 @@ private Q_SLOTS:
         QTest::newRow("text named .png") << QByteArray("hello");
         QTest::newRow("cut PNG") << QByteArray("\x89PNG\r\n\x1a\n\x00\x00", 10);
         QTest::newRow("huge dimensions") << hugePngHeader();
+        // The animation's screen claimed as 60,000 x 60,000: a GIF bomb.
+        QByteArray bomb = twoFrameGif();
+        bomb.replace(6, 4, QByteArray("\x60\xea\x60\xea", 4));
+        QTest::newRow("GIF bomb") << bomb;
         QTest::newRow("missing") << QByteArray();
     }
     void picturesNotToDecode()
