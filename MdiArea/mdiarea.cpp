@@ -213,8 +213,6 @@ SubWindow *MdiArea::addSubWindow()
     d->subWindows << panel;
     if (DesignerHost *host = DesignerHost::instance(); host && d->formWindow()) {
         DesignerChildren::adopt(this, panel, false);
-        // Placed by the area, not dropped: its place is saved only when marked.
-        host->markPropertyChanged(panel, QStringLiteral("geometry"));
         host->ensureUniqueName(d->formWindow(), panel);
         DesignerChildren::refresh(this);
         d->markDirty();

@@ -24,6 +24,8 @@ void adopt(QWidget *owner, QWidget *child, bool tagged)
     if (!formWindow || !child)
         return;
     host->manageWidget(formWindow, child);
+    // Designer saves the place of every child it read from a form: so must the first save.
+    host->markPropertyChanged(child, QStringLiteral("geometry"));
     if (tagged)
         host->markPropertyChanged(child, QStringLiteral("statusTip"));
 }
