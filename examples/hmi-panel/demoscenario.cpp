@@ -50,6 +50,27 @@ void DemoScenario::step()
     // A few parameters the machine itself adjusts, near the top of the list.
     for (int i = 1; i <= 4; ++i)
         m_controller->setData(0, QeltApp::User, FirstParameterWord + i, (i * 37 + m_steps * 11 * i) % 5000, 0);
+    runMachine();
+}
+
+void DemoScenario::runMachine()
+{
+    bool alarm = m_controller->getBit(0, QeltApp::User_BIT, AlarmWord, 0, 0);
+    if (m_controller->getBit(0, QeltApp::User_BIT, ResetWord, 0, 0)) {
+        alarm = false;
+        m_controller->setBit(0, QeltApp::User_BIT, ResetWord, 0, false, 0);
+    } else if (m_steps % 30 == 20) {
+        alarm = true; // a lubrication alarm, until the operator resets it
+    }
+    m_controller->setBit(0, QeltApp::User_BIT, AlarmWord, 0, alarm, 0);
+    const bool running = !alarm && m_controller->getBit(0, QeltApp::User_BIT, 100, 0, 0);
+    if (running) {
+        m_line = m_line % ProgramLines + 1;
+        if (m_line == 1)
+            m_controller->setData(0, QeltApp::User, PartsWord, m_controller->getData(0, QeltApp::User, PartsWord, 0) + 1, 0);
+        m_controller->setData(0, QeltApp::User, ProgramLineWord, m_line, 0);
+    }
+    m_controller->setData(0, QeltApp::Reg, StateRegister, alarm ? 2 : running ? 1 : 0, 0);
 }
 
 void DemoScenario::takePicture()

@@ -2,6 +2,7 @@
 
 #include "norvointerface_z3.h"
 #include "qeltapp.h"
+#include "softkeypages.h"
 
 #include <QDialog>
 #include <QMetaMethod>
@@ -89,6 +90,8 @@ void FormSession::start()
     for (QWidget *w : widgets)
         w->ensurePolished(); // self-attaching widgets register on polish
     setLanguage(NORVOInterface_Z3::initialization()->currentLanguageIndex());
+    for (const QString &problem : SoftKeyPages::setUp(m_form))
+        qWarning("%s", qPrintable(problem));
     m_app->startUpdateUI(m_form);
 }
 
