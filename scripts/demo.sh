@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds the panel application and runs the sample form on the simulated
+# Installs what is missing, builds the panel application and runs the operator screen on the simulated
 # controller. Without a display it renders the panel to build/demo.png instead. One line per step;
 # the build log is kept in build/qt6/demo-build.log and shown only when the build fails.
 set -euo pipefail
@@ -20,7 +20,7 @@ if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
   chmod 700 "$XDG_RUNTIME_DIR"
 fi
 panel="$build/examples/hmi-panel/hmi-panel"
-form="${1:-$root/examples/forms/demo.ui}"
+form="${1:-$root/examples/forms/operator.ui}"
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
   echo "demo: running $form"
   exec "$panel" "$form"

@@ -1,27 +1,30 @@
 // The shipped forms as a panel builder gets them: compiled by uic, loaded at run time, and written
 // the way Designer writes them.
-#include "PictureButton.h"
 #include "bitbutton.h"
 #include "buttongroup.h"
+#include "demoscenario.h"
 #include "dynamicimage.h"
-#include "gridsplitter.h"
-#include "mdiarea.h"
-#include "subwindow.h"
 #include "formloader.h"
 #include "formsession.h"
-#include "paneltables.h"
 #include "functionbutton.h"
+#include "gridsplitter.h"
+#include "mdiarea.h"
 #include "norvointerface_z3.h"
+#include "paneltables.h"
+#include "PictureButton.h"
 #include "recordingqeltapp.h"
+#include "simulatedcontroller.h"
+#include "subwindow.h"
 #include "tablewidget.h"
 #include "tabwidget.h"
 #include "ui_demo.h"
+#include "ui_operator.h"
 #include "ui_parameters.h"
 #include "ui_pictures.h"
-#include "ui_screens.h"
 #include "ui_program.h"
-#include "ui_tabs.h"
+#include "ui_screens.h"
 #include "ui_softkeys.h"
+#include "ui_tabs.h"
 
 #include <QDialog>
 #include <QDir>
@@ -58,6 +61,8 @@ private Q_SLOTS:
     void pictureForm();
     void screensForm_data();
     void screensForm();
+    void operatorScreen_data();
+    void operatorScreen();
 };
 
 void TestForms::compiledForm()
@@ -240,8 +245,6 @@ void TestForms::formsThatCannotRunWhole()
         QVERIFY(!qobject_cast<BitButton *>(r.widget.data()));
 }
 
-QTEST_MAIN(TestForms)
-#include "tst_forms.moc"
 
 void TestForms::parameterForm_data()
 {
@@ -484,3 +487,91 @@ void TestForms::screensForm()
     }
     QDir::setCurrent(before);
 }
+
+void TestForms::operatorScreen_data()
+{
+    QTest::addColumn<bool>("compiled");
+    QTest::newRow("uic") << true;
+    QTest::newRow("loaded") << false;
+}
+
+// The operator screen on the simulated controller with the demo's machine: soft keys turn the pages,
+// the panel language and the operator's authority show, and the machine runs, counts parts and
+// raises an alarm the operator resets.
+void TestForms::operatorScreen()
+{
+    QFETCH(bool, compiled);
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(QStringLiteral(HMI_FORMS_DIR));
+    NORVOInterface_Z3::initialization()->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Sans")});
+    std::unique_ptr<QWidget> root;
+    Ui::OperatorPanel ui;
+    if (compiled) {
+        root = std::make_unique<QDialog>();
+        ui.setupUi(static_cast<QDialog *>(root.get()));
+    } else {
+        FormLoader loader;
+        root.reset(loader.loadFile(QStringLiteral("operator.ui")));
+        QVERIFY2(root, qPrintable(loader.problem()));
+    }
+    QWidget *form = root.get();
+    SimulatedController controller;
+    DemoScenario scenario(&controller);
+    FormSession session(root.release(), &controller);
+    QVERIFY(session.problems().isEmpty());
+    session.start();
+    QCOMPARE(PanelTables::setUp(form, QStringLiteral(HMI_FORMS_DIR)), QStringList());
+    form->show();
+    QVERIFY(QTest::qWaitForWindowExposed(form));
+    const auto find = [form](const char *name) { return form->findChild<QWidget *>(QString::fromLatin1(name)); };
+    auto *pages = form->findChild<TabWidget *>(QStringLiteral("pages"));
+    QVERIFY(pages);
+
+    // F1 ... F3 turn the pages.
+    for (int key : {2, 3, 1}) {
+        QTest::mouseClick(find(QStringLiteral("functionButton010%1").arg(key).toLatin1().constData()), Qt::LeftButton);
+        QCOMPARE(pages->currentIndex(), key - 1);
+    }
+    // German, and an operator without the right for the program page, the cycle start or the door.
+    session.setLanguage(1);
+    QCOMPARE(pages->tabBar()->tabText(1), QStringLiteral("Eingänge"));
+    QCOMPARE(static_cast<BitButton *>(find("spindleButton"))->text(), QStringLiteral("Spindel AUS"));
+    QCOMPARE(form->findChild<TableWidget *>(QStringLiteral("parameterTable"))->item(0, 0)->text(),
+             QStringLiteral("Vorschub-Override"));
+    session.setAuthority(3);
+    QVERIFY(!pages->tabBar()->isTabEnabled(2));
+    QVERIFY(!find("functionButton0104")->isEnabled());
+    QVERIFY(!find("doorButton")->isEnabled());
+    session.setAuthority(1);
+    QVERIFY(pages->tabBar()->isTabEnabled(2));
+    QVERIFY(find("functionButton0104")->isEnabled());
+
+    // The spindle on: the machine runs, walks its program and makes a part each time round.
+    auto *state = form->findChild<DynamicImage *>(QStringLiteral("machineState"));
+    auto *status = form->findChild<TableWidget *>(QStringLiteral("statusTable"));
+    QTest::mouseClick(find("spindleButton"), Qt::LeftButton);
+    QVERIFY(controller.getBit(0, norvo_v0::QeltApp::User_BIT, 100, 0, 0));
+    scenario.step();
+    controller.flushUpdates();
+    QCOMPARE(state->index(), 1);
+    QCOMPARE(status->item(0, 1)->text().trimmed(), QStringLiteral("1"));
+    QCOMPARE(status->item(1, 1)->text().trimmed(), QStringLiteral("1"));
+    // The alarm comes at the twentieth step and stays until the operator resets it.
+    while (scenario.steps() < 21)
+        scenario.step();
+    controller.flushUpdates();
+    QCOMPARE(state->index(), 2);
+    QCOMPARE(static_cast<BitButton *>(find("alarmLamp"))->state(), BitButton::On);
+    QCOMPARE(status->item(1, 1)->text().trimmed(), QStringLiteral("19")); // the program stands
+    QTest::mouseClick(find("functionButton0106"), Qt::LeftButton);
+    scenario.step();
+    controller.flushUpdates();
+    QCOMPARE(static_cast<BitButton *>(find("alarmLamp"))->state(), BitButton::Off);
+    QCOMPARE(state->index(), 1);
+    QCOMPARE(status->item(1, 1)->text().trimmed(), QStringLiteral("20"));
+    NORVOInterface_Z3::initialization()->resetToDefaults();
+    QDir::setCurrent(before);
+}
+
+QTEST_MAIN(TestForms)
+#include "tst_forms.moc"
