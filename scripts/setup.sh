@@ -8,7 +8,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-tools-dev-tools designer-qt6
   libqt6opengl6-dev qt6-tools-private-dev qt6-base-private-dev
   qtbase5-dev qttools5-dev qttools5-dev-tools qttools5-private-dev qtbase5-private-dev libqt5designercomponents5
-  xvfb xauth clang libclang-rt-14-dev
+  xvfb xauth clang libclang-rt-14-dev fonts-dejavu-core
 )
 
 missing=()
