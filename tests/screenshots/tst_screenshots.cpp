@@ -1,0 +1,160 @@
+// The sample forms as an operator sees them, rendered offscreen in English and German at a full and
+// a restricted authority, against reference pictures: buttons on and off, coloured by a bit, refused
+// by authority; the parameter, status, input and program tables; tab pages present, current and
+// greyed; the pictures of the machine state; the grid splitter's lines and cells; the MDI area's
+// active panel; soft-key bars and picture keys. A picture that does not match is written next to the
+// test with its difference, for a look.
+#include "formloader.h"
+#include "formsession.h"
+#include "norvointerface_z3.h"
+#include "paneltables.h"
+#include "screenshotcompare.h"
+#include "simulatedcontroller.h"
+#include "tabwidget.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+using norvo_v0::QeltApp;
+
+// The machine as the pictures show it.
+void setUpMachine(SimulatedController &c)
+{
+    const auto user = [&c](int address, qint32 value) { c.setData(0, QeltApp::User, address, value, 0); };
+    user(100, 0b01); // spindle on, coolant off
+    user(102, 1);    // brake closed
+    user(103, 1);    // keys enabled
+    user(110, 0b1);  // jog X+ held
+    user(120, 1);    // an alarm
+    user(130, 42);   // parts made
+    user(131, 17);   // program line
+    user(500, 0x1f); // every parameter column
+    user(520, 0b0111);
+    for (int i = 1; i <= 40; ++i)
+        user(1000 + i, (i * 37) % 5000);
+    const qint32 overrides[] = {100, 100, 50, 7};
+    for (int i = 0; i < 4; ++i)
+        user(3101 + i, overrides[i]);
+    c.setData(0, QeltApp::Reg, 100, 0, 0); // mode Auto, idle picture
+    c.setData(0, QeltApp::Reg, 101, 2, 0); // the operator screen's machine in alarm
+    c.setBit(0, QeltApp::I_BIT, 0, 0, true, 0); // inputs I0.0, I0.3 and I1.5
+    c.setBit(0, QeltApp::I_BIT, 0, 3, true, 0);
+    c.setBit(0, QeltApp::I_BIT, 1, 5, true, 0);
+    c.setBit(0, QeltApp::O_BIT, 0, 0, true, 0); // output O0.0: cycle start lit
+}
+
+} // namespace
+
+class TestScreenshots : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
+        QDir().mkpath(QStringLiteral("screenshot-diffs"));
+    }
+
+    void forms_data()
+    {
+        QTest::addColumn<QString>("form");
+        QTest::addColumn<int>("language");
+        QTest::addColumn<int>("authority");
+        QTest::addColumn<QString>("shown"); // a page ("tabWidget:index") or panel shown first
+        for (const char *form : {"operator", "demo", "softkeys", "tabs", "screens"}) {
+            for (int language : {0, 1}) {
+                for (int authority : {1, 3}) {
+                    const QString name = QStringLiteral("%1-%2-authority%3")
+                                             .arg(QLatin1String(form), QLatin1String(language ? "de" : "en"))
+                                             .arg(authority);
+                    QTest::newRow(qPrintable(name)) << QString::fromLatin1(form) << language << authority << QString();
+                }
+            }
+        }
+        // The pages and panels behind the first.
+        QTest::newRow("operator-inputs") << "operator" << 0 << 1 << "pages:1";
+        QTest::newRow("operator-program") << "operator" << 1 << 1 << "pages:2";
+        QTest::newRow("screens-spindle") << "screens" << 0 << 1 << "subWindow_2";
+        QTest::newRow("tabs-second") << "tabs" << 1 << 1 << "modeTabs:1";
+    }
+    void forms()
+    {
+        QFETCH(QString, form);
+        QFETCH(int, language);
+        QFETCH(int, authority);
+        QFETCH(QString, shown);
+        NORVOInterface_Z3 *hmi = NORVOInterface_Z3::initialization();
+        hmi->resetToDefaults();
+        hmi->setSystemLanguages({QStringLiteral("DejaVu Sans"), QStringLiteral("DejaVu Sans")});
+        hmi->setCurrentLanguageIndex(language);
+        const QString before = QDir::currentPath();
+        QDir::setCurrent(QStringLiteral(HMI_FORMS_DIR)); // the forms' pictures and programs
+        FormLoader loader;
+        QWidget *root = loader.loadFile(form + QStringLiteral(".ui"));
+        QVERIFY2(root, qPrintable(loader.problem()));
+        SimulatedController controller;
+        setUpMachine(controller);
+        FormSession session(root, &controller);
+        session.start();
+        PanelTables::setUp(root, QStringLiteral(HMI_FORMS_DIR));
+        session.setLanguage(language);
+        session.setAuthority(authority);
+        controller.flushUpdates();
+        root->show();
+        QVERIFY(QTest::qWaitForWindowExposed(root));
+        if (const QStringList page = shown.split(QLatin1Char(':')); page.size() == 2) {
+            auto *tabs = root->findChild<TabWidget *>(page.at(0));
+            QVERIFY(tabs);
+            tabs->setCurrentIndex(page.at(1).toInt());
+        } else if (!shown.isEmpty()) {
+            QWidget *panel = root->findChild<QWidget *>(shown);
+            QVERIFY(panel);
+            panel->show();
+        }
+        QCoreApplication::processEvents();
+        const QImage shot = root->grab().toImage();
+        QDir::setCurrent(before);
+
+        const QString name = QString::fromLatin1(QTest::currentDataTag()) + QStringLiteral(".png");
+        const QString referenceFile = QDir(QStringLiteral(HMI_REFERENCE_DIR)).filePath(name);
+        if (qEnvironmentVariableIsSet("HMI_UPDATE_REFERENCES")) {
+            QVERIFY(shot.save(referenceFile));
+            return;
+        }
+        const ScreenshotCompare compare(shot, QImage(referenceFile));
+        if (!compare.matches()) {
+            const QString diffs = QDir(QStringLiteral("screenshot-diffs")).absolutePath();
+            shot.save(QDir(diffs).filePath(name));
+            compare.diffImage().save(QDir(diffs).filePath(QStringLiteral("diff-") + name));
+            QFAIL(qPrintable(QStringLiteral("%1: %2; see %3").arg(name, compare.summary(), diffs)));
+        }
+    }
+
+    // The comparison itself: within the tolerance a picture matches, past it the difference shows.
+    void comparison()
+    {
+        QImage reference(40, 30, QImage::Format_RGB32);
+        reference.fill(QColor(100, 100, 100));
+        QImage near = reference;
+        near.setPixelColor(3, 3, QColor(110, 100, 100));
+        QVERIFY(ScreenshotCompare(near, reference).matches());
+        QImage far = reference;
+        for (int x = 0; x < 10; ++x)
+            far.setPixelColor(x, 5, QColor(200, 100, 100));
+        const ScreenshotCompare compare(far, reference);
+        QVERIFY(!compare.matches());
+        QCOMPARE(compare.summary(), QStringLiteral("10 of 1200 pixels differ"));
+        QCOMPARE(compare.diffImage().pixelColor(4, 5), QColor(Qt::red));
+        QVERIFY(!ScreenshotCompare(reference.scaled(20, 30), reference).matches());
+        QVERIFY(!ScreenshotCompare(reference, QImage()).matches());
+    }
+};
+
+QTEST_MAIN(TestScreenshots)
+#include "tst_screenshots.moc"
