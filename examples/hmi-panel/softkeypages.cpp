@@ -2,6 +2,7 @@
 
 #include "tabwidget.h"
 
+#include <QVariant>
 #include <QWidget>
 
 QStringList SoftKeyPages::setUp(QWidget *form)
