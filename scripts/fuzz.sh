@@ -3,7 +3,8 @@
 #   scripts/fuzz.sh [seconds per target, default 60] [target...]
 # Targets: fuzz_buffers (stored text and font buffers), fuzz_buttons (buffers applied to the bit and
 # function buttons), fuzz_parsers (caption table, colour text, keypad entry, value formatting, table
-# binding text, hmi-table's cell file), fuzz_pictures (picture files shown by the dynamic image).
+# binding text, hmi-table's cell file), fuzz_pictures (picture files shown by the dynamic image),
+# fuzz_formcheck (forms given to hmi-panel --check, and its word library file).
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/setup.sh"
@@ -11,7 +12,7 @@ build="$root/build/fuzz"
 seconds=${1:-60}
 shift || true
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(fuzz_buffers fuzz_buttons fuzz_parsers fuzz_pictures)
+[ ${#targets[@]} -gt 0 ] || targets=(fuzz_buffers fuzz_buttons fuzz_formcheck fuzz_parsers fuzz_pictures)
 CC=clang CXX=clang++ cmake -S "$root" -B "$build" -DHMI_BUILD_FUZZ=ON -DHMI_BUILD_TESTS=OFF \
   -DHMI_BUILD_BENCH=OFF -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build "$build" --target "${targets[@]}" -j"$(nproc)" >"$build/build.log" 2>&1 || { tail -30 "$build/build.log"; exit 1; }

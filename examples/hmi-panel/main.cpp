@@ -1,13 +1,16 @@
-// hmi-panel: runs a form on the simulated controller.
-//   hmi-panel FORM.ui [--screenshot FILE] [--language N] [--authority N]
+// hmi-panel: runs a form on the simulated controller, or checks forms.
+//   hmi-panel FORM.ui [--screenshot FILE] [--language N] [--authority N] [--words FILE]
+//   hmi-panel --check FORM.ui... [--words FILE]
 #include "demoscenario.h"
 #include "dynamicimage.h"
+#include "formchecker.h"
 #include "formloader.h"
 #include "formsession.h"
 #include "norvointerface_z3.h"
 #include "paneltables.h"
 #include "panelwindow.h"
 #include "simulatedcontroller.h"
+#include "wordlibraryfile.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -17,20 +20,23 @@
 #include <QSpinBox>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdio>
 
 int main(int argc, char **argv)
 {
-    const bool wantsScreenshot = [&] {
+    const auto given = [&](const char *option) {
         for (int i = 1; i < argc; ++i) {
-            if (qstrcmp(argv[i], "--screenshot") == 0)
+            if (qstrcmp(argv[i], option) == 0)
                 return true;
         }
         return false;
-    }();
-    if (wantsScreenshot && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    };
+    const bool wantsScreenshot = given("--screenshot");
+    const bool headless = wantsScreenshot || given("--check");
+    if (headless && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    if (wantsScreenshot) {
+    if (headless) {
         // The offscreen platform says on every window that it has no window manager to tell sizes to.
         static const QtMessageHandler previous = qInstallMessageHandler(nullptr);
         qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &context, const QString &message) {
@@ -44,26 +50,54 @@ int main(int argc, char **argv)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Runs an HMI form on the simulated controller."));
     parser.addHelpOption();
-    parser.addPositionalArgument(QStringLiteral("form"), QStringLiteral("The .ui form to show."));
+    parser.addPositionalArgument(QStringLiteral("form"), QStringLiteral("The .ui form to show (with --check: forms)."));
     QCommandLineOption screenshot(QStringLiteral("screenshot"), QStringLiteral("Render to FILE and exit."),
                                   QStringLiteral("FILE"));
     QCommandLineOption language(QStringLiteral("language"), QStringLiteral("Start in language N."),
                                 QStringLiteral("N"), QStringLiteral("0"));
     QCommandLineOption authority(QStringLiteral("authority"), QStringLiteral("Operator authority."),
                                  QStringLiteral("N"), QStringLiteral("1"));
-    parser.addOptions({screenshot, language, authority});
+    QCommandLineOption check(QStringLiteral("check"),
+                             QStringLiteral("Report what in the forms would misbehave on the panel, with line "
+                                            "numbers, and exit: 0 clean, 1 findings, 2 not a form."));
+    QCommandLineOption words(QStringLiteral("words"),
+                             QStringLiteral("The word library (default: words.tsv beside the form, when there)."),
+                             QStringLiteral("FILE"));
+    parser.addOptions({screenshot, language, authority, check, words});
     parser.process(app);
-    if (parser.positionalArguments().size() != 1)
+    const QStringList forms = parser.positionalArguments();
+    if (forms.isEmpty() || (forms.size() > 1 && !parser.isSet(check)))
         parser.showHelp(1);
 
+    // The named library, or the one beside the form; problems in it are told, the good words kept.
+    const auto wordLibrary = [&](const QString &form) {
+        const QString fileName = parser.isSet(words) ? parser.value(words) : WordLibraryFile::besideForm(form);
+        WordLibraryFile library;
+        if (parser.isSet(words) || QFileInfo::exists(fileName)) {
+            library.readFile(fileName);
+            for (const QString &problem : library.problems())
+                std::fprintf(stderr, "hmi-panel: word library %s: %s\n", qPrintable(fileName), qPrintable(problem));
+        }
+        return library.words();
+    };
+
     NORVOInterface_Z3 *hmi = NORVOInterface_Z3::initialization();
+    if (parser.isSet(check)) {
+        int status = 0;
+        for (const QString &form : forms) {
+            const int result = FormChecker::run(form, {hmi->maxChannelCount(), wordLibrary(form)});
+            status = std::max(status, result);
+        }
+        return status;
+    }
+    hmi->setWordLibrary(wordLibrary(forms.constFirst()));
     const QString family = QApplication::font().family();
     hmi->setSystemLanguages({family, family});
     hmi->setCurrentLanguageIndex(parser.value(language).toInt());
 
     SimulatedController controller;
     FormLoader loader;
-    const QString formFile = parser.positionalArguments().constFirst();
+    const QString formFile = forms.constFirst();
     QWidget *root = loader.loadFile(formFile);
     if (!root) {
         std::fprintf(stderr, "hmi-panel: cannot load %s: %s\n", qPrintable(formFile), qPrintable(loader.problem()));

@@ -13,11 +13,11 @@ QStringList SoftKeyPages::setUp(QWidget *form)
         const QString target = key->property("showTab").toString();
         if (target.isEmpty())
             continue;
-        const QStringList parts = target.split(QLatin1Char(':'));
-        bool ok = false;
-        const int index = parts.value(1).toInt(&ok);
-        auto *tabs = form->findChild<TabWidget *>(parts.value(0));
-        if (parts.size() != 2 || !ok || !tabs || index < 0 || index >= tabs->tabsCount()) {
+        QString name;
+        int index = 0;
+        const bool ok = parseTarget(target, &name, &index);
+        auto *tabs = ok ? form->findChild<TabWidget *>(name) : nullptr;
+        if (!tabs || index >= tabs->tabsCount()) {
             problems << QStringLiteral("key \"%1\": \"showTab\" names no page: %2").arg(key->objectName(), target);
             continue;
         }
@@ -28,6 +28,15 @@ QStringList SoftKeyPages::setUp(QWidget *form)
         connect(key, SIGNAL(clicked()), pages, SLOT(showPage()));
     }
     return problems;
+}
+
+bool SoftKeyPages::parseTarget(const QString &target, QString *tabWidget, int *page)
+{
+    const QStringList parts = target.split(QLatin1Char(':'));
+    bool ok = false;
+    *page = parts.value(1).toInt(&ok);
+    *tabWidget = parts.value(0);
+    return parts.size() == 2 && ok && *page >= 0 && !tabWidget->isEmpty();
 }
 
 void SoftKeyPages::showPage()

@@ -2,6 +2,7 @@
 #define SOFTKEYPAGES_H
 
 #include <QObject>
+#include <QString>
 #include <QStringList>
 
 class QWidget;
@@ -15,6 +16,8 @@ class SoftKeyPages : public QObject
 public:
     // Links the keys of form; returns what could not be linked, one line each.
     static QStringList setUp(QWidget *form);
+    // The tab widget's name and the page a "showTab" text names; false when it is not of that form.
+    static bool parseTarget(const QString &target, QString *tabWidget, int *page);
 
 private Q_SLOTS:
     void showPage();

@@ -1,0 +1,96 @@
+#include "formchecker.h"
+
+#include "formdocument.h"
+#include "objectnamechecker.h"
+#include "softkeypages.h"
+#include "widgetfactory.h"
+
+#include <QFile>
+#include <QHash>
+#include <QWidget>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+FormChecker::FormChecker(const WidgetPropertyCheck::Context &context)
+    : m_context(context)
+{
+}
+
+bool FormChecker::check(QIODevice *device, QList<FormFinding> *findings)
+{
+    FormDocument document;
+    if (!document.read(device)) {
+        m_problem = document.problem();
+        return false;
+    }
+    m_problem.clear();
+    QList<FormFinding> found;
+    for (const FormWidget &widget : document.widgets()) {
+        m_classes.check(widget, &found);
+        WidgetPropertyCheck::check(widget, m_context, &found);
+    }
+    ObjectNameChecker::check(document.widgets(), &found);
+    checkSoftKeys(document.widgets(), &found);
+    std::stable_sort(found.begin(), found.end());
+    *findings << found;
+    return true;
+}
+
+void FormChecker::checkSoftKeys(const QList<FormWidget> &widgets, QList<FormFinding> *findings) const
+{
+    QHash<QString, int> pages; // tab widget -> tab count
+    int defaultCount = -1;
+    for (const FormWidget &widget : widgets) {
+        if (widget.className != QLatin1String("TabWidget"))
+            continue;
+        if (const FormProperty *count = widget.property(QStringLiteral("tabsCount"))) {
+            pages.insert(widget.name, count->text.toInt());
+            continue;
+        }
+        if (defaultCount < 0) {
+            const std::unique_ptr<QWidget> tabs(WidgetFactory::create(widget.className, nullptr));
+            defaultCount = tabs ? tabs->property("tabsCount").toInt() : 0;
+        }
+        pages.insert(widget.name, defaultCount);
+    }
+    for (const FormWidget &widget : widgets) {
+        const FormProperty *target = widget.property(QStringLiteral("showTab"));
+        if (!target)
+            continue;
+        QString name;
+        int page = 0;
+        if (!SoftKeyPages::parseTarget(target->text, &name, &page))
+            findings->append(FormFinding::about(widget, target->line,
+                                                QStringLiteral("\"showTab\" \"%1\" is not \"tabWidgetName:page\"").arg(target->text)));
+        else if (!pages.contains(name))
+            findings->append(FormFinding::about(widget, target->line,
+                                                QStringLiteral("\"showTab\": the form has no tab widget \"%1\"").arg(name)));
+        else if (page >= pages.value(name))
+            findings->append(FormFinding::about(widget, target->line,
+                                                QStringLiteral("\"showTab\": tab widget \"%1\" has no page %2 (it has %3)")
+                                                    .arg(name).arg(page).arg(pages.value(name))));
+    }
+}
+
+int FormChecker::run(const QString &fileName, const WidgetPropertyCheck::Context &context)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        std::printf("%s: cannot be read: %s\n", qPrintable(fileName), qPrintable(file.errorString()));
+        return 2;
+    }
+    FormChecker checker(context);
+    QList<FormFinding> findings;
+    if (!checker.check(&file, &findings)) {
+        std::printf("%s: not a form: %s\n", qPrintable(fileName), qPrintable(checker.problem()));
+        return 2;
+    }
+    for (FormFinding &finding : findings) {
+        finding.file = fileName;
+        std::printf("%s\n", qPrintable(finding.toString()));
+    }
+    std::fflush(stdout);
+    return findings.isEmpty() ? 0 : 1;
+}

@@ -1,0 +1,39 @@
+#ifndef FORMCHECKER_H
+#define FORMCHECKER_H
+
+#include "formfinding.h"
+#include "widgetclasschecker.h"
+#include "widgetpropertycheck.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+class QIODevice;
+
+// Reads a form as the panel would run it and lists, with line numbers, what would misbehave:
+// classes the panel cannot make, duplicate object names, properties the widgets clamp, ignore or
+// cannot read, table bindings that do not parse, word ids missing from the panel's library, and
+// soft keys that name no page.
+class FormChecker
+{
+public:
+    explicit FormChecker(const WidgetPropertyCheck::Context &context);
+
+    // False, with problem() saying why, when the device holds no readable form.
+    bool check(QIODevice *device, QList<FormFinding> *findings);
+    QString problem() const { return m_problem; }
+
+    // Checks the file and prints its findings ("FILE:LINE: ...") to standard output. 0 for a clean
+    // form, 1 for a form with findings, 2 for a file that is not a readable form.
+    static int run(const QString &fileName, const WidgetPropertyCheck::Context &context);
+
+private:
+    void checkSoftKeys(const QList<FormWidget> &widgets, QList<FormFinding> *findings) const;
+
+    WidgetPropertyCheck::Context m_context;
+    WidgetClassChecker m_classes;
+    QString m_problem;
+};
+
+#endif

@@ -1,0 +1,39 @@
+// Feeds arbitrary bytes to the form checker (as a .ui form: XML, properties written into probe
+// widgets, table contents read to the end, binding texts) and to the word library file the panel
+// reads. The first byte picks which.
+#include "fuzzapplication.h"
+#include "formchecker.h"
+#include "wordlibraryfile.h"
+
+#include <QBuffer>
+
+#include <cstdint>
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
+{
+    startFuzzApplication(argc, argv);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    if (size < 1)
+        return 0;
+    QByteArray bytes(reinterpret_cast<const char *>(data) + 1, int(size - 1));
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    if (data[0] & 1) {
+        WordLibraryFile library;
+        library.read(&buffer);
+        if (library.words().size() > WordLibraryFile::MaxWords || library.problems().size() > 101)
+            std::abort();
+        return 0;
+    }
+    FormChecker checker({4, {{1, {QStringLiteral("One")}}}});
+    QList<FormFinding> findings;
+    const bool read = checker.check(&buffer, &findings);
+    if (!read && !findings.isEmpty())
+        std::abort();
+    return 0;
+}
