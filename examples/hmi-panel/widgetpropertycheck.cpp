@@ -2,6 +2,7 @@
 
 #include "bindingtextcheck.h"
 #include "tablecontents.h"
+#include "tablewordmap.h"
 #include "textinfocodec.h"
 #include "warningcapture.h"
 #include "widgetfactory.h"
@@ -99,23 +100,35 @@ void checkWordId(const FormProperty &p, int id, const WidgetPropertyCheck::Conte
         report(p.line, QStringLiteral("\"%1\": word %2 is not in the panel's word library").arg(p.name).arg(id));
 }
 
-// Text records carry word ids too; slots and records as many as any widget keeps.
+// Text records carry word ids too. Buttons keep one slot of records, the others several; both forms
+// start alike, so a buffer that reads either way is taken in the form it was written in.
 void checkRecordWords(const FormProperty &p, const WidgetPropertyCheck::Context &context, const Reporter &report)
 {
-    QList<QList<TextData>> slotRecords;
+    const QByteArray buffer = p.text.toUtf8();
     TextInfoLimits limits;
     limits.slotCount = 1000;
     limits.recordCount = 1000;
-    if (!TextInfoCodec::decodeSlots(p.text.toUtf8(), &slotRecords, limits)) {
-        QList<TextData> records;
-        if (!TextInfoCodec::decodeSlot(p.text.toUtf8(), &records, limits))
-            return;
-        slotRecords << records;
-    }
+    QList<TextData> single;
+    QList<QList<TextData>> slotRecords;
+    const bool asSingle = TextInfoCodec::decodeSlot(buffer, &single, limits);
+    const bool asSlots = TextInfoCodec::decodeSlots(buffer, &slotRecords, limits);
+    if (asSingle && (!asSlots || TextInfoCodec::encodeSlot(single) == buffer))
+        slotRecords = {single};
+    else if (!asSlots)
+        return;
     for (const QList<TextData> &records : std::as_const(slotRecords)) {
         for (const TextData &record : records)
             checkWordId(p, record.wordLibId, context, report);
     }
+}
+
+void checkMapWords(const FormProperty &p, const WidgetPropertyCheck::Context &context, const Reporter &report)
+{
+    TableWordMap map;
+    if (!map.decode(p.text.toUtf8()))
+        return;
+    for (const TextData &record : std::as_const(map.entries))
+        checkWordId(p, record.wordLibId, context, report);
 }
 
 void checkColumnWords(const FormProperty &p, const Reporter &report)
@@ -236,8 +249,10 @@ void WidgetPropertyCheck::check(const FormWidget &widget, const Context &context
             if (p.name == QLatin1String("wordLibId"))
                 checkWordId(p, written, context, report);
         }
-        if (p.name == QLatin1String("textInfoBuffer"))
+        if (p.name == QLatin1String("textInfoBuffer") || p.name == QLatin1String("headerTextInfoBuffer"))
             checkRecordWords(p, context, report);
+        else if (table && p.name == QLatin1String("mapBuffer"))
+            checkMapWords(p, context, report);
         else if (p.name.startsWith(QLatin1String("operationalAuthorit")) && p.type == QLatin1String("stringlist"))
             checkAuthorityList(p, report);
         else if (table && p.name == QLatin1String("address"))

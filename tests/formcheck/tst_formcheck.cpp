@@ -1,5 +1,6 @@
 #include "formchecker.h"
 #include "tablecontents.h"
+#include "textinfocodec.h"
 #include "wordlibraryfile.h"
 
 #include <QBuffer>
@@ -56,7 +57,12 @@ QList<FormFinding> check(const QByteArray &form, const QMap<int, QStringList> &w
 
 QByteArray mistakesForm()
 {
-    return readFile(QStringLiteral(HMI_FORMCHECK_DIR "/mistakes.ui")).replace("@DATA@", brokenTableData());
+    TextData caption;
+    caption.wordLibId = 78;
+    caption.texts = QStringList{QStringLiteral("Spindle")};
+    return readFile(QStringLiteral(HMI_FORMCHECK_DIR "/mistakes.ui"))
+        .replace("@DATA@", brokenTableData())
+        .replace("@TEXTS@", TextInfoCodec::encodeSlot({caption}));
 }
 
 } // namespace
@@ -96,13 +102,14 @@ void TestFormCheck::mistakesAreReported_data()
     QTest::newRow("duplicate name") << 26 << "duplicate object name; the widget on line 6 has it too";
     QTest::newRow("word id") << 28 << "\"wordLibId\": word 77 is not in the panel's word library";
     QTest::newRow("soft key page") << 31 << "tab widget \"pages\" has no page 7 (it has 2)";
-    QTest::newRow("column word") << 38 << "entry 2 \"x\" is no address";
-    QTest::newRow("stored bit index") << 42 << "cell (1, 0) \"bit@1@3@10@35@0\": field 5 (bit index) \"35\" is outside 0 ... 31";
-    QTest::newRow("stored rows break off") << 42 << "stored \"data\" breaks off at row";
-    QTest::newRow("cell address") << 46 << "cell (0, 0) \"1@0@-5@8@2@0@100\": field 3 (address) \"-5\" is outside";
-    QTest::newRow("short binding") << 51 << "cell (0, 1) \"1@9@0\": 3 fields where a value binding needs at least 6";
-    QTest::newRow("tab authority") << 62 << "entry 2 \"120\" is above 99: the tab is open to every operator";
-    QTest::newRow("picture index") << 74 << "\"index\": 5 is out of range; the widget keeps -1";
+    QTest::newRow("word id in a text record") << 34 << "\"textInfoBuffer\": word 78 is not in the panel's word library";
+    QTest::newRow("column word") << 41 << "entry 2 \"x\" is no address";
+    QTest::newRow("stored bit index") << 45 << "cell (1, 0) \"bit@1@3@10@35@0\": field 5 (bit index) \"35\" is outside 0 ... 31";
+    QTest::newRow("stored rows break off") << 45 << "stored \"data\" breaks off at row";
+    QTest::newRow("cell address") << 49 << "cell (0, 0) \"1@0@-5@8@2@0@100\": field 3 (address) \"-5\" is outside";
+    QTest::newRow("short binding") << 54 << "cell (0, 1) \"1@9@0\": 3 fields where a value binding needs at least 6";
+    QTest::newRow("tab authority") << 65 << "entry 2 \"120\" is above 99: the tab is open to every operator";
+    QTest::newRow("picture index") << 77 << "\"index\": 5 is out of range; the widget keeps -1";
 }
 
 void TestFormCheck::mistakesAreReported()
@@ -129,7 +136,7 @@ void TestFormCheck::nothingElseIsReported()
     QStringList all;
     for (const FormFinding &f : findings)
         all << QStringLiteral("%1: %2").arg(f.line).arg(f.message);
-    QCOMPARE(findings.size(), 17);
+    QCOMPARE(findings.size(), 18);
     for (int i = 1; i < findings.size(); ++i)
         QVERIFY2(findings.at(i - 1).line <= findings.at(i).line, qPrintable(all.join(QLatin1Char('\n'))));
 }
