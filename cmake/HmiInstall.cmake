@@ -1,0 +1,95 @@
+# Installing: the two libraries with every runtime header in one folder, the CMake package
+# HmiWidgets::HmiWidgets, the Designer plugin, hmi-panel and hmi-table.
+# Every destination is relative, so `cmake --install <build> --prefix <dir>` relocates the whole tree.
+include(CMakePackageConfigHelpers)
+
+set(HMI_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/HmiWidgets)
+
+# Designer looks in the designer/ folder of Qt's plugin folder. Taken relative to Qt's own prefix, the
+# plugin lands there when installed to that prefix (/usr for Debian's Qt).
+function(hmi_qt_plugin_dir out)
+  if(DEFINED QT${QT_VERSION_MAJOR}_INSTALL_PLUGINS)
+    set(dir ${QT${QT_VERSION_MAJOR}_INSTALL_PLUGINS})
+    set(prefix ${QT${QT_VERSION_MAJOR}_INSTALL_PREFIX})
+  elseif(TARGET ${QT}::qmake)
+    # Qt 5's CMake files do not say; its qmake does.
+    get_target_property(qmake ${QT}::qmake IMPORTED_LOCATION)
+    execute_process(COMMAND ${qmake} -query QT_INSTALL_PLUGINS OUTPUT_VARIABLE dir OUTPUT_STRIP_TRAILING_WHITESPACE)
+    execute_process(COMMAND ${qmake} -query QT_INSTALL_PREFIX OUTPUT_VARIABLE prefix OUTPUT_STRIP_TRAILING_WHITESPACE)
+  endif()
+  if(NOT dir)
+    message(WARNING "HmiWidgets: Qt's plugin folder is unknown; the Designer plugin goes to lib/qt${QT_VERSION_MAJOR}/plugins")
+    set(dir lib/qt${QT_VERSION_MAJOR}/plugins)
+  elseif(IS_ABSOLUTE "${dir}")
+    file(RELATIVE_PATH dir ${prefix} ${dir})
+  endif()
+  set(${out} ${dir} PARENT_SCOPE)
+endfunction()
+hmi_qt_plugin_dir(hmi_qt_plugins)
+set(HMI_INSTALL_DESIGNERDIR ${hmi_qt_plugins}/designer CACHE STRING
+    "Where the Designer plugin is installed, relative to the install prefix")
+
+# Installed programs and the plugin find our libraries relative to their own place, under any prefix.
+function(hmi_install_rpath target dir)
+  file(RELATIVE_PATH rel /${dir} /${CMAKE_INSTALL_LIBDIR})
+  string(REGEX REPLACE "/$" "" rel "${rel}")
+  if(rel)
+    set(rel /${rel})
+  endif()
+  set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN${rel}")
+endfunction()
+
+set_target_properties(HmiWidgets HmiPlatform PROPERTIES
+  VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+hmi_install_rpath(HmiWidgets ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS HmiWidgets HmiPlatform EXPORT HmiWidgetsTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+
+# The runtime headers of both libraries and their generated export headers; the designer side's are the
+# plugin's and stay out, and so do the private *_p.h ones, which no installed header includes.
+set(hmi_headers "")
+foreach(target HmiWidgets HmiPlatform)
+  get_target_property(sources ${target} SOURCES)
+  get_target_property(dir ${target} SOURCE_DIR)
+  get_target_property(binary_dir ${target} BINARY_DIR)
+  string(TOLOWER ${target} base)
+  list(APPEND hmi_headers ${binary_dir}/${base}_export.h)
+  foreach(source IN LISTS sources)
+    if(source MATCHES "\\.h$" AND NOT source MATCHES "_p\\.h$" AND NOT source MATCHES "\\$<")
+      if(NOT IS_ABSOLUTE ${source})
+        set(source ${dir}/${source})
+      endif()
+      list(APPEND hmi_headers ${source})
+    endif()
+  endforeach()
+endforeach()
+install(FILES ${hmi_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/HmiWidgets)
+
+if(TARGET hmiwidgetsplugin)
+  hmi_install_rpath(hmiwidgetsplugin ${HMI_INSTALL_DESIGNERDIR})
+  install(TARGETS hmiwidgetsplugin LIBRARY DESTINATION ${HMI_INSTALL_DESIGNERDIR})
+endif()
+foreach(tool hmi-panel hmi-table)
+  if(TARGET ${tool})
+    hmi_install_rpath(${tool} ${CMAKE_INSTALL_BINDIR})
+    install(TARGETS ${tool} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  endif()
+endforeach()
+
+# The package finds the Qt it was built with, at least its minor version, and refuses the other major.
+set(HMI_QT_MIN_VERSION ${${QT}_VERSION_MAJOR}.${${QT}_VERSION_MINOR})
+if(QT_VERSION_MAJOR EQUAL 5)
+  set(HMI_OTHER_QT_MAJOR 6)
+else()
+  set(HMI_OTHER_QT_MAJOR 5)
+endif()
+install(EXPORT HmiWidgetsTargets NAMESPACE HmiWidgets:: DESTINATION ${HMI_INSTALL_CMAKEDIR})
+configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/HmiWidgetsConfig.cmake.in
+  ${CMAKE_BINARY_DIR}/HmiWidgetsConfig.cmake INSTALL_DESTINATION ${HMI_INSTALL_CMAKEDIR})
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/HmiWidgetsConfigVersion.cmake
+  COMPATIBILITY SameMajorVersion)
+install(FILES ${CMAKE_BINARY_DIR}/HmiWidgetsConfig.cmake ${CMAKE_BINARY_DIR}/HmiWidgetsConfigVersion.cmake
+  DESTINATION ${HMI_INSTALL_CMAKEDIR})
+
