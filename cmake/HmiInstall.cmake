@@ -1,5 +1,5 @@
 # Installing: the two libraries with every runtime header in one folder, the CMake package
-# HmiWidgets::HmiWidgets, the Designer plugin, hmi-panel and hmi-table.
+# HmiWidgets::HmiWidgets, the Designer plugin, hmi-panel and hmi-table; and a Debian package (cpack -G DEB).
 # Every destination is relative, so `cmake --install <build> --prefix <dir>` relocates the whole tree.
 include(CMakePackageConfigHelpers)
 
@@ -93,3 +93,4 @@ write_basic_package_version_file(${CMAKE_BINARY_DIR}/HmiWidgetsConfigVersion.cma
 install(FILES ${CMAKE_BINARY_DIR}/HmiWidgetsConfig.cmake ${CMAKE_BINARY_DIR}/HmiWidgetsConfigVersion.cmake
   DESTINATION ${HMI_INSTALL_CMAKEDIR})
 
+include(${CMAKE_CURRENT_LIST_DIR}/HmiPackage.cmake)
