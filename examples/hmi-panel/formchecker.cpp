@@ -7,6 +7,7 @@
 
 #include <QFile>
 #include <QHash>
+#include <QVariant>
 #include <QWidget>
 
 #include <algorithm>

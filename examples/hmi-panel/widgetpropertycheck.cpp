@@ -9,6 +9,7 @@
 
 #include <QMetaEnum>
 #include <QMetaProperty>
+#include <QVariant>
 #include <QWidget>
 
 #include <memory>
