@@ -12,4 +12,12 @@ inline void startFuzzApplication(int *argc, char ***argv)
     static QApplication app(*argc, *argv);
 }
 
+// The start of a target that needs nothing more than the application.
+#define HMI_FUZZ_APPLICATION()                                          \
+    extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)       \
+    {                                                                   \
+        startFuzzApplication(argc, argv);                               \
+        return 0;                                                       \
+    }
+
 #endif
