@@ -33,8 +33,11 @@ std::unique_ptr<QObject> TableWidgetTaskMenu::buildEditor(QDialog *dialog, QWidg
     if (formWindow) {
         QObject *extension = formWindow->core()->extensionManager()->extension(
             table, QStringLiteral("QDesignerInternalTaskMenuExtension"));
-        if (auto *menu = qobject_cast<QDesignerTaskMenuExtension *>(extension); menu && !menu->taskActions().isEmpty())
-            connect(m_ui->editItemsButton, &QPushButton::clicked, menu->taskActions().first(), &QAction::trigger);
+        // Designer builds its menus anew on every call: ask once.
+        auto *menu = qobject_cast<QDesignerTaskMenuExtension *>(extension);
+        const QList<QAction *> actions = menu ? menu->taskActions() : QList<QAction *>();
+        if (!actions.isEmpty())
+            connect(m_ui->editItemsButton, &QPushButton::clicked, actions.first(), &QAction::trigger);
     }
     m_ui->keyPadEditor->setKeyPadStruct(table->keyPad());
     connect(dialog, &QDialog::accepted, this, &TableWidgetTaskMenu::myAcceptSlot);
