@@ -1,5 +1,6 @@
 // hmi-panel: runs a form on the simulated controller, or checks forms.
 //   hmi-panel FORM.ui [--screenshot FILE] [--language N] [--authority N] [--words FILE]
+//   hmi-panel FORM.ui --modbus HOST:PORT --map MAP.json [--poll MS]
 //   hmi-panel --check FORM.ui... [--words FILE]
 #include "demoscenario.h"
 #include "dynamicimage.h"
@@ -10,6 +11,9 @@
 #include "paneltables.h"
 #include "panelwindow.h"
 #include "simulatedcontroller.h"
+#ifdef HMI_HAVE_MODBUS
+#include "modbuscontroller.h"
+#endif
 #include "wordlibraryfile.h"
 
 #include <QApplication>
@@ -21,6 +25,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <memory>
 #include <cstdio>
 
 int main(int argc, char **argv)
@@ -64,6 +69,17 @@ int main(int argc, char **argv)
                              QStringLiteral("The word library (default: words.tsv beside the form, when there)."),
                              QStringLiteral("FILE"));
     parser.addOptions({screenshot, language, authority, check, words});
+#ifdef HMI_HAVE_MODBUS
+    QCommandLineOption modbusOption(QStringLiteral("modbus"),
+                                    QStringLiteral("Run the form on the Modbus/TCP device at HOST:PORT instead of "
+                                                   "the simulated controller (with --map)."),
+                                    QStringLiteral("HOST:PORT"));
+    QCommandLineOption mapOption(QStringLiteral("map"), QStringLiteral("Where the form's variables live on the device."),
+                                 QStringLiteral("MAP.json"));
+    QCommandLineOption pollOption(QStringLiteral("poll"), QStringLiteral("Poll period in milliseconds."),
+                                  QStringLiteral("MS"), QStringLiteral("100"));
+    parser.addOptions({modbusOption, mapOption, pollOption});
+#endif
     parser.process(app);
     const QStringList forms = parser.positionalArguments();
     if (forms.isEmpty() || (forms.size() > 1 && !parser.isSet(check)))
@@ -95,7 +111,30 @@ int main(int argc, char **argv)
     hmi->setSystemLanguages({family, family});
     hmi->setCurrentLanguageIndex(parser.value(language).toInt());
 
-    SimulatedController controller;
+    SimulatedController simulated;
+    norvo_v0::QeltApp *controller = &simulated;
+#ifdef HMI_HAVE_MODBUS
+    std::unique_ptr<ModbusController> modbus;
+    if (parser.isSet(modbusOption)) {
+        const QString target = parser.value(modbusOption);
+        const int colon = int(target.lastIndexOf(QLatin1Char(':')));
+        bool portOk = false;
+        const int port = target.mid(colon + 1).toInt(&portOk);
+        if (colon <= 0 || !portOk || port <= 0 || port > 65535) {
+            std::fprintf(stderr, "hmi-panel: --modbus wants HOST:PORT, not %s\n", qPrintable(target));
+            return 1;
+        }
+        ModbusMap map;
+        if (!parser.isSet(mapOption) || !map.readFile(parser.value(mapOption))) {
+            for (const QString &error : parser.isSet(mapOption) ? map.errors() : QStringList{QStringLiteral("--modbus needs --map MAP.json")})
+                std::fprintf(stderr, "hmi-panel: %s\n", qPrintable(error));
+            return 1;
+        }
+        modbus = std::make_unique<ModbusController>(map, target.left(colon), port);
+        modbus->setPollPeriod(parser.value(pollOption).toInt());
+        controller = modbus.get();
+    }
+#endif
     FormLoader loader;
     const QString formFile = forms.constFirst();
     QWidget *root = loader.loadFile(formFile);
@@ -103,13 +142,13 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "hmi-panel: cannot load %s: %s\n", qPrintable(formFile), qPrintable(loader.problem()));
         return 1;
     }
-    FormSession session(root, &controller);
+    FormSession session(root, controller);
     if (const QStringList problems = session.problems(); !problems.isEmpty()) {
         for (const QString &problem : problems)
             std::fprintf(stderr, "hmi-panel: cannot show %s whole: %s\n", qPrintable(formFile), qPrintable(problem));
         return 1;
     }
-    DemoScenario scenario(&controller);
+    DemoScenario scenario(&simulated);
     // Relative picture paths name files next to the form; a camera picture may watch the demo's.
     QDir::setCurrent(QFileInfo(formFile).absolutePath());
     for (DynamicImage *image : session.form()->findChildren<DynamicImage *>()) {
@@ -118,6 +157,19 @@ int main(int argc, char **argv)
     }
     PanelWindow window(&session, {QStringLiteral("English"), QStringLiteral("Deutsch")});
     session.start();
+#ifdef HMI_HAVE_MODBUS
+    if (modbus) {
+        QApplication::processEvents(); // the variables the form registered while it attached
+        for (const QString &problem : modbus->problems())
+            std::fprintf(stderr, "hmi-panel: %s: %s\n", qPrintable(parser.value(mapOption)), qPrintable(problem));
+        if (!modbus->problems().isEmpty())
+            return 1;
+        QObject::connect(modbus.get(), &ModbusController::writeRefused, &window, &PanelWindow::showMessage);
+        QObject::connect(modbus.get(), &ModbusController::linkStateChanged, &window, [&window](bool up, const QString &why) {
+            window.showMessage(up ? QStringLiteral("Connected.") : why);
+        });
+    }
+#endif
     for (const QString &problem : PanelTables::setUp(session.form(), QFileInfo(formFile).absolutePath()))
         std::fprintf(stderr, "hmi-panel: %s: %s\n", qPrintable(formFile), qPrintable(problem));
     // Through the panel's own field, which then shows the authority the panel runs with.
@@ -134,12 +186,15 @@ int main(int argc, char **argv)
             if (image->autoLoadImage())
                 image->updateImage(); // the poll a running panel makes every 300 ms
         }
-        controller.flushUpdates();
+        simulated.flushUpdates();
         app.processEvents();
         const bool saved = window.grab().save(parser.value(screenshot));
         std::printf("%s %s\n", saved ? "wrote" : "could not write", qPrintable(parser.value(screenshot)));
         return saved ? 0 : 1;
     }
-    scenario.start();
+#ifdef HMI_HAVE_MODBUS
+    if (!modbus)
+#endif
+        scenario.start();
     return app.exec();
 }

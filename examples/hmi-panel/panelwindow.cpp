@@ -66,6 +66,11 @@ void PanelWindow::showRefusal(int authority)
     m_message->setText(tr("This operation needs authority %1 or stronger.").arg(authority));
 }
 
+void PanelWindow::showMessage(const QString &message)
+{
+    m_message->setText(message);
+}
+
 void PanelWindow::addSearchKeys(QHBoxLayout *bar)
 {
     // The keys leave the focus where it is, so they act on the table the operator was in.

@@ -16,6 +16,9 @@ class PanelWindow : public QWidget
 public:
     PanelWindow(FormSession *session, const QStringList &languageNames, QWidget *parent = nullptr);
 
+    // A line under the form for what the operator should know (refusals, the controller link).
+    void showMessage(const QString &message);
+
 private:
     void showRefusal(int authority);
     void addSearchKeys(QHBoxLayout *bar);

@@ -1,0 +1,358 @@
+// The Modbus/TCP link against an independent server (pymodbus) on loopback: the map file, request
+// merging, reads of every table and word order, writes, the bit button and a table cell end to end,
+// and the faults a real device brings (a restart, exceptions, garbage).
+#include "bitbutton.h"
+#include "modbuscontroller.h"
+#include "modbusmap.h"
+#include "modbusplan.h"
+#include "modbustestserver.h"
+#include "norvointerface_z3.h"
+#include "tablecontents.h"
+#include "tablewidget.h"
+#include "updatevariableinterface.h"
+
+#include <QDialog>
+#include <QSignalSpy>
+#include <QTableWidgetItem>
+#include <QtTest>
+
+using norvo_v0::QeltApp;
+
+namespace {
+
+// A widget that records what the application hands it.
+class Probe : public QWidget, public norvo_v0::UpdateVariableInterface
+{
+public:
+    using QWidget::QWidget;
+    void updateData(int index, int value) override { values[index] = value; }
+    QHash<int, int> values;
+};
+
+ModbusMap mapOf(const QByteArray &json)
+{
+    ModbusMap map;
+    if (!map.parse(json))
+        qWarning("map: %s", qPrintable(map.errors().join(QLatin1String("; "))));
+    return map;
+}
+
+const QByteArray EveryTable = R"({"entries": [
+  {"dataClass": "User", "first": 0, "last": 99, "unit": 1, "table": "holding", "start": 100},
+  {"dataClass": "Sys", "first": 0, "last": 9, "unit": 1, "table": "input", "start": 0, "wordOrder": "lowFirst"},
+  {"dataClass": "Reg", "first": 0, "last": 9, "unit": 2, "table": "holding", "start": 0, "registers": 1},
+  {"bitType": "O_BIT", "first": 0, "last": 63, "unit": 1, "table": "coils", "start": 0},
+  {"bitType": "I_BIT", "first": 0, "last": 63, "unit": 1, "table": "discreteInputs", "start": 0},
+  {"bitType": "User_BIT", "first": 0, "last": 99, "unit": 1, "table": "holding", "start": 100},
+  {"dataClass": "Mcm", "first": 0, "last": 9, "unit": 1, "table": "holding", "start": 990}
+]})";
+
+} // namespace
+
+class TestModbus : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
+    void mapErrors_data();
+    void mapErrors();
+    void merging_data();
+    void merging();
+    void readsEveryTable();
+    void writesReachTheDevice();
+    void pollsMergedRequests();
+    void bitButtonAndTableCell();
+    void deviceRestarts();
+    void exceptionsAndGarbage();
+    void unmappedVariableIsNamed();
+};
+
+void TestModbus::mapErrors_data()
+{
+    QTest::addColumn<QByteArray>("json");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("not json") << QByteArray("{entries: ") << "not JSON at byte";
+    QTest::newRow("no entries") << QByteArray("{}") << "no \"entries\" list";
+    QTest::newRow("both kinds") << QByteArray(R"({"entries":[{"dataClass":"User","bitType":"I_BIT","first":0,"last":1,"table":"holding"}]})")
+                                << "entry 1: needs either \"dataClass\" or \"bitType\"";
+    QTest::newRow("unknown class") << QByteArray(R"({"entries":[{"dataClass":"Usr","first":0,"last":1,"table":"holding"}]})")
+                                   << "entry 1: \"Usr\" is no data class";
+    QTest::newRow("bits in registers") << QByteArray(R"({"entries":[{"bitType":"I_BIT","first":0,"last":1,"table":"holding"}]})")
+                                       << "entry 1: PLC bits live in coils or discrete inputs";
+    QTest::newRow("last below first") << QByteArray(R"({"entries":[{"dataClass":"User","first":5,"last":1,"table":"holding"}]})")
+                                      << "entry 1: \"last\" is below \"first\"";
+    QTest::newRow("past the last address") << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":99,"table":"holding","start":65500}]})")
+                                           << "entry 1: 200 addresses from 65500 run past";
+    QTest::newRow("word order") << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding","wordOrder":"middle"}]})")
+                                << "entry 1: \"wordOrder\" must be highFirst or lowFirst";
+    QTest::newRow("same variables twice")
+        << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding"},
+                                     {"dataClass":"User","first":5,"last":20,"table":"holding","start":100}]})")
+        << "entry 1 (link 0, channel 1, User words 0 ... 9) and entry 2 (link 0, channel 1, User words 5 ... 20) overlap: both map the same variables";
+    QTest::newRow("same registers twice")
+        << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding"},
+                                     {"dataClass":"Mcm","first":0,"last":9,"table":"holding","start":19}]})")
+        << "overlap on unit 1: both use holding 19 ... 19";
+    QTest::newRow("bits of the same words are fine")
+        << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding"},
+                                     {"bitType":"User_BIT","first":0,"last":9,"table":"holding"}]})")
+        << QString();
+}
+
+void TestModbus::mapErrors()
+{
+    QFETCH(QByteArray, json);
+    QFETCH(QString, error);
+    ModbusMap map;
+    QCOMPARE(map.parse(json), error.isEmpty());
+    if (!error.isEmpty()) {
+        QVERIFY2(map.errors().join(QLatin1Char('\n')).contains(error), qPrintable(map.errors().join(QLatin1Char('\n'))));
+        QVERIFY(map.entries().isEmpty());
+    }
+}
+
+void TestModbus::merging_data()
+{
+    QTest::addColumn<QList<int>>("userWords"); // addresses of registered User words (2 registers each)
+    QTest::addColumn<QStringList>("requests"); // "start+count"
+    QTest::newRow("one") << QList<int>{3} << QStringList{"106+2"};
+    QTest::newRow("neighbours join") << QList<int>{3, 4, 5} << QStringList{"106+6"};
+    QTest::newRow("a gap inside the entry joins") << QList<int>{0, 10} << QStringList{"100+22"};
+    QTest::newRow("too long for one read") << QList<int>{0, 62, 63} << QStringList{"100+2", "224+4"};
+    QTest::newRow("order does not matter") << QList<int>{5, 1, 3} << QStringList{"102+10"};
+}
+
+void TestModbus::merging()
+{
+    QFETCH(QList<int>, userWords);
+    QFETCH(QStringList, requests);
+    const ModbusMap map = mapOf(EveryTable);
+    QVector<ModbusPlan::Piece> pieces;
+    for (int address : userWords)
+        pieces << ModbusPlan::pieceOf(*map.find(0, 0, ModbusMap::Word, QeltApp::User, address), address);
+    QVector<ModbusPlan::Place> places;
+    const QVector<ModbusRequest> plan = ModbusPlan::build(map, pieces, &places);
+    QStringList got;
+    for (const ModbusRequest &r : plan)
+        got << QStringLiteral("%1+%2").arg(r.start).arg(r.count);
+    QCOMPARE(got, requests);
+    for (int i = 0; i < pieces.size(); ++i)
+        QCOMPARE(plan.at(places.at(i).request).start + places.at(i).offset, pieces.at(i).start);
+}
+
+void TestModbus::readsEveryTable()
+{
+    ModbusTestServer server;
+    QVERIFY(server.start());
+    server.command(QStringLiteral("set hr 1 104 1 2"));       // User word 2, high word first: 65538
+    server.command(QStringLiteral("set ir 1 6 65535 65535")); // Sys word 3, low first: -1
+    server.command(QStringLiteral("set ir 1 8 7 1"));         // Sys word 4, low first: 65543
+    server.command(QStringLiteral("set hr 2 5 40000"));       // Reg word 5, one register
+    server.command(QStringLiteral("set co 1 7 1"));           // O_BIT 7
+    server.command(QStringLiteral("set di 1 9 1"));           // I_BIT 9
+    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
+    QDialog form;
+    Probe probe(&form);
+    const auto watch = [&](int index, int dataClass, int bitType, int address, int bitIndex) {
+        controller.registerUIVariable(&form, &probe, &probe, index, 0, 0, dataClass, address, bitType, bitIndex, 0, 0,
+                                      0, 0, 0, false);
+    };
+    watch(0, QeltApp::User, -1, 2, 0);
+    watch(1, QeltApp::Sys, -1, 3, 0);
+    watch(2, QeltApp::Sys, -1, 4, 0);
+    watch(3, QeltApp::Reg, -1, 5, 0);
+    watch(4, -1, QeltApp::O_BIT, 7, 0);
+    watch(5, -1, QeltApp::I_BIT, 9, 0);
+    watch(6, -1, QeltApp::User_BIT, 2, 1);  // bit 1 of 65538
+    watch(7, -1, QeltApp::User_BIT, 2, 16); // bit 16 of 65538
+    watch(8, -1, QeltApp::User_BIT, 2, 0);
+    controller.startUpdateUI(&form);
+    QTRY_COMPARE_WITH_TIMEOUT(probe.values.value(0), 65538, 5000); // the first delivery is all zeros
+    QCOMPARE(probe.values.size(), 9);
+    QCOMPARE(probe.values.value(1), -1);
+    QCOMPARE(probe.values.value(2), 65543);
+    QCOMPARE(probe.values.value(3), 40000);
+    QCOMPARE(probe.values.value(4), 1);
+    QCOMPARE(probe.values.value(5), 1);
+    QCOMPARE(probe.values.value(6), 1);
+    QCOMPARE(probe.values.value(7), 1);
+    QCOMPARE(probe.values.value(8), 0);
+    QTRY_VERIFY(!controller.marks().isMarked(&probe));
+    // A change on the device reaches the widget by the next poll.
+    server.command(QStringLiteral("set hr 1 105 9"));
+    QTRY_COMPARE_WITH_TIMEOUT(probe.values.value(0), 65545, 3000);
+}
+
+void TestModbus::writesReachTheDevice()
+{
+    ModbusTestServer server;
+    QVERIFY(server.start());
+    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
+    QTRY_VERIFY_WITH_TIMEOUT(controller.isLinkUp(), 5000);
+    QSignalSpy refused(&controller, &ModbusController::writeRefused);
+    controller.setData(0, QeltApp::User, 3, 0x12345678, 0);
+    controller.setData(0, QeltApp::Sys, 1, 5, 0);   // input registers: read-only
+    controller.setData(0, QeltApp::Reg, 2, 513, 0);
+    controller.setData(0, QeltApp::Reg, 3, 70000, 0); // does not fit one register
+    controller.setBit(0, QeltApp::O_BIT, 4, 0, true, 0);
+    controller.setBit(0, QeltApp::I_BIT, 4, 0, true, 0); // discrete inputs: read-only
+    server.command(QStringLiteral("set hr 1 110 255 255"));
+    controller.setBit(0, QeltApp::User_BIT, 5, 3, false, 0);  // low half of User word 5
+    controller.setBit(0, QeltApp::User_BIT, 5, 20, false, 0); // high half
+    controller.setData(0, QeltApp::User, 100, 1, 0); // not in the map
+    QTRY_COMPARE_WITH_TIMEOUT(server.get(QStringLiteral("hr"), 1, 110, 2), (QList<int>{255 & ~16, 255 & ~8}), 3000);
+    QCOMPARE(server.get(QStringLiteral("hr"), 1, 106, 2), (QList<int>{0x1234, 0x5678}));
+    QCOMPARE(server.get(QStringLiteral("hr"), 2, 2, 1), QList<int>{513});
+    QCOMPARE(server.get(QStringLiteral("hr"), 2, 3, 1), QList<int>{0});
+    QCOMPARE(server.get(QStringLiteral("co"), 1, 4, 1), QList<int>{1});
+    QCOMPARE(refused.size(), 4);
+    QVERIFY(refused.at(0).at(0).toString().contains(QLatin1String("read-only input registers")));
+    QVERIFY(refused.at(1).at(0).toString().contains(QLatin1String("70000 does not fit its one register")));
+    QVERIFY(refused.at(2).at(0).toString().contains(QLatin1String("read-only discrete inputs")));
+    QVERIFY(refused.at(3).at(0).toString().contains(QLatin1String("User word 100 refused: the map has no entry")));
+}
+
+void TestModbus::pollsMergedRequests()
+{
+    ModbusTestServer server;
+    QVERIFY(server.start());
+    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
+    controller.setPollPeriod(100000); // one poll when the plan arrives, then none
+    QDialog form;
+    Probe probe(&form);
+    int index = 0;
+    for (int address : {0, 1, 2, 3, 10, 40})
+        controller.registerUIVariable(&form, &probe, &probe, index++, 0, 0, QeltApp::User, address, -1, 0, 0, 0, 0, 0, 0, false);
+    for (int address : {0, 5, 6})
+        controller.registerUIVariable(&form, &probe, &probe, index++, 0, 0, -1, address, QeltApp::O_BIT, 0, 0, 0, 0, 0, 0, false);
+    controller.registerUIVariable(&form, &probe, &probe, index++, 0, 0, QeltApp::Reg, 4, -1, 0, 0, 0, 0, 0, 0, false);
+    controller.startUpdateUI(&form);
+    QSignalSpy polls(&controller, &ModbusController::pollApplied);
+    QTRY_VERIFY_WITH_TIMEOUT(polls.size() >= 1, 5000);
+    QTRY_COMPARE(probe.values.size(), index);
+    // User words 0 ... 40 are one entry: one read of registers 100 ... 181; the coils one read; Reg one.
+    QStringList reads = server.log();
+    reads.sort();
+    QCOMPARE(reads, (QStringList{"1 1 0 7", "3 1 100 82", "3 2 4 1"}));
+}
+
+void TestModbus::bitButtonAndTableCell()
+{
+    ModbusTestServer server;
+    QVERIFY(server.start());
+    server.command(QStringLiteral("set hr 1 110 0 1234")); // User word 5
+    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
+    QTRY_VERIFY_WITH_TIMEOUT(controller.isLinkUp(), 5000);
+    QDialog form;
+    form.setProperty("QeltApp", QeltApp::toVariant(&controller));
+    auto *button = new BitButton(&form);
+    button->setGeometry(0, 0, 100, 30);
+    button->SetAction(BitButton::KeepOn);
+    button->SetWriteBitType(BitButton::User);
+    button->SetWriteAddress(10);
+    button->SetWriteBitIndex(3);
+    button->SetReadBitType(BitButton::User_BIT);
+    button->SetReadAddress(10);
+    button->SetReadBitIndex(3);
+    auto *table = new TableWidget(&form);
+    table->setGeometry(0, 40, 300, 200);
+    table->setRowCount(1);
+    table->setColumnCount(1);
+    QTableWidgetItem cell;
+    cell.setWhatsThis(QStringLiteral("1@0@5@8@0@0@100000"));
+    table->setData(TableContents::encode(1, 1, {{&cell}}));
+    form.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form));
+    controller.startUpdateUI(&form);
+    QTRY_COMPARE_WITH_TIMEOUT(table->item(0, 0) ? table->item(0, 0)->text().trimmed() : QString(), QStringLiteral("1234"), 5000);
+    QTRY_VERIFY(!controller.marks().isMarked(button));
+    // A held key: its bit is on while pressed, off once let go, on the device as on the screen.
+    QTest::mousePress(button, Qt::LeftButton, {}, QPoint(50, 15));
+    QTRY_COMPARE_WITH_TIMEOUT(server.get(QStringLiteral("hr"), 1, 121, 1), QList<int>{8}, 3000);
+    QTRY_COMPARE_WITH_TIMEOUT(button->state(), BitButton::On, 3000);
+    QTest::mouseRelease(button, Qt::LeftButton, {}, QPoint(50, 15));
+    QTRY_COMPARE_WITH_TIMEOUT(server.get(QStringLiteral("hr"), 1, 121, 1), QList<int>{0}, 3000);
+    QTRY_COMPARE_WITH_TIMEOUT(button->state(), BitButton::Off, 3000);
+}
+
+void TestModbus::deviceRestarts()
+{
+    auto server = std::make_unique<ModbusTestServer>();
+    QVERIFY(server->start());
+    const int port = server->port();
+    server->command(QStringLiteral("set hr 1 100 0 7"));
+    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), port);
+    QDialog form;
+    Probe probe(&form);
+    controller.registerUIVariable(&form, &probe, &probe, 0, 0, 0, QeltApp::User, 0, -1, 0, 0, 0, 0, 0, 0, false);
+    controller.startUpdateUI(&form);
+    QTRY_COMPARE_WITH_TIMEOUT(probe.values.value(0), 7, 5000);
+    QTRY_VERIFY(!controller.marks().isMarked(&probe));
+
+    server.reset();
+    QTRY_VERIFY_WITH_TIMEOUT(!controller.isLinkUp(), 5000);
+    QVERIFY(controller.marks().isMarked(&probe));
+    QSignalSpy refused(&controller, &ModbusController::writeRefused);
+    controller.setData(0, QeltApp::User, 0, 99, 0);
+    QCOMPARE(refused.size(), 1);
+    QVERIFY(refused.at(0).at(0).toString().contains(QLatin1String("is down")));
+
+    server = std::make_unique<ModbusTestServer>(false, port);
+    QVERIFY(server->start());
+    server->command(QStringLiteral("set hr 1 100 0 8"));
+    QTRY_VERIFY_WITH_TIMEOUT(controller.isLinkUp(), 10000);
+    QTRY_COMPARE_WITH_TIMEOUT(probe.values.value(0), 8, 5000);
+    QTRY_VERIFY(!controller.marks().isMarked(&probe));
+    // The refused write was not kept for later.
+    QCOMPARE(server->get(QStringLiteral("hr"), 1, 100, 2), (QList<int>{0, 8}));
+}
+
+void TestModbus::exceptionsAndGarbage()
+{
+    {
+        ModbusTestServer server;
+        QVERIFY(server.start());
+        ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
+        QDialog form;
+        Probe good(&form), beyond(&form);
+        controller.registerUIVariable(&form, &good, &good, 0, 0, 0, QeltApp::User, 0, -1, 0, 0, 0, 0, 0, 0, false);
+        // Mcm words 5 ... lie past the server's 1,000 registers: it answers with an exception.
+        controller.registerUIVariable(&form, &beyond, &beyond, 0, 0, 0, QeltApp::Mcm, 9, -1, 0, 0, 0, 0, 0, 0, false);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("refused the read")));
+        controller.startUpdateUI(&form);
+        QTRY_VERIFY_WITH_TIMEOUT(!controller.marks().isMarked(&good), 5000);
+        QVERIFY(controller.marks().isMarked(&beyond));
+        QVERIFY(controller.isLinkUp());
+    }
+    {
+        ModbusTestServer server(true);
+        QVERIFY(server.start());
+        ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
+        QDialog form;
+        Probe probe(&form);
+        controller.registerUIVariable(&form, &probe, &probe, 0, 0, 0, QeltApp::User, 0, -1, 0, 0, 0, 0, 0, 0, false);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("refused the read")));
+        QSignalSpy polls(&controller, &ModbusController::pollApplied);
+        controller.startUpdateUI(&form);
+        QTRY_VERIFY_WITH_TIMEOUT(polls.size() >= 3, 5000);
+        QVERIFY(controller.marks().isMarked(&probe));
+        QCOMPARE(probe.values.value(0), 0); // the start's zero only: nothing from the garbage
+    }
+}
+
+void TestModbus::unmappedVariableIsNamed()
+{
+    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), 1); // nothing listens there
+    QDialog form;
+    Probe probe(&form);
+    probe.setObjectName(QStringLiteral("spindleSpeed"));
+    QTest::ignoreMessage(QtWarningMsg, "no map entry for link 0, channel 2, User word 7 (widget \"spindleSpeed\")");
+    controller.registerUIVariable(&form, &probe, &probe, 0, 0, 1, QeltApp::User, 7, -1, 0, 0, 0, 0, 0, 0, false);
+    controller.registerUIVariable(&form, &probe, &probe, 1, 0, 0, QeltApp::User, 7, -1, 0, 0, 0, 0, 0, 0, false);
+    QCOMPARE(controller.problems(),
+             QStringList{QStringLiteral("no map entry for link 0, channel 2, User word 7 (widget \"spindleSpeed\")")});
+    QVERIFY(controller.marks().isMarked(&probe));
+}
+
+QTEST_MAIN(TestModbus)
+#include "tst_modbus.moc"
