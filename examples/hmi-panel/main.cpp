@@ -20,6 +20,7 @@
 #include <QCommandLineParser>
 #include <QDialog>
 #include <QDir>
+#include <QEventLoop>
 #include <QFileInfo>
 #include <QSpinBox>
 #include <QTimer>
@@ -159,15 +160,11 @@ int main(int argc, char **argv)
     session.start();
 #ifdef HMI_HAVE_MODBUS
     if (modbus) {
-        QApplication::processEvents(); // the variables the form registered while it attached
-        for (const QString &problem : modbus->problems())
-            std::fprintf(stderr, "hmi-panel: %s: %s\n", qPrintable(parser.value(mapOption)), qPrintable(problem));
-        if (!modbus->problems().isEmpty())
-            return 1;
         QObject::connect(modbus.get(), &ModbusController::writeRefused, &window, &PanelWindow::showMessage);
         QObject::connect(modbus.get(), &ModbusController::linkStateChanged, &window, [&window](bool up, const QString &why) {
             window.showMessage(up ? QStringLiteral("Connected.") : why);
         });
+        window.showMessage(QStringLiteral("Connecting to %1 ...").arg(parser.value(modbusOption)));
     }
 #endif
     for (const QString &problem : PanelTables::setUp(session.form(), QFileInfo(formFile).absolutePath()))
@@ -177,8 +174,28 @@ int main(int argc, char **argv)
         box->setValue(parser.value(authority).toInt());
     session.setAuthority(parser.value(authority).toInt());
     window.show();
+#ifdef HMI_HAVE_MODBUS
+    if (modbus) {
+        // What the form registered while it attached and showed; rows a table shows later are veiled
+        // and warned about when they come.
+        QApplication::processEvents();
+        for (const QString &problem : modbus->problems())
+            std::fprintf(stderr, "hmi-panel: %s: %s\n", qPrintable(parser.value(mapOption)), qPrintable(problem));
+        if (!modbus->problems().isEmpty())
+            return 1;
+    }
+#endif
 
     if (parser.isSet(screenshot)) {
+#ifdef HMI_HAVE_MODBUS
+        if (modbus) {
+            // The device's values, or the veil if it does not answer in time.
+            QEventLoop wait;
+            QObject::connect(modbus.get(), &ModbusController::pollApplied, &wait, &QEventLoop::quit);
+            QTimer::singleShot(3000, &wait, &QEventLoop::quit);
+            wait.exec();
+        }
+#endif
         scenario.step();
         scenario.step();
         scenario.step();

@@ -3,7 +3,7 @@
 
 modbusserver.py PORT [--garbage]
 
-Units 1 and 2, each with 1,000 coils, discrete inputs, holding and input registers, addressed from 0.
+Units 1 and 2, each with 5,000 coils, discrete inputs, holding and input registers, addressed from 0.
 Commands on standard input, one a line, answered on standard output:
   set TABLE UNIT ADDRESS VALUE...   (TABLE: co, di, hr, ir)  -> ok
   get TABLE UNIT ADDRESS COUNT      -> the values
@@ -20,7 +20,7 @@ import threading
 from pymodbus.datastore import ModbusSequentialDataBlock, ModbusServerContext, ModbusSlaveContext
 from pymodbus.server import StartAsyncTcpServer
 
-SIZE = 1000
+SIZE = 5000
 lock = threading.Lock()
 served = []  # (function code, unit, address, count)
 

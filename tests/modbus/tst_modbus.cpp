@@ -44,7 +44,7 @@ const QByteArray EveryTable = R"({"entries": [
   {"bitType": "O_BIT", "first": 0, "last": 63, "unit": 1, "table": "coils", "start": 0},
   {"bitType": "I_BIT", "first": 0, "last": 63, "unit": 1, "table": "discreteInputs", "start": 0},
   {"bitType": "User_BIT", "first": 0, "last": 99, "unit": 1, "table": "holding", "start": 100},
-  {"dataClass": "Mcm", "first": 0, "last": 9, "unit": 1, "table": "holding", "start": 990}
+  {"dataClass": "Mcm", "first": 0, "last": 9, "unit": 1, "table": "holding", "start": 4990}
 ]})";
 
 } // namespace
@@ -316,7 +316,7 @@ void TestModbus::exceptionsAndGarbage()
         QDialog form;
         Probe good(&form), beyond(&form);
         controller.registerUIVariable(&form, &good, &good, 0, 0, 0, QeltApp::User, 0, -1, 0, 0, 0, 0, 0, 0, false);
-        // Mcm words 5 ... lie past the server's 1,000 registers: it answers with an exception.
+        // Mcm words 5 ... lie past the server's 5,000 registers: it answers with an exception.
         controller.registerUIVariable(&form, &beyond, &beyond, 0, 0, 0, QeltApp::Mcm, 9, -1, 0, 0, 0, 0, 0, 0, false);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("refused the read")));
         controller.startUpdateUI(&form);
