@@ -6,12 +6,12 @@
 #include "modbuscontroller.h"
 #include "modbusmap.h"
 #include "modbustestserver.h"
+#include "residentmemory.h"
 #include "updatevariableinterface.h"
 
 #include <QApplication>
 #include <QDialog>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QTimer>
 
 #include <algorithm>
@@ -26,18 +26,6 @@ public:
     void updateData(int, int) override { ++updates; }
     qint64 updates = 0;
 };
-
-qint64 residentKb()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').value(0).toLongLong();
-    }
-    return -1;
-}
 
 struct Lateness
 {
@@ -121,11 +109,11 @@ int main(int argc, char **argv)
     changer.start(50);
     const Lateness warm = measure(2000);
     Q_UNUSED(warm)
-    const qint64 rssStart = residentKb();
+    const qint64 rssStart = residentKiB();
     const int pollsStart = polls;
     const int readsStart = server.command(QStringLiteral("requests")).value(0).section(QLatin1Char(' '), 1, 1).toInt();
     const Lateness busy = measure(seconds * 1000);
-    const qint64 rssEnd = residentKb();
+    const qint64 rssEnd = residentKiB();
     const int pollCount = polls - pollsStart;
     const int reads = server.command(QStringLiteral("requests")).value(0).section(QLatin1Char(' '), 1, 1).toInt() - readsStart;
     qint64 updates = 0;
@@ -139,7 +127,7 @@ int main(int argc, char **argv)
                 idle.p99, idle.max);
     std::printf("event-loop lateness of a 10 ms timer, polling: mean %.2f ms, p99 %.2f ms, max %.2f ms\n", busy.mean,
                 busy.p99, busy.max);
-    std::printf("resident memory %lld kB after warm-up, %lld kB at the end (%+lld kB)\n", rssStart, rssEnd,
+    std::printf("resident memory %lld KiB after warm-up, %lld KiB at the end (%+lld KiB)\n", rssStart, rssEnd,
                 rssEnd - rssStart);
     // Against 1 ms so that an idle loop's near-zero lateness does not blow the ratio up.
     std::printf("ratio p99 lateness polling / idle (floor 1 ms) %.2f\n", std::max(1.0, busy.p99) / std::max(1.0, idle.p99));

@@ -6,6 +6,8 @@
 #include "tablecontents.h"
 #include "tablewidget.h"
 
+#include "residentmemory.h"
+
 #include <QApplication>
 #include <QDialog>
 #include <QElapsedTimer>
@@ -74,18 +76,6 @@ void trimHeap()
 #ifdef __GLIBC__
     malloc_trim(0);
 #endif
-}
-
-qint64 residentKiB()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').first().toLongLong();
-    }
-    return -1;
 }
 
 int liveItems(const QTableWidget &table)
