@@ -228,30 +228,54 @@ void TestFormCheck::wordLibraryFile()
 void TestFormCheck::commandExitStatus_data()
 {
     QTest::addColumn<QStringList>("forms");
+    QTest::addColumn<QByteArray>("besideWords"); // words.tsv beside the forms, when not empty
+    QTest::addColumn<QByteArray>("namedWords");  // given with --words, when not empty
     QTest::addColumn<int>("status");
     QTest::addColumn<QString>("output");
+    QTest::addColumn<QString>("absent");
+    const QString wordFinding = QStringLiteral("word %1 is not in the panel's word library");
     QTest::newRow("samples") << QStringList{QStringLiteral(HMI_FORMS_DIR "/operator.ui"),
                                             QStringLiteral(HMI_FORMS_DIR "/demo.ui")}
-                             << 0 << QString();
-    QTest::newRow("mistakes") << QStringList{QStringLiteral("mistakes.ui")} << 1
-                              << "mistakes.ui:5: widget \"ghost\" (NoSuchButton): unknown widget class";
-    QTest::newRow("not a form") << QStringList{QStringLiteral(HMI_FORMCHECK_DIR "/broken.ui")} << 2 << "not a form";
-    QTest::newRow("missing file") << QStringList{QStringLiteral("no-such-form.ui")} << 2 << "cannot be read";
+                             << QByteArray() << QByteArray() << 0 << QString() << QString();
+    QTest::newRow("mistakes") << QStringList{QStringLiteral("mistakes.ui")} << QByteArray() << QByteArray() << 1
+                              << "mistakes.ui:5: widget \"ghost\" (NoSuchButton): unknown widget class" << QString();
+    QTest::newRow("word library beside the form")
+        << QStringList{QStringLiteral("mistakes.ui")} << QByteArray("77\tSpindle\n") << QByteArray() << 1
+        << wordFinding.arg(78) << wordFinding.arg(77);
+    QTest::newRow("named word library wins")
+        << QStringList{QStringLiteral("mistakes.ui")} << QByteArray("77\tSpindle\n") << QByteArray("78\tSpindle\n") << 1
+        << wordFinding.arg(77) << wordFinding.arg(78);
+    QTest::newRow("not a form") << QStringList{QStringLiteral(HMI_FORMCHECK_DIR "/broken.ui")} << QByteArray()
+                                << QByteArray() << 2 << "not a form" << QString();
+    QTest::newRow("missing file") << QStringList{QStringLiteral("no-such-form.ui")} << QByteArray() << QByteArray() << 2
+                                  << "cannot be read" << QString();
 }
 
 void TestFormCheck::commandExitStatus()
 {
     QFETCH(QStringList, forms);
+    QFETCH(QByteArray, besideWords);
+    QFETCH(QByteArray, namedWords);
     QFETCH(int, status);
     QFETCH(QString, output);
+    QFETCH(QString, absent);
     QTemporaryDir dir;
-    QFile mistakes(dir.filePath(QStringLiteral("mistakes.ui")));
-    QVERIFY(mistakes.open(QIODevice::WriteOnly));
-    mistakes.write(mistakesForm());
-    mistakes.close();
+    const auto write = [&](const QString &name, const QByteArray &content) {
+        QFile file(dir.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    };
+    write(QStringLiteral("mistakes.ui"), mistakesForm());
+    QStringList arguments{QStringLiteral("--check")};
+    if (!besideWords.isEmpty())
+        write(QStringLiteral("words.tsv"), besideWords);
+    if (!namedWords.isEmpty()) {
+        write(QStringLiteral("library.tsv"), namedWords);
+        arguments << QStringLiteral("--words") << QStringLiteral("library.tsv");
+    }
     QProcess panel;
     panel.setWorkingDirectory(dir.path());
-    panel.start(QStringLiteral(HMI_PANEL), QStringList{QStringLiteral("--check")} + forms);
+    panel.start(QStringLiteral(HMI_PANEL), arguments + forms);
     QVERIFY(panel.waitForFinished(60000));
     const QString out = QString::fromUtf8(panel.readAllStandardOutput());
     QCOMPARE(panel.exitCode(), status);
@@ -259,6 +283,8 @@ void TestFormCheck::commandExitStatus()
         QVERIFY2(out.isEmpty(), qPrintable(out));
     else
         QVERIFY2(out.contains(output), qPrintable(out));
+    if (!absent.isEmpty())
+        QVERIFY2(!out.contains(absent), qPrintable(out));
 }
 
 QTEST_MAIN(TestFormCheck)

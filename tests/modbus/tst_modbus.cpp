@@ -9,9 +9,13 @@
 #include "norvointerface_z3.h"
 #include "tablecontents.h"
 #include "tablewidget.h"
+#include "unknownvaluemarks.h"
 #include "updatevariableinterface.h"
 
 #include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QTemporaryDir>
 #include <QSignalSpy>
 #include <QTableWidgetItem>
 #include <QtTest>
@@ -65,6 +69,9 @@ private Q_SLOTS:
     void deviceRestarts();
     void exceptionsAndGarbage();
     void unmappedVariableIsNamed();
+    void veilLooksTheSameOnEveryWidget();
+    void panelCommand_data();
+    void panelCommand();
 };
 
 void TestModbus::mapErrors_data()
@@ -352,6 +359,95 @@ void TestModbus::unmappedVariableIsNamed()
     QCOMPARE(controller.problems(),
              QStringList{QStringLiteral("no map entry for link 0, channel 2, User word 7 (widget \"spindleSpeed\")")});
     QVERIFY(controller.marks().isMarked(&probe));
+}
+
+void TestModbus::veilLooksTheSameOnEveryWidget()
+{
+    const auto whitePixels = [](QWidget *w) {
+        const QImage image = w->grab().toImage();
+        int white = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                white += image.pixelColor(x, y) == Qt::white;
+        }
+        return white;
+    };
+    QLabel label;
+    QPushButton button(QStringLiteral("Spindle"));
+    UnknownValueMarks marks;
+    for (QWidget *w : {static_cast<QWidget *>(&label), static_cast<QWidget *>(&button)}) {
+        w->setStyleSheet(QStringLiteral("background: white; border: none;"));
+        w->resize(60, 40);
+        QVERIFY(whitePixels(w) > 60 * 30);
+        marks.mark(w, QStringLiteral("No connection"));
+        w->resize(90, 50); // the veil follows the widget
+        QCOMPARE(whitePixels(w), 0);
+        const QImage veiled = w->grab().toImage();
+        QSet<QRgb> colours; // the veil and its hatching
+        for (int x = 0; x < 20; ++x)
+            colours.insert(veiled.pixel(x, 10));
+        QCOMPARE(colours.size(), 2);
+        QCOMPARE(w->findChild<QWidget *>(QStringLiteral("unknownValueVeil"))->toolTip(), QStringLiteral("No connection"));
+        marks.unmark(w);
+        QVERIFY(whitePixels(w) > 90 * 40);
+    }
+    QCOMPARE(marks.count(), 0);
+}
+
+void TestModbus::panelCommand_data()
+{
+#ifndef HMI_PANEL
+    QSKIP("built without hmi-panel");
+#else
+    QTest::addColumn<QString>("form");
+    QTest::addColumn<QByteArray>("map"); // empty: the operator screen's own map
+    QTest::addColumn<QString>("target"); // "server": the test server
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("said");
+    const QString operatorForm = QStringLiteral(HMI_FORMS_DIR "/operator.ui");
+    QTest::newRow("not host:port") << operatorForm << QByteArray() << "localhost" << 1 << "--modbus wants HOST:PORT";
+    QTest::newRow("map refused")
+        << operatorForm
+        << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding"},
+                                     {"dataClass":"User","first":5,"last":9,"table":"holding","start":50}]})")
+        << "server" << 1 << "overlap: both map the same variables";
+    QTest::newRow("variables the map lacks")
+        << operatorForm << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding"}]})")
+        << "server" << 1 << "no map entry for link 0, channel 1";
+    QTest::newRow("the operator screen on the device") << operatorForm << QByteArray() << "server" << 0 << "wrote";
+#endif
+}
+
+void TestModbus::panelCommand()
+{
+#ifdef HMI_PANEL
+    QFETCH(QString, form);
+    QFETCH(QByteArray, map);
+    QFETCH(QString, target);
+    QFETCH(int, status);
+    QFETCH(QString, said);
+    ModbusTestServer server;
+    QVERIFY(server.start());
+    QTemporaryDir dir;
+    QString mapFile = QStringLiteral(HMI_FORMS_DIR "/operator-modbus.json");
+    if (!map.isEmpty()) {
+        mapFile = dir.filePath(QStringLiteral("map.json"));
+        QFile file(mapFile);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(map);
+    }
+    QProcess panel;
+    panel.start(QStringLiteral(HMI_PANEL),
+                {form, QStringLiteral("--modbus"),
+                 target == QLatin1String("server") ? QStringLiteral("127.0.0.1:%1").arg(server.port()) : target,
+                 QStringLiteral("--map"), mapFile, QStringLiteral("--screenshot"), dir.filePath(QStringLiteral("shot.png"))});
+    QVERIFY(panel.waitForFinished(60000));
+    const QString out = QString::fromUtf8(panel.readAllStandardOutput() + panel.readAllStandardError());
+    QCOMPARE(panel.exitCode(), status);
+    QVERIFY2(out.contains(said), qPrintable(out));
+    if (status == 0) // it read the device's holding registers
+        QVERIFY(!server.log().filter(QRegularExpression(QStringLiteral("^3 1 "))).isEmpty());
+#endif
 }
 
 QTEST_MAIN(TestModbus)
