@@ -112,7 +112,8 @@ bool ModbusLink::lostConnection(int error)
 
 void ModbusLink::poll()
 {
-    if (!m_up || m_stopped)
+    // Before the first plan a poll would read nothing, yet be taken for the form's values having come.
+    if (!m_up || m_stopped || m_generation == 0)
         return;
     ModbusPollResult result;
     result.generation = m_generation;
