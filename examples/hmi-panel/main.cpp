@@ -150,8 +150,10 @@ int main(int argc, char **argv)
         return 1;
     }
     DemoScenario scenario(&simulated);
-    // Relative picture paths name files next to the form; a camera picture may watch the demo's.
-    QDir::setCurrent(QFileInfo(formFile).absolutePath());
+    // Paths on the command line are the caller's; the form's own relative paths name files beside it.
+    const QString formFolder = QFileInfo(formFile).absolutePath();
+    const QString screenshotFile = parser.isSet(screenshot) ? QFileInfo(parser.value(screenshot)).absoluteFilePath() : QString();
+    QDir::setCurrent(formFolder);
     for (DynamicImage *image : session.form()->findChildren<DynamicImage *>()) {
         if (image->autoLoadPath() == QLatin1String("${DEMO_CAMERA}"))
             image->setAutoLoadPath(scenario.cameraFolder());
@@ -167,7 +169,7 @@ int main(int argc, char **argv)
         window.showMessage(QStringLiteral("Connecting to %1 ...").arg(parser.value(modbusOption)));
     }
 #endif
-    for (const QString &problem : PanelTables::setUp(session.form(), QFileInfo(formFile).absolutePath()))
+    for (const QString &problem : PanelTables::setUp(session.form(), formFolder))
         std::fprintf(stderr, "hmi-panel: %s: %s\n", qPrintable(formFile), qPrintable(problem));
     // Through the panel's own field, which then shows the authority the panel runs with.
     if (auto *box = window.findChild<QSpinBox *>(QStringLiteral("authorityBox")))
@@ -205,8 +207,8 @@ int main(int argc, char **argv)
         }
         simulated.flushUpdates();
         app.processEvents();
-        const bool saved = window.grab().save(parser.value(screenshot));
-        std::printf("%s %s\n", saved ? "wrote" : "could not write", qPrintable(parser.value(screenshot)));
+        const bool saved = window.grab().save(screenshotFile);
+        std::printf("%s %s\n", saved ? "wrote" : "could not write", qPrintable(screenshotFile));
         return saved ? 0 : 1;
     }
 #ifdef HMI_HAVE_MODBUS

@@ -1,6 +1,7 @@
 // Buttons on a form attached to the simulated controller: operator input reaches the controller
 // and the controller's answer comes back to the screen.
 #include "bitbutton.h"
+#include "buttontestsupport.h"
 #include "functionbutton.h"
 #include "keypaddialog.h"
 #include "norvointerface_z3.h"
@@ -38,16 +39,7 @@ void TestEndToEnd::bitButtonRoundTrip()
     SimulatedController controller;
     QDialog form;
     form.setProperty("QeltApp", QeltApp::toVariant(&controller));
-    auto *button = new BitButton(&form);
-    button->setGeometry(0, 0, 100, 30);
-    button->SetAction(BitButton::KeepOn);
-    button->SetWriteBitType(BitButton::User);
-    button->SetWriteAddress(10);
-    button->SetWriteBitIndex(3);
-    // The monitor bit is the same user word bit, seen through its bit type.
-    button->SetReadBitType(BitButton::User_BIT);
-    button->SetReadAddress(10);
-    button->SetReadBitIndex(3);
+    BitButton *button = buttontest::keepOnUserBitKey(&form, 10, 3);
     form.show();
     QVERIFY(QTest::qWaitForWindowExposed(&form));
     QCOMPARE(controller.registrationCount(&form), 1);

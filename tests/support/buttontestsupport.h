@@ -1,4 +1,5 @@
 #pragma once
+#include "bitbutton.h"
 #include "fontmapcodec.h"
 #include "recordingqeltapp.h"
 #include "textinfocodec.h"
@@ -48,6 +49,20 @@ inline void dragTo(QWidget *w, const QPoint &pos)
 {
     QMouseEvent e(QEvent::MouseMove, pos, w->mapToGlobal(pos), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(w, &e);
+}
+// A keep-on key that writes user word `address` bit `bit` and shows that same bit through its bit type.
+inline BitButton *keepOnUserBitKey(QWidget *form, int address, int bit)
+{
+    auto *button = new BitButton(form);
+    button->setGeometry(0, 0, 100, 30);
+    button->SetAction(BitButton::KeepOn);
+    button->SetWriteBitType(BitButton::User);
+    button->SetWriteAddress(address);
+    button->SetWriteBitIndex(bit);
+    button->SetReadBitType(BitButton::User_BIT);
+    button->SetReadAddress(address);
+    button->SetReadBitIndex(bit);
+    return button;
 }
 inline QFont sizedFont(int pointSize) { return QFont(QStringLiteral("Sans"), pointSize); }
 inline TextData record(int wordLibId, const QStringList &texts, const QList<int> &fontSizes = {}, int first = 0,
