@@ -1,4 +1,5 @@
 #include "tablewidget.h"
+#include "operatormessage.h"
 
 #include "tablewidget_p.h"
 #include "widgetfactory.h"
@@ -7,7 +8,6 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QMessageBox>
 #include <QPointer>
 #include <QScrollBar>
 #include <QStyleOptionHeader>
@@ -503,13 +503,13 @@ void TableWidget::find(const QString &text)
 void TableWidget::findNext()
 {
     if (d->found.isEmpty()) {
-        QMessageBox::information(this, tr("Table Find"), tr("Not found!"));
+        OperatorMessage::information(this, tr("Table Find"), tr("Not found!"));
         return;
     }
     d->foundIndex = std::max(0, d->foundIndex + 1);
     if (d->foundIndex >= d->found.size()) {
         QPointer<TableWidget> alive(this);
-        QMessageBox::information(this, tr("Table Find"), tr("Not found!"));
+        OperatorMessage::information(this, tr("Table Find"), tr("Not found!"));
         if (!alive)
             return;
         d->foundIndex = 0;
@@ -520,13 +520,13 @@ void TableWidget::findNext()
 void TableWidget::findPrevious()
 {
     if (d->found.isEmpty()) {
-        QMessageBox::information(this, tr("Table Find"), tr("Not found!"));
+        OperatorMessage::information(this, tr("Table Find"), tr("Not found!"));
         return;
     }
     d->foundIndex -= 1;
     if (d->foundIndex < 0) {
         QPointer<TableWidget> alive(this);
-        QMessageBox::information(this, tr("Table Find"), tr("Not found!"));
+        OperatorMessage::information(this, tr("Table Find"), tr("Not found!"));
         if (!alive)
             return;
         d->foundIndex = int(d->found.size()) - 1;

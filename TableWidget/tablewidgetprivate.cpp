@@ -1,7 +1,7 @@
 #include "tablewidget_p.h"
 
 #include <QHeaderView>
-#include <QMessageBox>
+#include "operatormessage.h"
 
 #include <limits>
 
@@ -178,5 +178,5 @@ void TableWidget::Private::refreshVisibleRows()
 
 void TableWidget::Private::warnFile(const char *message, const QFile &file)
 {
-    QMessageBox::warning(q, QStringLiteral("TableWidget"), QLatin1String(message) + file.errorString(), QMessageBox::Ok);
+    OperatorMessage::warning(q, QStringLiteral("TableWidget"), QLatin1String(message) + file.errorString());
 }

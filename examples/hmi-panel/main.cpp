@@ -8,6 +8,7 @@
 #include "formloader.h"
 #include "formsession.h"
 #include "norvointerface_z3.h"
+#include "operatormessage.h"
 #include "paneltables.h"
 #include "panelwindow.h"
 #include "simulatedcontroller.h"
@@ -159,6 +160,12 @@ int main(int argc, char **argv)
             image->setAutoLoadPath(scenario.cameraFolder());
     }
     PanelWindow window(&session, {QStringLiteral("English"), QStringLiteral("Deutsch")});
+    // The panel never waits on a message box: its messages go to its message line and to stderr.
+    OperatorMessage::setSink([&window](OperatorMessage::Kind, QWidget *, const QString &title, const QString &text) {
+        const QString line = QStringLiteral("%1: %2").arg(title, text.simplified());
+        std::fprintf(stderr, "hmi-panel: %s\n", qPrintable(line));
+        window.showMessage(line);
+    });
     session.start();
 #ifdef HMI_HAVE_MODBUS
     if (modbus) {
