@@ -6,10 +6,25 @@
 #include <QDataStream>
 #include <QIODevice>
 
+#include <algorithm>
+#include <climits>
+
 namespace {
 constexpr qint32 FormatVersion = 1;
-// Smallest stream size of a slot byte array.
+// Smallest stream sizes of a slot byte array and of a record (three ints, two list counts).
 constexpr int MinSlotSize = 4;
+constexpr int MinRecordSize = 3 * 4 + 4 + 4;
+
+// The count in front of a list whose first maxUsed elements the reader takes: the rest is not read. A
+// count the bytes left cannot hold is malformed all the same.
+bool readUsedCount(QDataStream &in, qint32 &used, int minElementSize, int maxUsed)
+{
+    qint32 count = 0;
+    if (!StoredStream::readCount(in, count, minElementSize, INT_MAX))
+        return false;
+    used = std::min(count, qint32(std::max(0, maxUsed)));
+    return true;
+}
 } // namespace
 
 QByteArray TextInfoCodec::encodeSlot(const QList<TextData> &records)
@@ -38,7 +53,19 @@ bool TextInfoCodec::decodeSlot(const QByteArray &buffer, QList<TextData> *record
     StoredStream::prepare(in);
     qint32 version = 0;
     in >> version; // any version is read the same way
-    return readTextRecords(in, records, maxRecords);
+    qint32 count = 0;
+    if (!readUsedCount(in, count, MinRecordSize, maxRecords))
+        return false;
+    QList<TextData> read;
+    for (qint32 i = 0; i < count; ++i) {
+        TextData record;
+        in >> record;
+        if (in.status() != QDataStream::Ok)
+            return false;
+        read.append(record);
+    }
+    *records = read;
+    return true;
 }
 
 QByteArray TextInfoCodec::encodeSlots(const QList<QList<TextData>> &slotRecords)
@@ -64,7 +91,7 @@ bool TextInfoCodec::decodeSlots(const QByteArray &buffer, QList<QList<TextData>>
     qint32 version = 0;
     in >> version;
     qint32 count = 0;
-    if (!StoredStream::readCount(in, count, MinSlotSize, limits.slotCount))
+    if (!readUsedCount(in, count, MinSlotSize, limits.slotCount))
         return false;
     QList<QList<TextData>> read;
     read.reserve(count);

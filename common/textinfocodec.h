@@ -8,8 +8,9 @@
 #include <QByteArray>
 #include <QList>
 
-// What a text-buffer reader accepts: a buffer with more slots, more records in a slot, or more bytes
-// over all its layers than the widget can mean is malformed as a whole.
+// What a text-buffer reader takes: the first slots and the first records of each slot that the widget
+// uses; the rest of the buffer is not read (older and other editors store more). A buffer of more bytes
+// over all its layers than the expansion limit is malformed as a whole.
 struct TextInfoLimits
 {
     int slotCount = 2;   // the bit button's On and Off

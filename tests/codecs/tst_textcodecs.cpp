@@ -119,6 +119,7 @@ class TestTextCodecs : public QObject
 private Q_SLOTS:
     void init();
     void goldenSlot();
+    void goldenSlots_data();
     void goldenSlots();
     void goldenMapBuffer();
     void roundTrip_data();
@@ -149,7 +150,8 @@ void TestTextCodecs::goldenSlot()
     const QList<TextData> expected{record(-1, {QStringLiteral("Start"), QStringLiteral("Anlauf")}),
                                    record(7, {}, {QFont(QStringLiteral("Sans"), 12)})};
     QList<TextData> decoded;
-    QVERIFY(!TextInfoCodec::decodeSlot(golden, &decoded)); // a button's slot holds one record
+    QVERIFY(TextInfoCodec::decodeSlot(golden, &decoded)); // a button takes the first record only
+    QCOMPARE(decoded, expected.mid(0, 1));
     TextInfoCodec::Limits twoRecords;
     twoRecords.recordCount = 2;
     QVERIFY(TextInfoCodec::decodeSlot(golden, &decoded, twoRecords));
@@ -157,30 +159,50 @@ void TestTextCodecs::goldenSlot()
     QCOMPARE(TextInfoCodec::encodeSlot(expected), golden);
 }
 
-void TestTextCodecs::goldenSlots()
+void TestTextCodecs::goldenSlots_data()
 {
+    QTest::addColumn<QByteArray>("golden");
+    QTest::addColumn<QList<QList<TextData>>>("expected"); // as a bit button takes them
+    QTest::addColumn<bool>("writtenAlike");
     Bytes on;
     on.i32(1).i32(1).record(0, 0, -1, {QStringLiteral("EIN"), QString::fromUtf8("开")});
     on.i32(2).font(QStringLiteral("Sans"), 12, 50, false).font(QStringLiteral("Serif"), 10, 75, true);
     Bytes off;
     off.i32(1).i32(1).record(3, 4, 12, {QStringLiteral("AUS")}).i32(0);
-    Bytes outer;
-    outer.i32(1).i32(2).bytes(on.framed()).bytes(off.framed());
-    const QByteArray golden = outer.framed();
-
     TextData offRecord = record(12, {QStringLiteral("AUS")});
     offRecord.firstValue = 3;
     offRecord.secondValue = 4;
-    const QList<QList<TextData>> expected{
-        {record(-1, {QStringLiteral("EIN"), QString::fromUtf8("开")},
-                {QFont(QStringLiteral("Sans"), 12), boldItalicSerif()})},
-        {offRecord}};
+    const TextData onRecord = record(-1, {QStringLiteral("EIN"), QString::fromUtf8("开")},
+                                     {QFont(QStringLiteral("Sans"), 12), boldItalicSerif()});
+    QTest::newRow("on and off") << Bytes().i32(1).i32(2).bytes(on.framed()).bytes(off.framed()).framed()
+                                << QList<QList<TextData>>{{onRecord}, {offRecord}} << true;
+    // Older editors store more than a button uses: a third slot, a second record in a slot.
+    Bytes twoRecords;
+    twoRecords.i32(1).i32(2).record(0, 0, -1, {QStringLiteral("Spindle")}).i32(0).record(0, 0, 5, {}).i32(0);
+    QTest::newRow("three slots, two records in the first")
+        << Bytes().i32(1).i32(3).bytes(twoRecords.framed()).bytes(off.framed()).bytes("not read").framed()
+        << QList<QList<TextData>>{{record(-1, {QStringLiteral("Spindle")})}, {offRecord}} << false;
+    QTest::newRow("empty slot text") << Bytes().i32(1).i32(2).bytes(QByteArray()).bytes(off.framed()).framed()
+                                     << QList<QList<TextData>>{{}, {offRecord}} << false;
+}
+
+void TestTextCodecs::goldenSlots()
+{
+    QFETCH(QByteArray, golden);
+    QFETCH(QList<QList<TextData>>, expected);
+    QFETCH(bool, writtenAlike);
     QList<QList<TextData>> decoded;
     QVERIFY(TextInfoCodec::decodeSlots(golden, &decoded));
     QCOMPARE(decoded, expected);
-    QCOMPARE(decoded.at(0).at(0).fonts.at(1).weight(), int(QFont::Bold));
-    QVERIFY(decoded.at(0).at(0).fonts.at(1).italic());
-    QCOMPARE(TextInfoCodec::encodeSlots(expected), golden);
+    QCOMPARE(TextInfoCodec::encodeSlots(expected) == golden, writtenAlike);
+
+    // The button shows what it took; a slot without records leaves that caption as it was.
+    BitButton button;
+    button.SetTextInfoBuffer(golden);
+    for (const auto &[slot, texts] : {std::pair(0, button.getOnTextList()), std::pair(1, button.getOffTextList())})
+        QCOMPARE(texts, expected.at(slot).isEmpty() ? QStringList() : expected.at(slot).at(0).texts);
+    button.updateLanguage(0);
+    QCOMPARE(button.onText(), expected.at(0).isEmpty() ? QStringLiteral("ON") : expected.at(0).at(0).texts.at(0));
 }
 
 void TestTextCodecs::goldenMapBuffer()
@@ -354,7 +376,7 @@ void TestTextCodecs::amplification_data()
     QTest::newRow("one long slot") << fine << fonts(10) << true;
     QTest::newRow("two long slots together past the limit") << twoLong << fonts(11) << false;
     QTest::newRow("two slots") << slotsOf(2) << fonts(0) << true;
-    QTest::newRow("three slots") << slotsOf(3) << fonts(11) << false;
+    QTest::newRow("three slots, the third not read") << slotsOf(3) << fonts(2) << true;
     QTest::newRow("ten texts") << texts(10) << QByteArray() << true;
     QTest::newRow("eleven texts") << texts(11) << fonts(1700) << false;
 }
