@@ -1,6 +1,7 @@
 #include "formchecker.h"
 
 #include "formdocument.h"
+#include "formlimits.h"
 #include "objectnamechecker.h"
 #include "softkeypages.h"
 #include "widgetfactory.h"
@@ -28,6 +29,12 @@ bool FormChecker::check(QIODevice *device, QList<FormFinding> *findings)
     }
     m_problem.clear();
     QList<FormFinding> found;
+    if (document.tooDeepLine() > 0) {
+        FormWidget holder;
+        if (document.tooDeepWidget() >= 0)
+            holder = document.widgets().at(document.tooDeepWidget());
+        found.append(FormFinding::about(holder, document.tooDeepLine(), FormLimits::nestingProblem()));
+    }
     for (const FormWidget &widget : document.widgets()) {
         m_classes.check(widget, &found);
         WidgetPropertyCheck::check(widget, m_context, &found);
@@ -35,8 +42,36 @@ bool FormChecker::check(QIODevice *device, QList<FormFinding> *findings)
     ObjectNameChecker::check(document.widgets(), &found);
     checkSoftKeys(document.widgets(), &found);
     std::stable_sort(found.begin(), found.end());
-    *findings << found;
+    *findings << capped(found);
     return true;
+}
+
+QList<FormFinding> FormChecker::capped(const QList<FormFinding> &found)
+{
+    // One mistake copied down a list of 10,000 entries is found from the first few.
+    const auto key = [](const FormFinding &f) {
+        return QStringList{f.className, f.objectName, f.property}.join(QChar::Null);
+    };
+    QHash<QString, int> total;
+    for (const FormFinding &f : found)
+        ++total[key(f)];
+    QHash<QString, int> shown;
+    QList<FormFinding> out;
+    for (const FormFinding &f : found) {
+        const QString k = key(f);
+        const int n = ++shown[k];
+        if (n > MaxFindingsPerProperty)
+            continue;
+        out.append(f);
+        if (n == MaxFindingsPerProperty && total.value(k) > n) {
+            FormFinding more = f;
+            const int left = total.value(k) - n;
+            more.message = f.property.isEmpty() ? QStringLiteral("... and %1 more").arg(left)
+                                                : QStringLiteral("... and %1 more about \"%2\"").arg(left).arg(f.property);
+            out.append(more);
+        }
+    }
+    return out;
 }
 
 void FormChecker::checkSoftKeys(const QList<FormWidget> &widgets, QList<FormFinding> *findings) const
@@ -78,8 +113,10 @@ void FormChecker::checkSoftKeys(const QList<FormWidget> &widgets, QList<FormFind
 int FormChecker::run(const QString &fileName, const WidgetPropertyCheck::Context &context)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        std::printf("%s: cannot be read: %s\n", qPrintable(fileName), qPrintable(file.errorString()));
+    const QString problem = FormLimits::fileProblem(fileName);
+    if (!problem.isEmpty() || !file.open(QIODevice::ReadOnly)) {
+        std::printf("%s: cannot be read: %s\n", qPrintable(fileName),
+                    qPrintable(problem.isEmpty() ? file.errorString() : problem));
         return 2;
     }
     FormChecker checker(context);

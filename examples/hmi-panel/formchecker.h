@@ -13,8 +13,8 @@ class QIODevice;
 
 // Reads a form as the panel would run it and lists, with line numbers, what would misbehave:
 // classes the panel cannot make, duplicate object names, properties the widgets clamp, ignore or
-// cannot read, table bindings that do not parse, word ids missing from the panel's library, and
-// soft keys that name no page.
+// cannot read, table bindings that do not parse, word ids missing from the panel's library, soft
+// keys that name no page, and forms nested deeper or larger than the panel takes.
 class FormChecker
 {
 public:
@@ -24,11 +24,16 @@ public:
     bool check(QIODevice *device, QList<FormFinding> *findings);
     QString problem() const { return m_problem; }
 
+    // At most this many findings about one property of a widget (or about the widget itself) are
+    // listed, then one line says how many more there are.
+    static constexpr int MaxFindingsPerProperty = 20;
+
     // Checks the file and prints its findings ("FILE:LINE: ...") to standard output. 0 for a clean
     // form, 1 for a form with findings, 2 for a file that is not a readable form.
     static int run(const QString &fileName, const WidgetPropertyCheck::Context &context);
 
 private:
+    static QList<FormFinding> capped(const QList<FormFinding> &found);
     void checkSoftKeys(const QList<FormWidget> &widgets, QList<FormFinding> *findings) const;
 
     WidgetPropertyCheck::Context m_context;

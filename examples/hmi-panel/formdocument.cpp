@@ -1,5 +1,7 @@
 #include "formdocument.h"
 
+#include "formlimits.h"
+
 #include <QXmlStreamReader>
 
 namespace {
@@ -33,7 +35,10 @@ bool FormDocument::read(QIODevice *device)
 {
     m_widgets.clear();
     m_problem.clear();
+    m_tooDeepLine = 0;
+    m_tooDeepWidget = -1;
     QXmlStreamReader xml(device);
+    FormLimits::Nesting nesting;
     QStringList path;        // names of the open elements
     QList<int> widgetStack;  // indexes of the open widgets
     OpenProperty open;
@@ -47,6 +52,15 @@ bool FormDocument::read(QIODevice *device)
             if (depth == 0 && name != QLatin1String("ui")) {
                 m_problem = QStringLiteral("line %1: not a form (<%2> instead of <ui>)").arg(xml.lineNumber()).arg(name);
                 return false;
+            }
+            if (!nesting.enter(name)) {
+                // The panel refuses the form; what lies deeper is not read (nor its widgets kept).
+                if (m_tooDeepLine == 0) {
+                    m_tooDeepLine = xml.lineNumber();
+                    m_tooDeepWidget = widgetStack.isEmpty() ? -1 : widgetStack.last();
+                }
+                xml.skipCurrentElement();
+                continue;
             }
             if (name == QLatin1String("widget")) {
                 FormWidget widget;
@@ -72,10 +86,10 @@ bool FormDocument::read(QIODevice *device)
             } else if (open.depth >= 0 && depth == open.depth + 1 && open.property.type.isEmpty()) {
                 open.property.type = name;
                 open.property.line = xml.lineNumber();
-            } else if (open.depth >= 0 && depth == open.depth + 2 && open.property.type == QLatin1String("stringlist")
-                       && name == QLatin1String("string")) {
+            } else if (open.depth >= 0 && depth == open.depth + 2) { // a string of a list, a rectangle's x
                 open.property.entries.append(QString());
                 open.property.entryLines.append(xml.lineNumber());
+                open.property.entryNames.append(name);
             }
             path.append(name);
         } else if (token == QXmlStreamReader::Characters) {
@@ -85,6 +99,7 @@ bool FormDocument::read(QIODevice *device)
             else if (open.depth >= 0 && depth == open.depth + 3 && !open.property.entries.isEmpty())
                 open.property.entries.last() += xml.text();
         } else if (token == QXmlStreamReader::EndElement) {
+            nesting.leave(xml.name());
             path.removeLast();
             const int depth = int(path.size());
             if (xml.name() == QLatin1String("widget")) {

@@ -9,8 +9,8 @@
 class QIODevice;
 
 // A .ui form read as XML, widget by widget with the line of every element, so that a check can
-// point at the line to correct. Reads without recursion: a form nested however deep or a file of
-// any length costs memory in proportion to it, and malformed XML ends the reading with its line.
+// point at the line to correct. Reads without recursion, and not below the depth the panel takes: a
+// file of any length costs memory in proportion to it, and malformed XML ends the reading with its line.
 class FormDocument
 {
 public:
@@ -20,10 +20,16 @@ public:
     QString problem() const { return m_problem; }
     // Every <widget> in document order; the form's own widget comes first.
     const QList<FormWidget> &widgets() const { return m_widgets; }
+    // The line of the first element nested deeper than the panel takes (FormLimits), or 0; what lies
+    // deeper is not read. tooDeepWidget() is the index of the widget holding it, or -1.
+    qint64 tooDeepLine() const { return m_tooDeepLine; }
+    int tooDeepWidget() const { return m_tooDeepWidget; }
 
 private:
     QList<FormWidget> m_widgets;
     QString m_problem;
+    qint64 m_tooDeepLine = 0;
+    int m_tooDeepWidget = -1;
 };
 
 #endif

@@ -13,10 +13,12 @@ struct FormFinding
     QString objectName;
     QString className;
     QString message;
+    QString property; // the property it is about, when one
 
-    static FormFinding about(const FormWidget &widget, qint64 line, const QString &message)
+    static FormFinding about(const FormWidget &widget, qint64 line, const QString &message,
+                             const QString &property = QString())
     {
-        return {QString(), line, widget.name, widget.className, message};
+        return {QString(), line, widget.name, widget.className, message, property};
     }
     // FILE:LINE: widget "objectName" (Class): message
     QString toString() const;

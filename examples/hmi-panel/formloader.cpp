@@ -1,5 +1,6 @@
 #include "formloader.h"
 
+#include "formlimits.h"
 #include "inputwidget.h"
 #include "widgetfactory.h"
 
@@ -32,12 +33,19 @@ QWidget *FormLoader::createWidget(const QString &className, QWidget *parent, con
 QWidget *FormLoader::loadFile(const QString &fileName, QWidget *parent)
 {
     m_missing.clear();
-    m_problem.clear();
+    m_problem = FormLimits::fileProblem(fileName);
+    if (!m_problem.isEmpty())
+        return nullptr;
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) {
         m_problem = file.errorString();
         return nullptr;
     }
+    if (const qint64 line = FormLimits::firstTooDeep(&file)) {
+        m_problem = QStringLiteral("line %1: %2").arg(line).arg(FormLimits::nestingProblem());
+        return nullptr;
+    }
+    file.seek(0);
     QWidget *form = load(&file, parent);
     if (!form) {
         m_problem = errorString().isEmpty() ? QStringLiteral("not a form") : errorString();
@@ -48,5 +56,6 @@ QWidget *FormLoader::loadFile(const QString &fileName, QWidget *parent)
         delete form;
         return nullptr;
     }
+    FormLimits::clampGeometry(form);
     return form;
 }

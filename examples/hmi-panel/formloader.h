@@ -15,7 +15,8 @@ public:
     QWidget *createWidget(const QString &className, QWidget *parent = nullptr,
                           const QString &name = QString()) override;
     // The whole form in the file, or null with problem() saying why: a file that cannot be read or
-    // parsed, or a widget class that cannot be created (a panel must not run a form with holes).
+    // parsed, nested too deep, or with a widget class that cannot be created (a panel must not run a
+    // form with holes). Geometry beyond the panel's bounds is clamped (FormLimits).
     QWidget *loadFile(const QString &fileName, QWidget *parent = nullptr);
     QString problem() const { return m_problem; }
 

@@ -35,6 +35,7 @@ FormSession::FormSession(QWidget *loadedRoot, norvo_v0::QeltApp *app, QObject *p
         dialog->setWindowTitle(loadedRoot->windowTitle());
         auto *layout = new QVBoxLayout(dialog);
         layout->setContentsMargins(0, 0, 0, 0);
+        dialog->resize(loadedRoot->size()); // the form's size, as Designer shows it
         loadedRoot->setParent(dialog);
         layout->addWidget(loadedRoot);
     }

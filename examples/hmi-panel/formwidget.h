@@ -6,7 +6,8 @@
 #include <QStringList>
 
 // One <property> of a widget as the form writes it: the element holding the value ("number",
-// "enum", "cstring", "stringlist", ...), its text or the entries of a string list, and the line
+// "enum", "cstring", "stringlist", "rect", ...), its text or the entries of a compound value (the
+// strings of a list, a rectangle's x, y, width and height, with their element names), and the line
 // of the value, which is where a panel builder would correct it.
 struct FormProperty
 {
@@ -14,10 +15,17 @@ struct FormProperty
     QString type;
     QString text;
     QStringList entries;
+    QStringList entryNames;
     QList<qint64> entryLines;
     qint64 line = 0;
 
     qint64 entryLine(int index) const { return entryLines.value(index, line); }
+    // The text of the last entry of that element name, or empty.
+    QString entry(const QString &elementName) const
+    {
+        const int index = int(entryNames.lastIndexOf(elementName));
+        return index < 0 ? QString() : entries.at(index);
+    }
 };
 
 // A table cell the form lists itself (<item row column>), with its what's-this text.

@@ -23,6 +23,7 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QScreen>
 #include <QSpinBox>
 #include <QTimer>
 
@@ -40,8 +41,12 @@ int main(int argc, char **argv)
         return false;
     };
     const bool wantsScreenshot = given("--screenshot");
-    const bool headless = wantsScreenshot || given("--check");
-    if (headless && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    const bool wantsHelp = given("--help") || given("-h") || given("--help-all") || given("-?");
+    const bool headless = wantsScreenshot || given("--check") || wantsHelp;
+    // Without a display only what needs none can run; the rest says so instead of aborting in Qt.
+    const bool noDisplay = qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY")
+                           && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    if ((headless || noDisplay) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     if (headless) {
         // The offscreen platform says on every window that it has no window manager to tell sizes to.
@@ -86,6 +91,11 @@ int main(int argc, char **argv)
     const QStringList forms = parser.positionalArguments();
     if (forms.isEmpty() || (forms.size() > 1 && !parser.isSet(check)))
         parser.showHelp(1);
+    if (noDisplay && !headless) {
+        std::fprintf(stderr, "hmi-panel: no display to show the form on (DISPLAY is not set); --screenshot FILE "
+                             "and --check need none\n");
+        return 1;
+    }
 
     // The named library, or the one beside the form; problems in it are told, the good words kept.
     const auto wordLibrary = [&](const QString &form) {
@@ -159,7 +169,9 @@ int main(int argc, char **argv)
         if (image->autoLoadPath() == QLatin1String("${DEMO_CAMERA}"))
             image->setAutoLoadPath(scenario.cameraFolder());
     }
-    PanelWindow window(&session, {QStringLiteral("English"), QStringLiteral("Deutsch")});
+    // A screenshot shows the whole form (the loader bounds its size); a window fits the screen.
+    const QSize screenArea = wantsScreenshot ? QSize() : QApplication::primaryScreen()->availableGeometry().size();
+    PanelWindow window(&session, {QStringLiteral("English"), QStringLiteral("Deutsch")}, screenArea);
     // The panel never waits on a message box: its messages go to its message line and to stderr.
     OperatorMessage::setSink([&window](OperatorMessage::Kind, QWidget *, const QString &title, const QString &text) {
         const QString line = QStringLiteral("%1: %2").arg(title, text.simplified());

@@ -13,11 +13,13 @@
 #include <QMenu>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSpinBox>
 #include <QToolButton>
 #include <QVBoxLayout>
 
-PanelWindow::PanelWindow(FormSession *session, const QStringList &languageNames, QWidget *parent)
+PanelWindow::PanelWindow(FormSession *session, const QStringList &languageNames, const QSize &screenArea,
+                         QWidget *parent)
     : QWidget(parent)
     , m_session(session)
 {
@@ -46,13 +48,21 @@ PanelWindow::PanelWindow(FormSession *session, const QStringList &languageNames,
     layout->addLayout(bar);
 
     QDialog *form = session->form();
-    form->setParent(this, Qt::Widget);
-    layout->addWidget(form);
-    form->setMinimumSize(form->size());
+    auto *view = new QScrollArea(this);
+    view->setObjectName(QStringLiteral("formView"));
+    view->setFrameShape(QFrame::NoFrame);
+    form->setParent(view, Qt::Widget);
+    view->setWidget(form);
+    view->setMinimumSize(form->size());
+    layout->addWidget(view);
     form->show();
     m_message = new QLabel(this);
     m_message->setObjectName(QStringLiteral("messageLine"));
     layout->addWidget(m_message);
+    if (screenArea.isValid()) {
+        const QSize around = minimumSizeHint() - form->size(); // the bar, the message line, margins
+        view->setMinimumSize(form->size().boundedTo(screenArea - around));
+    }
 
     connect(language, qOverload<int>(&QComboBox::currentIndexChanged), session, &FormSession::setLanguage);
     connect(authority, qOverload<int>(&QSpinBox::valueChanged), session, &FormSession::setAuthority);

@@ -14,7 +14,10 @@ class PanelWindow : public QWidget
 {
     Q_OBJECT
 public:
-    PanelWindow(FormSession *session, const QStringList &languageNames, QWidget *parent = nullptr);
+    // The window shows the form at its own size, the whole window up to screenArea (no bound when
+    // invalid); a form larger than that scrolls.
+    PanelWindow(FormSession *session, const QStringList &languageNames, const QSize &screenArea,
+                QWidget *parent = nullptr);
 
     // A line under the form for what the operator should know (refusals, the controller link).
     void showMessage(const QString &message);

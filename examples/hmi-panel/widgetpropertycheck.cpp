@@ -1,6 +1,7 @@
 #include "widgetpropertycheck.h"
 
 #include "bindingtextcheck.h"
+#include "formlimits.h"
 #include "tablecontents.h"
 #include "tablewordmap.h"
 #include "textinfocodec.h"
@@ -19,24 +20,24 @@ namespace {
 
 constexpr int MaxAuthority = 99;
 constexpr int MaxColumnWords = 11;
-// A table of wrong bindings is one slip copied down a column: enough to find it.
-constexpr int MaxCellFindings = 20;
 
 class Reporter
 {
 public:
-    Reporter(const FormWidget &widget, QList<FormFinding> *findings)
+    Reporter(const FormWidget &widget, const QString &property, QList<FormFinding> *findings)
         : m_widget(widget)
+        , m_property(property)
         , m_findings(findings)
     {
     }
     void operator()(qint64 line, const QString &message) const
     {
-        m_findings->append(FormFinding::about(m_widget, line, message));
+        m_findings->append(FormFinding::about(m_widget, line, message, m_property));
     }
 
 private:
     const FormWidget &m_widget;
+    const QString m_property;
     QList<FormFinding> *m_findings;
 };
 
@@ -164,32 +165,26 @@ void checkAuthorityList(const FormProperty &p, const Reporter &report)
     }
 }
 
-class CellReporter
+void checkCell(const Reporter &report, qint64 line, int row, int column, const QString &text, int channelCount)
 {
-public:
-    CellReporter(const Reporter &report)
-        : m_report(report)
-    {
-    }
-    void operator()(qint64 line, int row, int column, const QString &text, int channelCount)
-    {
-        for (const QString &problem : BindingTextCheck::problems(text, channelCount)) {
-            if (++m_count == MaxCellFindings + 1)
-                m_report(line, QStringLiteral("more cells with binding problems are not listed"));
-            if (m_count > MaxCellFindings)
-                return;
-            m_report(line, QStringLiteral("cell (%1, %2) \"%3\": %4").arg(row).arg(column).arg(text, problem));
-        }
-    }
+    for (const QString &problem : BindingTextCheck::problems(text, channelCount))
+        report(line, QStringLiteral("cell (%1, %2) \"%3\": %4").arg(row).arg(column).arg(text, problem));
+}
 
-private:
-    const Reporter &m_report;
-    int m_count = 0;
-};
+// Width, height and position as the loader reads them (a number or 0), against what the panel takes.
+void checkGeometry(const FormProperty &p, const Reporter &report)
+{
+    const auto read = [&p](const char *name) { return qint64(p.entry(QLatin1String(name)).trimmed().toInt()); };
+    const FormLimits::Geometry given{read("x"), read("y"), read("width"), read("height")};
+    const FormLimits::Geometry kept = FormLimits::clamped(given);
+    if (kept != given)
+        report(p.line, QStringLiteral("\"geometry\" %1 is beyond the panel's %2 x %2; the panel clamps it to %3")
+                           .arg(given.toString()).arg(FormLimits::MaxExtent).arg(kept.toString()));
+}
 
 // The stored contents are read lazily by the table, so a break in them shows only when the operator
 // scrolls there: read them to the end now.
-void checkStoredCells(const FormProperty &p, CellReporter &cells, int channelCount, const Reporter &report)
+void checkStoredCells(const FormProperty &p, int channelCount, const Reporter &report)
 {
     TableContents contents;
     if (!contents.load(p.text.toUtf8()))
@@ -204,7 +199,7 @@ void checkStoredCells(const FormProperty &p, CellReporter &cells, int channelCou
         for (int c = 0; c < row.size(); ++c) {
             for (const auto &role : std::as_const(row.at(c))) {
                 if (role.first == Qt::WhatsThisRole)
-                    cells(p.line, r, c, role.second.toString(), channelCount);
+                    checkCell(report, p.line, r, c, role.second.toString(), channelCount);
             }
         }
     }
@@ -220,29 +215,34 @@ bool isAddress(const QString &name)
 void WidgetPropertyCheck::check(const FormWidget &widget, const Context &context, QList<FormFinding> *findings)
 {
     const std::unique_ptr<QWidget> probe(WidgetFactory::create(widget.className, nullptr));
+    for (const FormProperty &p : widget.properties) {
+        if (p.name == QLatin1String("geometry") && p.type == QLatin1String("rect"))
+            checkGeometry(p, Reporter(widget, p.name, findings)); // of every widget: the loader clamps all
+    }
     if (!probe)
         return;
     probe->setObjectName(widget.name);
-    const Reporter report(widget, findings);
-    CellReporter cells(report);
     const QMetaObject *meta = probe->metaObject();
     const bool table = widget.className == QLatin1String("TableWidget");
     for (const FormProperty &p : widget.properties) {
         const int index = meta->indexOfProperty(p.name.toLatin1().constData());
         if (index < 0)
             continue; // dynamic: the application's own
+        const Reporter report(widget, p.name, findings);
         const QMetaProperty property = meta->property(index);
         const QVariant value = formValue(p, property, report);
         if (!value.isValid())
             continue;
-        WarningCapture warnings;
+        WarningCapture capture;
         probe->setProperty(property.name(), value);
-        checkWarnings(p, warnings.take(), report);
+        const QStringList warnings = capture.take();
+        checkWarnings(p, warnings, report);
         if (holdsInteger(property)) {
             const int written = value.toInt();
             const int kept = probe->property(property.name()).toInt();
-            // A word id the library lacks is dropped too; said below in the library's terms.
-            if (kept != written && p.name != QLatin1String("wordLibId"))
+            // A word id the library lacks is dropped too; said below in the library's terms. What the
+            // setter said about the value is said already.
+            if (kept != written && p.name != QLatin1String("wordLibId") && warnings.isEmpty())
                 report(p.line, QStringLiteral("\"%1\": %2 is out of range; the widget keeps %3")
                                    .arg(p.name, valueName(property, written), valueName(property, kept)));
             else if (isAddress(p.name) && written < 0)
@@ -259,10 +259,11 @@ void WidgetPropertyCheck::check(const FormWidget &widget, const Context &context
         else if (table && p.name == QLatin1String("address"))
             checkColumnWords(p, report);
         else if (table && p.name == QLatin1String("data"))
-            checkStoredCells(p, cells, context.channelCount, report);
+            checkStoredCells(p, context.channelCount, report);
     }
     if (table) {
+        const Reporter report(widget, QString(), findings);
         for (const FormCell &cell : widget.cells)
-            cells(cell.line, cell.row, cell.column, cell.whatsThis, context.channelCount);
+            checkCell(report, cell.line, cell.row, cell.column, cell.whatsThis, context.channelCount);
     }
 }

@@ -12,7 +12,8 @@
 // cannot read), clamps or ignores (channels, bit indexes, authorities, counts) is reported at the
 // property's line, so the checks follow the widgets' own rules rather than copies of them. On top,
 // what the widgets take silently: negative addresses, enum names the loader does not know, binding
-// texts of table cells, word-library ids the panel's library does not hold.
+// texts of table cells, word-library ids the panel's library does not hold; and geometry of any widget
+// beyond what the panel's loader takes.
 class WidgetPropertyCheck
 {
 public:

@@ -1,4 +1,5 @@
 #include "formchecker.h"
+#include "formlimits.h"
 #include "tablecontents.h"
 #include "textinfocodec.h"
 #include "wordlibraryfile.h"
@@ -6,6 +7,7 @@
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
+#include <QImageReader>
 #include <QProcess>
 #include <QTableWidgetItem>
 #include <QTemporaryDir>
@@ -225,66 +227,129 @@ void TestFormCheck::wordLibraryFile()
     QCOMPARE(library.problems(), problems);
 }
 
+// A form of widgets nested depth deep inside the form's own, each holding its inner ones.
+QByteArray nestedForm(int depth)
+{
+    return "<ui version=\"4.0\"><widget class=\"QDialog\" name=\"form\">"
+           + QByteArray("<widget class=\"QWidget\">").repeated(depth) + QByteArray("</widget>").repeated(depth)
+           + "</widget></ui>";
+}
+
+QByteArray formOf(const QByteArray &rootClass, QSize size, const QByteArray &children)
+{
+    return "<ui version=\"4.0\"><widget class=\"" + rootClass + "\" name=\"form\"><property name=\"geometry\"><rect>"
+           "<x>0</x><y>0</y><width>" + QByteArray::number(size.width()) + "</width><height>"
+           + QByteArray::number(size.height()) + "</height></rect></property>" + children + "</widget></ui>";
+}
+
 void TestFormCheck::commandExitStatus_data()
 {
-    QTest::addColumn<QStringList>("forms");
+    QTest::addColumn<QStringList>("arguments"); // "form.ui" is the form column's, when given
+    QTest::addColumn<QByteArray>("form");
     QTest::addColumn<QByteArray>("besideWords"); // words.tsv beside the forms, when not empty
     QTest::addColumn<QByteArray>("namedWords");  // given with --words, when not empty
     QTest::addColumn<int>("status");
     QTest::addColumn<QString>("output");
     QTest::addColumn<QString>("absent");
+    QTest::addColumn<QSize>("formShown"); // in the screenshot "shot.png", around the panel's bar and line
     const QString wordFinding = QStringLiteral("word %1 is not in the panel's word library");
-    QTest::newRow("samples") << QStringList{QStringLiteral(HMI_FORMS_DIR "/operator.ui"),
+    const QStringList check{QStringLiteral("--check"), QStringLiteral("form.ui")};
+    const QStringList shot{QStringLiteral("form.ui"), QStringLiteral("--screenshot"), QStringLiteral("shot.png")};
+    const QByteArray mistakes = mistakesForm();
+    QTest::newRow("samples") << QStringList{QStringLiteral("--check"), QStringLiteral(HMI_FORMS_DIR "/operator.ui"),
                                             QStringLiteral(HMI_FORMS_DIR "/demo.ui")}
-                             << QByteArray() << QByteArray() << 0 << QString() << QString();
-    QTest::newRow("mistakes") << QStringList{QStringLiteral("mistakes.ui")} << QByteArray() << QByteArray() << 1
-                              << "mistakes.ui:5: widget \"ghost\" (NoSuchButton): unknown widget class" << QString();
+                             << QByteArray() << QByteArray() << QByteArray() << 0 << QString() << QString() << QSize();
+    QTest::newRow("mistakes") << check << mistakes << QByteArray() << QByteArray() << 1
+                              << "form.ui:5: widget \"ghost\" (NoSuchButton): unknown widget class" << QString() << QSize();
     QTest::newRow("word library beside the form")
-        << QStringList{QStringLiteral("mistakes.ui")} << QByteArray("77\tSpindle\n") << QByteArray() << 1
-        << wordFinding.arg(78) << wordFinding.arg(77);
+        << check << mistakes << QByteArray("77\tSpindle\n") << QByteArray() << 1 << wordFinding.arg(78)
+        << wordFinding.arg(77) << QSize();
     QTest::newRow("named word library wins")
-        << QStringList{QStringLiteral("mistakes.ui")} << QByteArray("77\tSpindle\n") << QByteArray("78\tSpindle\n") << 1
-        << wordFinding.arg(77) << wordFinding.arg(78);
-    QTest::newRow("not a form") << QStringList{QStringLiteral(HMI_FORMCHECK_DIR "/broken.ui")} << QByteArray()
-                                << QByteArray() << 2 << "not a form" << QString();
-    QTest::newRow("missing file") << QStringList{QStringLiteral("no-such-form.ui")} << QByteArray() << QByteArray() << 2
-                                  << "cannot be read" << QString();
+        << (check + QStringList{QStringLiteral("--words"), QStringLiteral("library.tsv")}) << mistakes
+        << QByteArray("77\tSpindle\n") << QByteArray("78\tSpindle\n") << 1 << wordFinding.arg(77) << wordFinding.arg(78)
+        << QSize();
+    QTest::newRow("not a form") << QStringList{QStringLiteral("--check"), QStringLiteral(HMI_FORMCHECK_DIR "/broken.ui")}
+                                << QByteArray() << QByteArray() << QByteArray() << 2 << "not a form" << QString() << QSize();
+    QTest::newRow("missing file") << QStringList{QStringLiteral("--check"), QStringLiteral("no-such-form.ui")} << QByteArray()
+                                  << QByteArray() << QByteArray() << 2 << "cannot be read" << QString() << QSize();
+    QTest::newRow("a folder") << QStringList{QStringLiteral("--check"), QStringLiteral(".")} << QByteArray() << QByteArray()
+                              << QByteArray() << 2 << "not a regular file" << QString() << QSize();
+    QTest::newRow("help") << QStringList{QStringLiteral("--help")} << QByteArray() << QByteArray() << QByteArray() << 0
+                          << "--screenshot <FILE>" << QString() << QSize();
+    QTest::newRow("showing needs a display") << QStringList{QStringLiteral("form.ui")} << mistakes << QByteArray()
+                                             << QByteArray() << 1 << "no display" << QString() << QSize();
+
+    // Forms that would crash, hang or bloat the panel: refused or bounded, and flagged by the checker.
+    const QByteArray deep = nestedForm(100000);
+    QTest::newRow("nested 100,000 deep: checked") << check << deep << QByteArray() << QByteArray() << 1
+                                                  << "nest more than" << QString() << QSize();
+    QTest::newRow("nested 100,000 deep: refused") << shot << deep << QByteArray() << QByteArray() << 1
+                                                  << "hmi-panel: cannot load form.ui: line 1:" << QString() << QSize();
+    const QByteArray huge = formOf("QDialog", {16000, 16000}, "<widget class=\"QLabel\" name=\"far\"><property "
+                                   "name=\"geometry\"><rect><x>2147483647</x><y>0</y><width>100</width><height>20</height>"
+                                   "</rect></property></widget>");
+    QTest::newRow("16000 x 16000: checked") << check << huge << QByteArray() << QByteArray() << 1
+                                            << "\"geometry\" 16000 x 16000 at (0, 0) is beyond" << QString() << QSize();
+    QTest::newRow("16000 x 16000: clamped") << shot << huge << QByteArray() << QByteArray() << 0
+                                            << "QLabel \"far\": property \"geometry\"" << QString()
+                                            << QSize(FormLimits::MaxExtent, FormLimits::MaxExtent);
+    QTest::newRow("Designer's widget template shown whole")
+        << shot << formOf("QWidget", {1150, 800}, "") << QByteArray() << QByteArray() << 0 << "wrote" << QString()
+        << QSize(1150, 800);
+    QByteArray tabs = "<widget class=\"TabWidget\" name=\"tabs\"><property name=\"operationalAuthoritys\"><stringlist>";
+    for (int i = 0; i < 10000; ++i)
+        tabs += "<string>" + QByteArray::number(100 + i) + "</string>";
+    QTest::newRow("10,000 tab authorities: a few findings")
+        << check << formOf("QDialog", {400, 300}, tabs + "</stringlist></property></widget>") << QByteArray()
+        << QByteArray() << 1 << "... and 9980 more about \"operationalAuthoritys\"" << "entry 21 " << QSize();
 }
 
 void TestFormCheck::commandExitStatus()
 {
-    QFETCH(QStringList, forms);
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, form);
     QFETCH(QByteArray, besideWords);
     QFETCH(QByteArray, namedWords);
     QFETCH(int, status);
     QFETCH(QString, output);
     QFETCH(QString, absent);
+    QFETCH(QSize, formShown);
     QTemporaryDir dir;
     const auto write = [&](const QString &name, const QByteArray &content) {
         QFile file(dir.filePath(name));
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(content);
     };
-    write(QStringLiteral("mistakes.ui"), mistakesForm());
-    QStringList arguments{QStringLiteral("--check")};
+    write(QStringLiteral("form.ui"), form);
     if (!besideWords.isEmpty())
         write(QStringLiteral("words.tsv"), besideWords);
-    if (!namedWords.isEmpty()) {
+    if (!namedWords.isEmpty())
         write(QStringLiteral("library.tsv"), namedWords);
-        arguments << QStringLiteral("--words") << QStringLiteral("library.tsv");
-    }
     QProcess panel;
     panel.setWorkingDirectory(dir.path());
-    panel.start(QStringLiteral(HMI_PANEL), arguments + forms);
+    panel.setProcessChannelMode(QProcess::MergedChannels);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment(); // no display, as on a build server
+    environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    environment.remove(QStringLiteral("DISPLAY"));
+    environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    panel.setProcessEnvironment(environment);
+    panel.start(QStringLiteral(HMI_PANEL), arguments);
     QVERIFY(panel.waitForFinished(60000));
-    const QString out = QString::fromUtf8(panel.readAllStandardOutput());
-    QCOMPARE(panel.exitCode(), status);
+    const QString out = QString::fromUtf8(panel.readAll());
+    QCOMPARE(panel.exitStatus(), QProcess::NormalExit);
+    QVERIFY2(panel.exitCode() == status, qPrintable(out.left(2000)));
     if (output.isEmpty())
         QVERIFY2(out.isEmpty(), qPrintable(out));
     else
-        QVERIFY2(out.contains(output), qPrintable(out));
+        QVERIFY2(out.contains(output), qPrintable(out.left(2000)));
     if (!absent.isEmpty())
-        QVERIFY2(!out.contains(absent), qPrintable(out));
+        QVERIFY2(!out.contains(absent), qPrintable(out.left(2000)));
+    if (formShown.isValid()) {
+        const QSize picture = QImageReader(dir.filePath(QStringLiteral("shot.png"))).size();
+        const QSize around = picture - formShown; // the panel's bar above the form and message line below
+        QVERIFY2(around.width() >= 0 && around.width() < 100 && around.height() >= 0 && around.height() < 100,
+                 qPrintable(QStringLiteral("%1 x %2").arg(picture.width()).arg(picture.height())));
+    }
 }
 
 QTEST_MAIN(TestFormCheck)
