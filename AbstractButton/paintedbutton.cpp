@@ -30,7 +30,7 @@ void PaintedButton::SetBorderColor(const QColor &color)
 
 void PaintedButton::SetIconPosition(EButtonPosition position)
 {
-    if (assignEnum(m_look.iconPosition, position))
+    if (assignEnum(this, "iconPosition", m_look.iconPosition, position))
         update();
 }
 

@@ -143,25 +143,25 @@ void BitButton::setComId(int comId) { d->binding.setComId(comId); }
 int BitButton::channel() const { return d->binding.channel(); }
 void BitButton::SetChannel(int channel) { d->binding.setChannel(channel); }
 BitButton::ReadBitType BitButton::readBitType() const { return ReadBitType(d->readBit.type); }
-void BitButton::SetReadBitType(ReadBitType type) { setBitType(d->readBit, type); }
+void BitButton::SetReadBitType(ReadBitType type) { setBitType(this, "readBitType", d->readBit, type); }
 int BitButton::readAddress() const { return d->readBit.address; }
 void BitButton::SetReadAddress(int address) { d->readBit.address = address; }
 int BitButton::readBitIndex() const { return d->readBit.bitIndex; }
 void BitButton::SetReadBitIndex(int index) { setBitIndex(d->readBit, index); }
 BitButton::WriteBitType BitButton::writeBitType() const { return WriteBitType(d->writeBit.type); }
-void BitButton::SetWriteBitType(WriteBitType type) { setBitType(d->writeBit, type); }
+void BitButton::SetWriteBitType(WriteBitType type) { setBitType(this, "writeBitType", d->writeBit, type); }
 int BitButton::writeAddress() const { return d->writeBit.address; }
 void BitButton::SetWriteAddress(int address) { d->writeBit.address = address; }
 int BitButton::writeBitIndex() const { return d->writeBit.bitIndex; }
 void BitButton::SetWriteBitIndex(int index) { setBitIndex(d->writeBit, index); }
 BitButton::ReadBitType BitButton::enabledBitType() const { return ReadBitType(d->enabledBit.type); }
-void BitButton::SetEnabledBitType(ReadBitType type) { setBitType(d->enabledBit, type); }
+void BitButton::SetEnabledBitType(ReadBitType type) { setBitType(this, "enabledBitType", d->enabledBit, type); }
 int BitButton::enabledAddress() const { return d->enabledBit.address; }
 void BitButton::SetEnabledAddress(int address) { d->enabledBit.address = address; }
 int BitButton::enabledBitIndex() const { return d->enabledBit.bitIndex; }
 void BitButton::SetEnabledBitIndex(int index) { setBitIndex(d->enabledBit, index); }
 BitButton::ReadBitType BitButton::visibleBitType() const { return ReadBitType(d->visibleBit.type); }
-void BitButton::SetVisibleBitType(ReadBitType type) { setBitType(d->visibleBit, type); }
+void BitButton::SetVisibleBitType(ReadBitType type) { setBitType(this, "visibleBitType", d->visibleBit, type); }
 int BitButton::visibleAddress() const { return d->visibleBit.address; }
 void BitButton::SetVisibleAddress(int address) { d->visibleBit.address = address; }
 int BitButton::visibleBitIndex() const { return d->visibleBit.bitIndex; }
@@ -171,13 +171,13 @@ void BitButton::SetBitOnVisible(bool onVisible) { d->bitOnVisible = onVisible; }
 bool BitButton::ChnNoVarEnable() const { return d->binding.chnNoVarEnable(); }
 void BitButton::SetChnNoVarEnable(bool enable) { d->binding.setChnNoVarEnable(enable); }
 BitButton::Action BitButton::action() const { return d->action; }
-void BitButton::SetAction(Action action) { assignEnum(d->action, action); }
+void BitButton::SetAction(Action action) { assignEnum(this, "action", d->action, action); }
 
 BitButton::State BitButton::state() const { return d->state; }
 
 void BitButton::SetState(State state)
 {
-    if (assignEnum(d->state, state))
+    if (assignEnum(this, "state", d->state, state))
         showCaption();
 }
 
@@ -186,11 +186,11 @@ int BitButton::getOperationalAuthority() const { return d->binding.operationalAu
 void BitButton::setOperationalAuthority(int authority) { d->binding.setOperationalAuthority(authority); }
 bool BitButton::isEnabled() const { return d->binding.enabledRequest(); }
 BitButton::UserLevel BitButton::lowestEnablingUserLevel() const { return d->enablingLevel; }
-void BitButton::setLowestEnablingUserLevel(UserLevel level) { assignEnum(d->enablingLevel, level); }
+void BitButton::setLowestEnablingUserLevel(UserLevel level) { assignEnum(this, "lowestEnablingUserLevel", d->enablingLevel, level); }
 BitButton::UserLevel BitButton::lowestVisibleUserLevel() const { return d->visibleLevel; }
-void BitButton::setLowestVisibleUserLevel(UserLevel level) { assignEnum(d->visibleLevel, level); }
+void BitButton::setLowestVisibleUserLevel(UserLevel level) { assignEnum(this, "lowestVisibleUserLevel", d->visibleLevel, level); }
 BitButton::Language BitButton::getLanguage() const { return d->language; }
-void BitButton::setLanguage(Language language) { assignEnum(d->language, language); }
+void BitButton::setLanguage(Language language) { assignEnum(this, "language", d->language, language); }
 
 void BitButton::updateAuthority(int authority) { d->binding.updateAuthority(authority); }
 void BitButton::setEnabled(bool enabled) { d->binding.setEnabledRequest(enabled); }

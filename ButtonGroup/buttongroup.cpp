@@ -381,7 +381,7 @@ ButtonGroup::Direction ButtonGroup::direction() const { return d->direction; }
 
 void ButtonGroup::setDirection(Direction direction)
 {
-    if (!isEnumValue(direction))
+    if (!acceptEnum(this, "direction", direction))
         return;
     if (!d->built) {
         d->direction = direction;
@@ -431,9 +431,9 @@ void ButtonGroup::setTwoSideButtonsWidth(int width)
 }
 
 ButtonGroup::UserLevel ButtonGroup::lowestEnablingUserLevel() const { return d->enablingLevel; }
-void ButtonGroup::setLowestEnablingUserLevel(UserLevel level) { assignEnum(d->enablingLevel, level); }
+void ButtonGroup::setLowestEnablingUserLevel(UserLevel level) { assignEnum(this, "lowestEnablingUserLevel", d->enablingLevel, level); }
 ButtonGroup::UserLevel ButtonGroup::lowestVisibleUserLevel() const { return d->visibleLevel; }
-void ButtonGroup::setLowestVisibleUserLevel(UserLevel level) { assignEnum(d->visibleLevel, level); }
+void ButtonGroup::setLowestVisibleUserLevel(UserLevel level) { assignEnum(this, "lowestVisibleUserLevel", d->visibleLevel, level); }
 bool ButtonGroup::shortcutEnabled() const { return d->shortcutEnabled; }
 bool ButtonGroup::isBuilt() const { return d->built; }
 

@@ -188,11 +188,11 @@ void DynamicImage::setComId(int comId) { d->binding.setComId(comId); }
 int DynamicImage::channel() const { return d->binding.channel(); }
 void DynamicImage::setChannel(int channel) { d->binding.setChannel(channel); }
 DynamicImage::DataClass DynamicImage::dataClass() const { return d->dataClass; }
-void DynamicImage::setDataClass(DataClass dataClass) { assignEnum(d->dataClass, dataClass); }
+void DynamicImage::setDataClass(DataClass dataClass) { assignEnum(this, "dataClass", d->dataClass, dataClass); }
 int DynamicImage::address() const { return d->address; }
 void DynamicImage::setAddress(int address) { d->address = address; }
 DynamicImage::UserLevel DynamicImage::lowestVisibleUserLevel() const { return d->visibleLevel; }
-void DynamicImage::setLowestVisibleUserLevel(UserLevel level) { assignEnum(d->visibleLevel, level); }
+void DynamicImage::setLowestVisibleUserLevel(UserLevel level) { assignEnum(this, "lowestVisibleUserLevel", d->visibleLevel, level); }
 int DynamicImage::operationalAuthority() const { return d->authority; }
 
 void DynamicImage::setOperationalAuthority(int authority)
@@ -231,7 +231,7 @@ void DynamicImage::setHeight(int height)
 }
 
 DynamicImage::BitType DynamicImage::visibleBitType() const { return d->visibleType; }
-void DynamicImage::SetVisibleBitType(BitType type) { assignEnum(d->visibleType, type); }
+void DynamicImage::SetVisibleBitType(BitType type) { assignEnum(this, "visibleBitType", d->visibleType, type); }
 int DynamicImage::visibleAddress() const { return d->visibleAddress; }
 
 void DynamicImage::SetVisibleAddress(int address)

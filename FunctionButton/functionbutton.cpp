@@ -79,7 +79,7 @@ QSize FunctionButton::sizeHint() const { return QSize(100, 30); }
 QSize FunctionButton::minimumSizeHint() const { return QSize(20, 10); }
 
 FunctionButton::Language FunctionButton::getLanguage() const { return d->language; }
-void FunctionButton::setLanguage(Language language) { assignEnum(d->language, language); }
+void FunctionButton::setLanguage(Language language) { assignEnum(this, "language", d->language, language); }
 QStringList FunctionButton::getTextList() const { return d->captions.textList; }
 
 void FunctionButton::setTextList(const QStringList &texts) { d->captions.setTextList(texts, d->language); }
@@ -128,13 +128,13 @@ void FunctionButton::setComId(int comId) { d->binding.setComId(comId); }
 int FunctionButton::channel() const { return d->binding.channel(); }
 void FunctionButton::SetChannel(int channel) { d->binding.setChannel(channel); }
 FunctionButton::BitType FunctionButton::enabledBitType() const { return BitType(d->enabledBit.type); }
-void FunctionButton::SetEnabledBitType(BitType type) { setBitType(d->enabledBit, type); }
+void FunctionButton::SetEnabledBitType(BitType type) { setBitType(this, "enabledBitType", d->enabledBit, type); }
 int FunctionButton::enabledAddress() const { return d->enabledBit.address; }
 void FunctionButton::SetEnabledAddress(int address) { d->enabledBit.address = address; }
 int FunctionButton::enabledBitIndex() const { return d->enabledBit.bitIndex; }
 void FunctionButton::SetEnabledBitIndex(int index) { setBitIndex(d->enabledBit, index); }
 FunctionButton::BitType FunctionButton::visibleBitType() const { return BitType(d->visibleBit.type); }
-void FunctionButton::SetVisibleBitType(BitType type) { setBitType(d->visibleBit, type); }
+void FunctionButton::SetVisibleBitType(BitType type) { setBitType(this, "visibleBitType", d->visibleBit, type); }
 int FunctionButton::visibleAddress() const { return d->visibleBit.address; }
 void FunctionButton::SetVisibleAddress(int address) { d->visibleBit.address = address; }
 int FunctionButton::visibleBitIndex() const { return d->visibleBit.bitIndex; }
@@ -142,7 +142,7 @@ void FunctionButton::SetVisibleBitIndex(int index) { setBitIndex(d->visibleBit, 
 bool FunctionButton::bitOnVisible() const { return d->bitOnVisible; }
 void FunctionButton::SetBitOnVisible(bool onVisible) { d->bitOnVisible = onVisible; }
 FunctionButton::BitType FunctionButton::colorBitType() const { return BitType(d->colorBit.type); }
-void FunctionButton::SetColorBitType(BitType type) { setBitType(d->colorBit, type); }
+void FunctionButton::SetColorBitType(BitType type) { setBitType(this, "colorBitType", d->colorBit, type); }
 int FunctionButton::colorAddress() const { return d->colorBit.address; }
 void FunctionButton::SetColorAddress(int address) { d->colorBit.address = address; }
 int FunctionButton::colorBitIndex() const { return d->colorBit.bitIndex; }
@@ -152,16 +152,16 @@ void FunctionButton::setGroup(int group) { d->group = group; }
 int FunctionButton::id() const { return d->id; }
 void FunctionButton::setID(int id) { d->id = id; }
 FunctionButton::UserLevel FunctionButton::lowestEnablingUserLevel() const { return d->enablingLevel; }
-void FunctionButton::setLowestEnablingUserLevel(UserLevel level) { assignEnum(d->enablingLevel, level); }
+void FunctionButton::setLowestEnablingUserLevel(UserLevel level) { assignEnum(this, "lowestEnablingUserLevel", d->enablingLevel, level); }
 FunctionButton::UserLevel FunctionButton::lowestVisibleUserLevel() const { return d->visibleLevel; }
-void FunctionButton::setLowestVisibleUserLevel(UserLevel level) { assignEnum(d->visibleLevel, level); }
+void FunctionButton::setLowestVisibleUserLevel(UserLevel level) { assignEnum(this, "lowestVisibleUserLevel", d->visibleLevel, level); }
 int FunctionButton::getOperationalAuthority() const { return d->binding.operationalAuthority(); }
 void FunctionButton::setOperationalAuthority(int authority) { d->binding.setOperationalAuthority(authority); }
 bool FunctionButton::isEnabled() const { return d->binding.enabledRequest(); }
 FunctionButton::Action FunctionButton::action() const { return d->action; }
-void FunctionButton::SetAction(Action action) { assignEnum(d->action, action); }
+void FunctionButton::SetAction(Action action) { assignEnum(this, "action", d->action, action); }
 FunctionButton::WriteBitType FunctionButton::writeBitType() const { return WriteBitType(d->writeBit.type); }
-void FunctionButton::SetWriteBitType(WriteBitType type) { setBitType(d->writeBit, type); }
+void FunctionButton::SetWriteBitType(WriteBitType type) { setBitType(this, "writeBitType", d->writeBit, type); }
 int FunctionButton::writeAddress() const { return d->writeBit.address; }
 
 void FunctionButton::SetWriteAddress(int address)
@@ -175,7 +175,7 @@ int FunctionButton::writeBitIndex() const { return d->writeBit.bitIndex; }
 void FunctionButton::SetWriteBitIndex(int index) { setBitIndex(d->writeBit, index); }
 
 FunctionButton::DataClass FunctionButton::textControlDataClass() const { return d->textControlDataClass; }
-void FunctionButton::SetTextControlDataClass(DataClass dataClass) { assignEnum(d->textControlDataClass, dataClass); }
+void FunctionButton::SetTextControlDataClass(DataClass dataClass) { assignEnum(this, "textControlDataClass", d->textControlDataClass, dataClass); }
 int FunctionButton::textControlAddress() const { return d->textControlAddress; }
 
 void FunctionButton::SetTextControlAddress(int address)

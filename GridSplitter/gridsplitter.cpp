@@ -4,11 +4,14 @@
 #include "backgroundfill.h"
 #include "containedcontrols.h"
 #include "designerhost.h"
+#include "enumvalue.h"
 #include "gridsplitterprivate.h"
 #include "widgetfactory.h"
 
 #include <QEvent>
 #include <QTimer>
+
+#include <cstring>
 
 HMI_REGISTER_WIDGET(GridSplitter)
 
@@ -76,9 +79,18 @@ void GridSplitter::setGridLineColor(const QColor &color)
 
 Qt::PenStyle GridSplitter::gridLineStyle() const { return d->gridLineStyle; }
 
-void GridSplitter::setGridLineStyle(Qt::PenStyle style)
+void GridSplitter::setGridLineStyle(const Qt::PenStyle &style)
 {
-    d->gridLineStyle = style >= Qt::NoPen && style <= Qt::DashDotDotLine ? style : Qt::SolidLine;
+    // Qt::PenStyle holds 0 ... 15 only, and a form may bring any int: the value is looked at as the int it
+    // is (reading it as the enum would be undefined). Custom dashes need a pattern a form cannot give.
+    int value = 0;
+    static_assert(sizeof value == sizeof style, "Qt::PenStyle is an int");
+    std::memcpy(&value, &style, sizeof value);
+    if (value < Qt::NoPen || value > Qt::DashDotDotLine) {
+        warnUnknownEnumValue(this, "gridLineStyle", value);
+        return;
+    }
+    d->gridLineStyle = Qt::PenStyle(value);
     for (AdvSplitter *line : d->vLines + d->hLines)
         line->update();
 }

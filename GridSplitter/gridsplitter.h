@@ -50,7 +50,7 @@ public:
     QColor gridLineColor() const;
     void setGridLineColor(const QColor &color);
     Qt::PenStyle gridLineStyle() const;
-    void setGridLineStyle(Qt::PenStyle style);
+    void setGridLineStyle(const Qt::PenStyle &style); // by reference: see the definition
     bool sameWidth() const;
     void setSameWidth(bool on);
     bool sameHeight() const;

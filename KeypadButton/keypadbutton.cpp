@@ -40,7 +40,7 @@ QSize KeypadButton::minimumSizeHint() const { return QSize(20, 10); }
 void KeypadButton::updateData(int, int) {}
 
 KeypadButton::Language KeypadButton::getLanguage() const { return d->language; }
-void KeypadButton::setLanguage(Language language) { assignEnum(d->language, language); }
+void KeypadButton::setLanguage(Language language) { assignEnum(this, "language", d->language, language); }
 
 void KeypadButton::setText(const QString &text)
 {
@@ -57,11 +57,11 @@ void KeypadButton::setCharacter(QChar character) { d->character = character; }
 bool KeypadButton::shiftEnabled() const { return d->shiftEnabled; }
 void KeypadButton::setShiftEnabled(bool enabled) { d->shiftEnabled = enabled; }
 KeypadButton::CommandType KeypadButton::command() const { return d->command; }
-void KeypadButton::setCommand(CommandType command) { assignEnum(d->command, command); }
+void KeypadButton::setCommand(CommandType command) { assignEnum(this, "command", d->command, command); }
 KeypadButton::UserLevel KeypadButton::lowestEnablingUserLevel() const { return d->enablingLevel; }
-void KeypadButton::setLowestEnablingUserLevel(UserLevel level) { assignEnum(d->enablingLevel, level); }
+void KeypadButton::setLowestEnablingUserLevel(UserLevel level) { assignEnum(this, "lowestEnablingUserLevel", d->enablingLevel, level); }
 KeypadButton::UserLevel KeypadButton::lowestVisibleUserLevel() const { return d->visibleLevel; }
-void KeypadButton::setLowestVisibleUserLevel(UserLevel level) { assignEnum(d->visibleLevel, level); }
+void KeypadButton::setLowestVisibleUserLevel(UserLevel level) { assignEnum(this, "lowestVisibleUserLevel", d->visibleLevel, level); }
 
 void KeypadButton::updateLanguage(int index)
 {

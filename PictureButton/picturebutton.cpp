@@ -68,7 +68,7 @@ QSize PictureButton::sizeHint() const { return QSize(100, 30); }
 QSize PictureButton::minimumSizeHint() const { return QSize(20, 10); }
 
 PictureButton::Language PictureButton::getLanguage() const { return d->language; }
-void PictureButton::setLanguage(Language language) { assignEnum(d->language, language); }
+void PictureButton::setLanguage(Language language) { assignEnum(this, "language", d->language, language); }
 
 void PictureButton::setText(const QString &text)
 {

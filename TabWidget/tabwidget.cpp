@@ -217,13 +217,13 @@ void TabWidget::setComId(int comId) { d->binding.setComId(comId); }
 int TabWidget::channel() const { return d->binding.channel(); }
 void TabWidget::setChannel(int channel) { d->binding.setChannel(channel); }
 TabWidget::DataClass TabWidget::dataClass() const { return d->dataClass; }
-void TabWidget::setDataClass(DataClass dataClass) { assignEnum(d->dataClass, dataClass); }
+void TabWidget::setDataClass(DataClass dataClass) { assignEnum(this, "dataClass", d->dataClass, dataClass); }
 int TabWidget::address() const { return d->address; }
 void TabWidget::setAddress(int address) { d->address = address; }
 TabWidget::UserLevel TabWidget::lowestEnablingUserLevel() const { return d->enablingLevel; }
-void TabWidget::setLowestEnablingUserLevel(UserLevel level) { assignEnum(d->enablingLevel, level); }
+void TabWidget::setLowestEnablingUserLevel(UserLevel level) { assignEnum(this, "lowestEnablingUserLevel", d->enablingLevel, level); }
 TabWidget::UserLevel TabWidget::lowestVisibleUserLevel() const { return d->visibleLevel; }
-void TabWidget::setLowestVisibleUserLevel(UserLevel level) { assignEnum(d->visibleLevel, level); }
+void TabWidget::setLowestVisibleUserLevel(UserLevel level) { assignEnum(this, "lowestVisibleUserLevel", d->visibleLevel, level); }
 QStringList TabWidget::multiTextList() const { return d->lists.multiTexts; }
 
 void TabWidget::setMultiTextList(const QStringList &texts)
@@ -233,7 +233,7 @@ void TabWidget::setMultiTextList(const QStringList &texts)
 }
 
 TabWidget::Language TabWidget::language() const { return d->languageProperty; }
-void TabWidget::setLanguage(Language language) { assignEnum(d->languageProperty, language); }
+void TabWidget::setLanguage(Language language) { assignEnum(this, "language", d->languageProperty, language); }
 QByteArray TabWidget::textInfoBuffer() const { return d->textInfoBuffer; }
 
 void TabWidget::SetTextInfoBuffer(const QByteArray &buffer)

@@ -130,7 +130,7 @@ TableWidget::ResizeMode TableWidget::horizontalHeaderResizeMode() const { return
 
 void TableWidget::setHorizontalHeaderResizeMode(ResizeMode mode)
 {
-    if (assignEnum(d->horizontalMode, mode))
+    if (assignEnum(this, "horizontalHeaderResizeMode", d->horizontalMode, mode))
         horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeMode(mode));
 }
 
@@ -138,7 +138,7 @@ TableWidget::ResizeMode TableWidget::verticalHeaderResizeMode() const { return d
 
 void TableWidget::setVerticalHeaderResizeMode(ResizeMode mode)
 {
-    if (!assignEnum(d->verticalMode, mode))
+    if (!assignEnum(this, "verticalHeaderResizeMode", d->verticalMode, mode))
         return;
     verticalHeader()->setSectionResizeMode(QHeaderView::ResizeMode(mode));
     if (mode == Interactive || mode == Fixed)
@@ -207,23 +207,23 @@ void TableWidget::setBackgroundColor(const QColor &color)
 }
 
 TableWidget::ParameterType TableWidget::parameterType() const { return d->parameterType; }
-void TableWidget::setParameterType(ParameterType type) { assignEnum(d->parameterType, type); }
+void TableWidget::setParameterType(ParameterType type) { assignEnum(this, "parameterType", d->parameterType, type); }
 TableWidget::BusServoParameterType TableWidget::busServoParameterType() const { return d->busServoType; }
-void TableWidget::setBusServoParameterType(BusServoParameterType type) { assignEnum(d->busServoType, type); }
+void TableWidget::setBusServoParameterType(BusServoParameterType type) { assignEnum(this, "busServoParameterType", d->busServoType, type); }
 int TableWidget::comId() const { return d->binding.comId(); }
 void TableWidget::setComId(int comId) { d->binding.setComId(comId); }
 int TableWidget::channel() const { return d->binding.channel(); }
 void TableWidget::setChannel(int channel) { d->binding.setChannel(channel); }
 TableWidget::DataClass TableWidget::dataClass() const { return d->dataClass; }
-void TableWidget::setDataClass(DataClass dataClass) { assignEnum(d->dataClass, dataClass); }
+void TableWidget::setDataClass(DataClass dataClass) { assignEnum(this, "dataClass", d->dataClass, dataClass); }
 QStringList TableWidget::address() const { return d->addresses; }
 void TableWidget::setAddress(const QStringList &addresses) { d->addresses = addresses; }
 bool TableWidget::inputWidgetEnabled() const { return d->inputWidgetEnabled; }
 void TableWidget::setInputWidgetEnabled(bool enabled) { d->inputWidgetEnabled = enabled; }
 TableWidget::UserLevel TableWidget::lowestEnablingUserLevel() const { return d->enablingLevel; }
-void TableWidget::setLowestEnablingUserLevel(UserLevel level) { assignEnum(d->enablingLevel, level); }
+void TableWidget::setLowestEnablingUserLevel(UserLevel level) { assignEnum(this, "lowestEnablingUserLevel", d->enablingLevel, level); }
 TableWidget::UserLevel TableWidget::lowestVisibleUserLevel() const { return d->visibleLevel; }
-void TableWidget::setLowestVisibleUserLevel(UserLevel level) { assignEnum(d->visibleLevel, level); }
+void TableWidget::setLowestVisibleUserLevel(UserLevel level) { assignEnum(this, "lowestVisibleUserLevel", d->visibleLevel, level); }
 int TableWidget::operationalAuthority() const { return d->authority; }
 
 void TableWidget::setOperationalAuthority(int authority)
@@ -236,20 +236,20 @@ TableWidget::Language TableWidget::language() const { return d->languageProperty
 
 void TableWidget::setLanguage(Language language)
 {
-    if (assignEnum(d->languageProperty, language))
+    if (assignEnum(this, "language", d->languageProperty, language))
         setWhatsThis(QString::number(int(language)));
 }
 
 int TableWidget::defaultSearchMethodChannel() const { return d->defaultSearchChannel + 1; }
 void TableWidget::setDefaultSearchMethodChannel(int channel) { d->defaultSearchChannel = channelIndex(channel); }
 TableWidget::DataClass TableWidget::defaultSearchMethodDataClass() const { return d->defaultSearchClass; }
-void TableWidget::setDefaultSearchMethodDataClass(DataClass dataClass) { assignEnum(d->defaultSearchClass, dataClass); }
+void TableWidget::setDefaultSearchMethodDataClass(DataClass dataClass) { assignEnum(this, "defaultSearchMethodDataClass", d->defaultSearchClass, dataClass); }
 int TableWidget::defaultSearchMethodAddress() const { return d->defaultSearchAddress; }
 void TableWidget::setDefaultSearchMethodAddress(int address) { d->defaultSearchAddress = std::max(0, address); }
 int TableWidget::searchMethodVisibleChannel() const { return d->visibleSearchChannel + 1; }
 void TableWidget::setSearchMethodVisibleChannel(int channel) { d->visibleSearchChannel = channelIndex(channel); }
 TableWidget::DataClass TableWidget::searchMethodVisibleDataClass() const { return d->visibleSearchClass; }
-void TableWidget::setSearchMethodVisibleDataClass(DataClass dataClass) { assignEnum(d->visibleSearchClass, dataClass); }
+void TableWidget::setSearchMethodVisibleDataClass(DataClass dataClass) { assignEnum(this, "searchMethodVisibleDataClass", d->visibleSearchClass, dataClass); }
 int TableWidget::searchMethodVisibleAddress() const { return d->visibleSearchAddress; }
 void TableWidget::setSearchMethodVisibleAddress(int address) { d->visibleSearchAddress = std::max(0, address); }
 bool TableWidget::ChnNoVarEnable() const { return d->binding.chnNoVarEnable(); }
@@ -312,7 +312,7 @@ TableWidget::KeypadPosition TableWidget::softKeypadPosition() const
 
 void TableWidget::setSoftKeypadPosition(KeypadPosition position)
 {
-    if (position >= Auto && position <= Custom)
+    if (acceptEnum(this, "softKeypadPosition", position))
         d->editor.keypad().setPosition(position);
 }
 

@@ -14,11 +14,12 @@ struct BitAddress
     static constexpr bool isBitIndex(int index) { return index >= 0 && index <= 31; }
 };
 
-// Property setters of a bit's kind and bit index: values the widget does not declare are ignored.
+// Property setters of a bit's kind and bit index: values the widget does not declare are ignored (the
+// kind with a warning naming the widget's property).
 template <typename E>
-void setBitType(BitAddress &bit, E type)
+void setBitType(const QObject *widget, const char *property, BitAddress &bit, E type)
 {
-    if (isEnumValue(type))
+    if (acceptEnum(widget, property, type))
         bit.type = int(type);
 }
 

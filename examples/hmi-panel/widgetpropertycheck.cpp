@@ -86,13 +86,15 @@ QString valueName(const QMetaProperty &meta, int value)
     return QString::number(value);
 }
 
-void checkWarnings(const FormProperty &p, const QStringList &warnings, const Reporter &report)
+void checkWarnings(const FormWidget &widget, const FormProperty &p, const QStringList &warnings, const Reporter &report)
 {
+    // The finding names the widget and property already.
+    const QString about = QStringLiteral("%1 \"%2\": property \"%3\": ").arg(widget.className, widget.name, p.name);
     for (const QString &warning : warnings) {
         if (warning.contains(QLatin1String("is malformed or larger than it can be")))
             report(p.line, QStringLiteral("stored \"%1\" cannot be read; the widget takes it as holding no data").arg(p.name));
         else
-            report(p.line, QStringLiteral("setting \"%1\": %2").arg(p.name, warning));
+            report(p.line, QStringLiteral("setting \"%1\": %2").arg(p.name, warning.startsWith(about) ? warning.mid(about.size()) : warning));
     }
 }
 
@@ -236,7 +238,7 @@ void WidgetPropertyCheck::check(const FormWidget &widget, const Context &context
         WarningCapture capture;
         probe->setProperty(property.name(), value);
         const QStringList warnings = capture.take();
-        checkWarnings(p, warnings, report);
+        checkWarnings(widget, p, warnings, report);
         if (holdsInteger(property)) {
             const int written = value.toInt();
             const int kept = probe->property(property.name()).toInt();

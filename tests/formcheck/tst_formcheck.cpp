@@ -280,6 +280,8 @@ void TestFormCheck::commandExitStatus_data()
                                              << QByteArray() << 1 << "no display" << QString() << QSize();
 
     // Forms that would crash, hang or bloat the panel: refused or bounded, and flagged by the checker.
+    QTest::newRow("nested as deep as the panel takes") << check << nestedForm(FormLimits::MaxNesting - 1) << QByteArray()
+                                                       << QByteArray() << 0 << QString() << QString() << QSize();
     const QByteArray deep = nestedForm(100000);
     QTest::newRow("nested 100,000 deep: checked") << check << deep << QByteArray() << QByteArray() << 1
                                                   << "nest more than" << QString() << QSize();
@@ -296,6 +298,14 @@ void TestFormCheck::commandExitStatus_data()
     QTest::newRow("Designer's widget template shown whole")
         << shot << formOf("QWidget", {1150, 800}, "") << QByteArray() << QByteArray() << 0 << "wrote" << QString()
         << QSize(1150, 800);
+    const QByteArray pen = formOf("QDialog", {400, 300}, "<widget class=\"GridSplitter\" name=\"grid\"><property name="
+                                  "\"gridLineStyle\"><number>2147483647</number></property></widget>");
+    const QString penRefused = QStringLiteral("\"gridLineStyle\": 2147483647 is no value of it; it is ignored");
+    QTest::newRow("pen style 2147483647: checked") << check << pen << QByteArray() << QByteArray() << 1
+                                                   << "setting " + penRefused << QString() << QSize();
+    QTest::newRow("pen style 2147483647: ignored") << shot << pen << QByteArray() << QByteArray() << 0
+                                                   << "GridSplitter \"grid\": property " + penRefused << QString()
+                                                   << QSize(400, 300);
     QByteArray tabs = "<widget class=\"TabWidget\" name=\"tabs\"><property name=\"operationalAuthoritys\"><stringlist>";
     for (int i = 0; i < 10000; ++i)
         tabs += "<string>" + QByteArray::number(100 + i) + "</string>";

@@ -17,6 +17,7 @@
 #include "subwindow.h"
 #include "tablewidget.h"
 #include "tabwidget.h"
+#include "widgetfactory.h"
 #include "ui_demo.h"
 #include "ui_operator.h"
 #include "ui_parameters.h"
@@ -34,6 +35,7 @@
 #include <QMetaProperty>
 #include <QtTest>
 
+#include <climits>
 #include <memory>
 
 class TestForms : public QObject
@@ -63,6 +65,8 @@ private Q_SLOTS:
     void screensForm();
     void operatorScreen_data();
     void operatorScreen();
+    void unknownEnumValuesRefused_data();
+    void unknownEnumValuesRefused();
 };
 
 void TestForms::compiledForm()
@@ -571,6 +575,45 @@ void TestForms::operatorScreen()
     QCOMPARE(status->item(1, 1)->text().trimmed(), QStringLiteral("20"));
     NORVOInterface_Z3::initialization()->resetToDefaults();
     QDir::setCurrent(before);
+}
+
+void TestForms::unknownEnumValuesRefused_data()
+{
+    QTest::addColumn<QString>("className");
+    QTest::addColumn<QByteArray>("property");
+    QTest::addColumn<int>("value");
+    for (const QString &className : WidgetFactory::classNames()) {
+        const std::unique_ptr<QWidget> widget(WidgetFactory::create(className, nullptr));
+        const QMetaObject *meta = widget->metaObject();
+        const QMetaObject *qtBase = meta;
+        while (!QByteArray(qtBase->className()).startsWith('Q'))
+            qtBase = qtBase->superClass();
+        for (int i = qtBase->propertyCount(); i < meta->propertyCount(); ++i) { // the library's own
+            const QMetaProperty p = meta->property(i);
+            if (!p.isEnumType() || p.isFlagType() || !p.isWritable())
+                continue;
+            for (int value : {INT_MAX, -2}) {
+                if (!p.enumerator().valueToKey(value))
+                    QTest::addRow("%s.%s %d", qPrintable(className), p.name(), value) << className << QByteArray(p.name()) << value;
+            }
+        }
+    }
+}
+
+// A form can write any number into an enum property; the widget keeps what it had and says so.
+void TestForms::unknownEnumValuesRefused()
+{
+    QFETCH(QString, className);
+    QFETCH(QByteArray, property);
+    QFETCH(int, value);
+    const std::unique_ptr<QWidget> widget(WidgetFactory::create(className, nullptr));
+    widget->setObjectName(QStringLiteral("probe"));
+    const QMetaProperty p = widget->metaObject()->property(widget->metaObject()->indexOfProperty(property));
+    const int before = p.read(widget.get()).toInt();
+    QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("%1 \"probe\": property \"%2\": %3 is no value of it; "
+                                                                 "it is ignored").arg(className).arg(QLatin1String(property)).arg(value)));
+    p.write(widget.get(), value);
+    QCOMPARE(p.read(widget.get()).toInt(), before);
 }
 
 QTEST_MAIN(TestForms)
