@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
 
 using norvo_v0::QeltApp;
 
@@ -40,7 +41,7 @@ QString areaName(ModbusMap::Kind kind, int area)
                                   : QStringLiteral("bits");
 }
 
-bool intersects(int a1, int a2, int b1, int b2)
+bool intersects(qint64 a1, qint64 a2, qint64 b1, qint64 b2)
 {
     return a1 <= b2 && b1 <= a2;
 }
@@ -135,8 +136,9 @@ bool ModbusMap::readEntry(int number, const QJsonObject &object, Entry *entry)
         const QJsonValue value = object.value(QLatin1String(key));
         if (value.isUndefined())
             return fallback;
+        // In range before it is made an int: a JSON number such as 1e62 is beyond what an int holds.
         const double number = value.toDouble(-1.5);
-        if (!value.isDouble() || number != int(number) || number < lowest || number > highest) {
+        if (!value.isDouble() || !(number >= lowest && number <= highest) || number != std::trunc(number)) {
             fail(QStringLiteral("\"%1\" must be a whole number from %2 to %3").arg(QLatin1String(key)).arg(lowest).arg(highest));
             return fallback;
         }

@@ -42,8 +42,9 @@ public:
 
         // "entry 3 (link 0, channel 1, User words 0 ... 99)"
         QString describe() const;
-        // Registers (or coils) the entry's variables take on the device.
-        int span() const { return (last - first + 1) * (kind == PlcBit ? 1 : registers); }
+        // Registers (or coils) the entry's variables take on the device; of a map being read, up to twice
+        // the int range.
+        qint64 span() const { return (qint64(last) - first + 1) * (kind == PlcBit ? 1 : registers); }
         bool writable() const { return table == Coils || table == HoldingRegisters; }
     };
 

@@ -87,6 +87,10 @@ void TestModbus::mapErrors_data()
                                    << "entry 1: \"Usr\" is no data class";
     QTest::newRow("bits in registers") << QByteArray(R"({"entries":[{"bitType":"I_BIT","first":0,"last":1,"table":"holding"}]})")
                                        << "entry 1: PLC bits live in coils or discrete inputs";
+    QTest::newRow("beyond an int") << QByteArray(R"({"entries":[{"dataClass":"User","first":1e62,"last":1,"table":"holding"}]})")
+                                   << "entry 1: \"first\" must be a whole number from 0 to 2147483646";
+    QTest::newRow("every word") << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":2147483646,"table":"holding"}]})")
+                                << "entry 1: 4294967294 addresses from 0 run past";
     QTest::newRow("last below first") << QByteArray(R"({"entries":[{"dataClass":"User","first":5,"last":1,"table":"holding"}]})")
                                       << "entry 1: \"last\" is below \"first\"";
     QTest::newRow("past the last address") << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":99,"table":"holding","start":65500}]})")
