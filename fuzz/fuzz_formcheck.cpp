@@ -1,12 +1,14 @@
 // Feeds arbitrary bytes to the form checker (as a .ui form: XML, properties written into probe
-// widgets, table contents read to the end, binding texts) and to the word library file the panel
-// reads. The first byte picks which.
+// widgets, table contents read to the end, binding texts, the depth scan the panel makes before
+// loading) and to the word library file the panel reads. The first byte picks which.
 #include "fuzzapplication.h"
 #include "formchecker.h"
+#include "formlimits.h"
 #include "wordlibraryfile.h"
 
 #include <QBuffer>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 
@@ -30,6 +32,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     QList<FormFinding> findings;
     const bool read = checker.check(&buffer, &findings);
     if (!read && !findings.isEmpty())
+        std::abort();
+    // What the panel's loader scans before Qt's loader recurses: the checker refuses the same depth.
+    buffer.seek(0);
+    const bool tooDeep = FormLimits::firstTooDeep(&buffer) > 0;
+    const bool flagged = std::any_of(findings.cbegin(), findings.cend(), [](const FormFinding &f) {
+        return f.message == FormLimits::nestingProblem();
+    });
+    if (read && tooDeep != flagged)
         std::abort();
     return 0;
 }

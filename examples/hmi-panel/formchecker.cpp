@@ -97,16 +97,16 @@ void FormChecker::checkSoftKeys(const QList<FormWidget> &widgets, QList<FormFind
             continue;
         QString name;
         int page = 0;
+        QString problem;
         if (!SoftKeyPages::parseTarget(target->text, &name, &page))
-            findings->append(FormFinding::about(widget, target->line,
-                                                QStringLiteral("\"showTab\" \"%1\" is not \"tabWidgetName:page\"").arg(target->text)));
+            problem = QStringLiteral("\"showTab\" \"%1\" is not \"tabWidgetName:page\"").arg(target->text);
         else if (!pages.contains(name))
-            findings->append(FormFinding::about(widget, target->line,
-                                                QStringLiteral("\"showTab\": the form has no tab widget \"%1\"").arg(name)));
+            problem = QStringLiteral("\"showTab\": the form has no tab widget \"%1\"").arg(name);
         else if (page >= pages.value(name))
-            findings->append(FormFinding::about(widget, target->line,
-                                                QStringLiteral("\"showTab\": tab widget \"%1\" has no page %2 (it has %3)")
-                                                    .arg(name).arg(page).arg(pages.value(name))));
+            problem = QStringLiteral("\"showTab\": tab widget \"%1\" has no page %2 (it has %3)")
+                          .arg(name).arg(page).arg(pages.value(name));
+        if (!problem.isEmpty())
+            findings->append(FormFinding::about(widget, target->line, problem, target->name));
     }
 }
 

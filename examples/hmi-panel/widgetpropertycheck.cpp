@@ -264,7 +264,7 @@ void WidgetPropertyCheck::check(const FormWidget &widget, const Context &context
             checkStoredCells(p, context.channelCount, report);
     }
     if (table) {
-        const Reporter report(widget, QString(), findings);
+        const Reporter report(widget, QStringLiteral("items"), findings); // the cells the form lists
         for (const FormCell &cell : widget.cells)
             checkCell(report, cell.line, cell.row, cell.column, cell.whatsThis, context.channelCount);
     }
