@@ -183,6 +183,11 @@ private Q_SLOTS:
         QTest::newRow("stops before the left edge") << 0 << -200 << 16 << 1 + 16;
         QTest::newRow("stops before the right edge") << 2 << 200 << 16 << 1 + 298 - 16 - 3;
         QTest::newRow("closer with less spacing") << 1 << 200 << 4 << 224 - 4 - 3;
+        // Drags ending within a handle width of the limit (line 1 starts at x 149, line 2 at 224).
+        QTest::newRow("a pixel short of the next line's limit") << 1 << 55 << 16 << 224 - 16 - 3 - 1;
+        QTest::newRow("within a handle width past the next line's limit") << 1 << 57 << 16 << 224 - 16 - 3;
+        QTest::newRow("within a handle width past the previous line's limit") << 1 << -57 << 16 << 77 + 16;
+        QTest::newRow("within a handle width past the right edge's limit") << 2 << 57 << 16 << 1 + 298 - 16 - 3;
     }
     void drag()
     {
