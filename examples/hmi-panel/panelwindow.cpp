@@ -61,7 +61,7 @@ PanelWindow::PanelWindow(FormSession *session, const QStringList &languageNames,
     layout->addWidget(m_message);
     if (screenArea.isValid()) {
         const QSize around = minimumSizeHint() - form->size(); // the bar, the message line, margins
-        view->setMinimumSize(form->size().boundedTo(screenArea - around));
+        view->setMinimumSize(form->size().boundedTo((screenArea - around).expandedTo(QSize(0, 0))));
     }
 
     connect(language, qOverload<int>(&QComboBox::currentIndexChanged), session, &FormSession::setLanguage);
