@@ -376,7 +376,6 @@ void TestTextCodecs::amplification_data()
     QTest::newRow("one long slot") << fine << fonts(10) << true;
     QTest::newRow("two long slots together past the limit") << twoLong << fonts(11) << false;
     QTest::newRow("two slots") << slotsOf(2) << fonts(0) << true;
-    QTest::newRow("three slots, the third not read") << slotsOf(3) << fonts(2) << true;
     QTest::newRow("ten texts") << texts(10) << QByteArray() << true;
     QTest::newRow("eleven texts") << texts(11) << fonts(1700) << false;
 }
