@@ -2,6 +2,7 @@
 
 #include "formsession.h"
 #include "norvointerface_z3.h"
+#include "paneltables.h"
 #include "tablewidget.h"
 
 #include <QApplication>
@@ -59,6 +60,15 @@ PanelWindow::PanelWindow(FormSession *session, const QStringList &languageNames,
     connect(NORVOInterface_Z3::initialization(), &NORVOInterface_Z3::authorityRefused, this,
             &PanelWindow::showRefusal);
     session->setAuthority(authority->value());
+    // The panel's search keys take no focus: they act on the table the operator was in last.
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
+        for (QWidget *w = now; w; w = w->parentWidget()) {
+            if (auto *table = qobject_cast<TableWidget *>(w)) {
+                m_lastTable = table;
+                return;
+            }
+        }
+    });
 }
 
 void PanelWindow::showRefusal(int authority)
@@ -99,13 +109,12 @@ void PanelWindow::addSearchKeys(QHBoxLayout *bar)
     });
 }
 
-TableWidget *PanelWindow::currentTable() const
+TableWidget *PanelWindow::currentTable()
 {
-    for (QWidget *w = QApplication::focusWidget(); w; w = w->parentWidget()) {
-        if (auto *table = qobject_cast<TableWidget *>(w))
-            return table;
-    }
-    return m_session->form() ? m_session->form()->findChild<TableWidget *>() : nullptr;
+    TableWidget *table = PanelTables::searchTable(m_session->form(), m_lastTable);
+    if (!table)
+        showMessage(tr("No table on screen to search."));
+    return table;
 }
 
 void PanelWindow::addFileMenu(QHBoxLayout *bar)

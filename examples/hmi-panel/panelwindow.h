@@ -1,6 +1,7 @@
 #ifndef PANELWINDOW_H
 #define PANELWINDOW_H
 
+#include <QPointer>
 #include <QWidget>
 
 class FormSession;
@@ -23,10 +24,11 @@ private:
     void showRefusal(int authority);
     void addSearchKeys(QHBoxLayout *bar);
     void addFileMenu(QHBoxLayout *bar);
-    // The table the operator works in: the focused one, else the form's first.
-    TableWidget *currentTable() const;
+    // The table the operator works in (PanelTables::searchTable); says so when none is on screen.
+    TableWidget *currentTable();
 
     FormSession *m_session;
+    QPointer<TableWidget> m_lastTable;
     QLabel *m_message = nullptr;
 };
 
