@@ -1,6 +1,7 @@
 #include "panelwindow.h"
 
 #include "formsession.h"
+#include "lastusedtable.h"
 #include "norvointerface_z3.h"
 #include "paneltables.h"
 #include "tablewidget.h"
@@ -21,6 +22,7 @@
 PanelWindow::PanelWindow(FormSession *session, const QStringList &languageNames, QWidget *parent)
     : QWidget(parent)
     , m_session(session)
+    , m_lastTable(new LastUsedTable(this)) // the search keys take no focus: they act on the table used last
 {
     setWindowTitle(session->form()->windowTitle());
     auto *layout = new QVBoxLayout(this);
@@ -60,15 +62,6 @@ PanelWindow::PanelWindow(FormSession *session, const QStringList &languageNames,
     connect(NORVOInterface_Z3::initialization(), &NORVOInterface_Z3::authorityRefused, this,
             &PanelWindow::showRefusal);
     session->setAuthority(authority->value());
-    // The panel's search keys take no focus: they act on the table the operator was in last.
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
-        for (QWidget *w = now; w; w = w->parentWidget()) {
-            if (auto *table = qobject_cast<TableWidget *>(w)) {
-                m_lastTable = table;
-                return;
-            }
-        }
-    });
 }
 
 void PanelWindow::showRefusal(int authority)
@@ -111,7 +104,7 @@ void PanelWindow::addSearchKeys(QHBoxLayout *bar)
 
 TableWidget *PanelWindow::currentTable()
 {
-    TableWidget *table = PanelTables::searchTable(m_session->form(), m_lastTable);
+    TableWidget *table = PanelTables::searchTable(m_session->form(), m_lastTable->table());
     if (!table)
         showMessage(tr("No table on screen to search."));
     return table;

@@ -1,10 +1,10 @@
 #ifndef PANELWINDOW_H
 #define PANELWINDOW_H
 
-#include <QPointer>
 #include <QWidget>
 
 class FormSession;
+class LastUsedTable;
 class QHBoxLayout;
 class QLabel;
 class TableWidget;
@@ -28,7 +28,7 @@ private:
     TableWidget *currentTable();
 
     FormSession *m_session;
-    QPointer<TableWidget> m_lastTable;
+    LastUsedTable *m_lastTable;
     QLabel *m_message = nullptr;
 };
 

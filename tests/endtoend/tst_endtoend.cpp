@@ -8,6 +8,7 @@
 #include "functionbutton.h"
 #include "inputwidget.h"
 #include "keypaddialog.h"
+#include "lastusedtable.h"
 #include "norvointerface_z3.h"
 #include "paneltables.h"
 #include "simulatedcontroller.h"
@@ -35,6 +36,7 @@ struct OperatorScreen
     TabWidget *pages = find<TabWidget>("pages");
     QTabBar *bar = pages->tabBar();
     TableWidget *parameters = find<TableWidget>("parameterTable");
+    LastUsedTable used; // from before the form opens
     QString note; // what a route found, for the outcome
 
     explicit OperatorScreen(int authority)
@@ -56,11 +58,14 @@ struct OperatorScreen
         QTest::mouseClick(parameters->viewport(), Qt::LeftButton, {},
                           parameters->visualItemRect(parameters->item(0, 1)).center());
     }
-    // The table the panel's Find acts on, with the one the operator last used, on the page shown.
-    void search(int page, const char *lastUsed)
+    // The table the panel's Find acts on after the operator clicked a text cell of a table (or none),
+    // on the page shown. The status table has the focus from the start, unused.
+    void search(const char *clicked, int page)
     {
+        if (auto *table = clicked ? find<TableWidget>(clicked) : nullptr)
+            QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, table->visualItemRect(table->item(0, 0)).center());
         pages->setCurrentIndex(page);
-        note = PanelTables::searchTable(form, find<TableWidget>(lastUsed))->objectName();
+        note = PanelTables::searchTable(form, used.table())->objectName();
     }
 };
 
@@ -136,10 +141,10 @@ const QList<Route> &routes()
          }},
         // The panel's search, whatever the authority, goes to a table on screen, never the form's first
         // ("Backlash X" is in the parameter table, the statusTable comes first).
-        {"Find: no table used yet", "parameterTable", "parameterTable", [](OperatorScreen &s) { s.search(0, ""); }},
-        {"Find: the table last used", "statusTable", "statusTable", [](OperatorScreen &s) { s.search(0, "statusTable"); }},
+        {"Find: no table used yet", "parameterTable", "parameterTable", [](OperatorScreen &s) { s.search(nullptr, 0); }},
+        {"Find: the table last used", "statusTable", "statusTable", [](OperatorScreen &s) { s.search("statusTable", 0); }},
         {"Find: last used on a page turned away", "inputMonitor page 1", "inputMonitor page 1",
-         [](OperatorScreen &s) { s.search(1, "parameterTable"); }},
+         [](OperatorScreen &s) { s.search("parameterTable", 1); }},
     };
     return list;
 }
