@@ -364,9 +364,22 @@ int AbstractButton::deylayTriggerInterval() const
     return d->deylayTriggerInterval;
 }
 
-void AbstractButton::animateClick(int msec)
+bool AbstractButton::takesInput() const
 {
     if (!isEnabled())
+        return false;
+    // Hidden on purpose (a visible bit, a page turned away, a soft-key group not shown), not merely
+    // never shown yet.
+    for (const QWidget *w = this; w && !w->isWindow(); w = w->parentWidget()) {
+        if (w->isHidden() && w->testAttribute(Qt::WA_WState_ExplicitShowHide))
+            return false;
+    }
+    return true;
+}
+
+void AbstractButton::animateClick(int msec)
+{
+    if (!takesInput())
         return;
     if (d->checkable && (focusPolicy() & Qt::ClickFocus))
         setFocus();
@@ -379,7 +392,7 @@ void AbstractButton::animateClick(int msec)
 
 void AbstractButton::click()
 {
-    if (!isEnabled())
+    if (!takesInput())
         return;
     d->down = true;
     if (!d->emitPressed())
@@ -428,7 +441,11 @@ bool AbstractButton::event(QEvent *e)
         }
     }
 
-    if (e->type() == QEvent::Shortcut) {
+    if (e->type() == QEvent::Hide) {
+        // A hidden button cannot be released by the operator: it goes up without a click.
+        d->pressed = false;
+        setDown(false);
+    } else if (e->type() == QEvent::Shortcut) {
         auto *se = static_cast<QShortcutEvent *>(e);
         if (!d->shortcutIds.contains(se->shortcutId()))
             return false;
@@ -574,7 +591,9 @@ void AbstractButton::timerEvent(QTimerEvent *e)
         }
     } else if (e->timerId() == d->animateTimer.timerId()) {
         d->animateTimer.stop();
-        d->completeClick();
+        // A button that went up meanwhile (disabled, hidden, Escape, focus lost) was not clicked.
+        if (d->down)
+            d->completeClick();
     } else if (e->timerId() == d->delayTimer.timerId()) {
         d->delayTimer.stop();
         emit pressDelayTrigger();

@@ -82,6 +82,11 @@ public:
     void setDeylayTriggerInterval(int msec);
     int deylayTriggerInterval() const;
 
+    // Whether the operator could click the button now: enabled, and neither it nor a parent within its
+    // window hidden. Every other route to its action (shortcut, key, the click slots, a press slot
+    // called by name) is refused when this is false.
+    bool takesInput() const;
+
 public Q_SLOTS:
     void setIconSize(const QSize &size);
     void animateClick(int msec = 100);

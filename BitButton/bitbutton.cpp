@@ -224,6 +224,8 @@ void BitButton::updateData(int index, int value)
 
 void BitButton::slotPressed()
 {
+    if (!takesInput()) // called by name on a key the operator could not press
+        return;
     if (const auto release = BitWriteAction::press(d->binding, d->action, d->writeBit))
         d->momentary.hold(*release);
 }

@@ -5,6 +5,7 @@
 #include "designerhost.h"
 #include "enumvalue.h"
 #include "functionbutton.h"
+#include "norvointerface_z3.h"
 #include "qeltapp.h"
 #include "widgetfactory.h"
 
@@ -274,6 +275,7 @@ ButtonGroup::ButtonGroup(QWidget *parent)
     : QWidget(parent)
     , d(new Private(this))
 {
+    NORVOInterface_Z3::setWidgetDefaultFont(this);
     if (DesignerHost *host = DesignerHost::instance())
         connect(host, &DesignerHost::propertyChanged, this, &ButtonGroup::slotPropertyChanged);
 }

@@ -4,6 +4,7 @@
 #include "designerhost.h"
 #include "enumvalue.h"
 #include "newestfile.h"
+#include "norvointerface_z3.h"
 #include "qeltapp.h"
 #include "widgetfactory.h"
 
@@ -124,6 +125,7 @@ DynamicImage::DynamicImage(QWidget *parent)
     : QWidget(parent)
     , d(new Private(this))
 {
+    NORVOInterface_Z3::setWidgetDefaultFont(this);
     d->folder.setNameFilters(d->nameFilters);
     // Relative picture paths name files of the project being edited.
     if (QWidget *formWindow = DesignerHost::formWindowOf(this)) {

@@ -281,7 +281,11 @@ void FunctionButton::updateData(int index, int value)
     }
 }
 
-void FunctionButton::slotPressed() { BitWriteAction::press(d->binding, d->action, d->writeBit); }
+void FunctionButton::slotPressed()
+{
+    if (takesInput()) // not when called by name on a key the operator could not press
+        BitWriteAction::press(d->binding, d->action, d->writeBit);
+}
 
 // A release writes nothing: KeepOn and KeepOff act as SetOn and SetOff on this button.
 void FunctionButton::slotReleased() {}

@@ -6,6 +6,7 @@
 #include "designerhost.h"
 #include "enumvalue.h"
 #include "gridsplitterprivate.h"
+#include "norvointerface_z3.h"
 #include "widgetfactory.h"
 
 #include <QEvent>
@@ -19,6 +20,7 @@ GridSplitter::GridSplitter(QWidget *parent)
     : QFrame(parent)
     , d(new GridSplitterPrivate(this))
 {
+    NORVOInterface_Z3::setWidgetDefaultFont(this);
     setFrameShape(QFrame::Box);
     if (DesignerHost *host = DesignerHost::instance(); host && d->formWindow())
         connect(host, &DesignerHost::propertyChanged, this, &GridSplitter::slotPropertyChanged);

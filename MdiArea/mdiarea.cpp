@@ -5,6 +5,7 @@
 #include "containedcontrols.h"
 #include "designerchildren.h"
 #include "designerhost.h"
+#include "norvointerface_z3.h"
 #include "subwindow.h"
 #include "widgetfactory.h"
 
@@ -111,6 +112,7 @@ MdiArea::MdiArea(QWidget *parent)
     : QFrame(parent)
     , d(new Private(this))
 {
+    NORVOInterface_Z3::setWidgetDefaultFont(this);
     setFrameShape(QFrame::StyledPanel);
     if (DesignerHost *host = DesignerHost::instance(); host && d->formWindow()) {
         connect(host, &DesignerHost::selectionChanged, this, [this](QWidget *formWindow) {

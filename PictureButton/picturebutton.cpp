@@ -90,7 +90,7 @@ void PictureButton::setSoftKeyChar(const QString &key)
 QPair<int, QString> PictureButton::softKey(const QString &softKeyChar)
 {
     if (softKeyChar.size() == 1)
-        return {softKeyChar.at(0).toUpper().toLatin1(), softKeyChar};
+        return {uchar(softKeyChar.at(0).toUpper().toLatin1()), softKeyChar};
     const int key = softKeyTable().value(softKeyChar, 0);
     return {key, key == Qt::Key_Space ? QStringLiteral(" ") : QString()};
 }
@@ -100,7 +100,7 @@ QPair<int, QString> PictureButton::softKey(const QString &softKeyChar)
 void PictureButton::slotClicked(bool)
 {
     QWidget *target = QApplication::focusWidget();
-    if (!d->softKeyEnabled || !target)
+    if (!d->softKeyEnabled || !target || !takesInput())
         return;
     const auto [key, text] = softKey(d->softKeyChar);
     QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text, false, 1);

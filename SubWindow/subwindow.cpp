@@ -4,6 +4,7 @@
 #include "designerhost.h"
 #include "mdiarea.h"
 #include "movehandler.h"
+#include "norvointerface_z3.h"
 #include "widgetfactory.h"
 
 #include <QMetaMethod>
@@ -15,6 +16,7 @@ SubWindow::SubWindow(QWidget *parent)
     : QFrame(parent)
     , m_backgroundColor(palette().color(QPalette::Window))
 {
+    NORVOInterface_Z3::setWidgetDefaultFont(this);
     setFrameShape(QFrame::StyledPanel);
     setAutoFillBackground(true);
     if (formWindow()) {

@@ -12,6 +12,7 @@
 #include "widgetfactory.h"
 
 #include <QEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyle>
@@ -124,6 +125,11 @@ void TabWidget::setCurrentIndex(int index)
     }
     if (index < 0 || index >= d->tabBar->count())
         return;
+    // A tab the operator may not click is refused from every other route too (soft keys, slots).
+    if (index != d->tabBar->currentIndex() && !d->tabBar->isTabEnabled(index)) {
+        d->refuse(index);
+        return;
+    }
     d->currentIndex = index;
     d->tabBar->setCurrentIndex(index);
 }
@@ -280,6 +286,20 @@ void TabWidget::showTab(int index)
 {
     if (index < 0 || index >= d->stack->count())
         return;
+    if (index != d->tabBar->currentIndex()) {
+        setCurrentIndex(index); // called by name: the tab decides, and the bar calls back
+        return;
+    }
+    const int shown = d->currentIndex;
+    if (!d->building && !d->tabBar->isTabEnabled(index) && shown != index && shown >= 0
+        && shown < d->tabBar->count() && d->tabBar->isTabEnabled(shown)) {
+        // The bar was turned to a tab the operator may not use by a call on the bar itself: it turns back.
+        const QSignalBlocker blocker(d->tabBar);
+        d->tabBar->setCurrentIndex(shown);
+        d->showTabPage(shown);
+        d->refuse(index);
+        return;
+    }
     d->showTabPage(index);
     if (DesignerHost *host = DesignerHost::instance(); host && d->formWindow() && !d->building) {
         // The property editor then shows the tab widget with its new current page.
@@ -327,6 +347,7 @@ void TabWidget::updateData(int index, int value)
     if (index != 0)
         return;
     d->visibleMask = value;
+    const int current = d->currentIndex; // taking the tabs down moves the bar's current tab
     d->building = true;
     while (d->tabBar->count() > 0)
         d->tabBar->removeTab(d->tabBar->count() - 1);
@@ -340,8 +361,7 @@ void TabWidget::updateData(int index, int value)
     }
     d->building = false;
     d->showTexts();
-    if (d->currentIndex >= d->tabBar->count())
-        d->currentIndex = 0;
+    d->currentIndex = current < d->tabBar->count() ? current : 0;
     if (d->currentIndex < d->tabBar->count()) {
         d->tabBar->setCurrentIndex(d->currentIndex);
         d->showTabPage(d->currentIndex);
@@ -464,6 +484,27 @@ bool TabWidget::eventFilter(QObject *watched, QEvent *event)
         return handled;
     }
     return QWidget::eventFilter(watched, event);
+}
+
+// Ctrl+Tab and Ctrl+Shift+Tab from anywhere inside turn to the next or previous tab the operator may
+// use, as in a standard tab widget.
+void TabWidget::keyPressEvent(QKeyEvent *event)
+{
+    const bool tab = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
+    const int count = d->tabBar->count();
+    if (!tab || !(event->modifiers() & Qt::ControlModifier) || count < 2) {
+        event->ignore();
+        return;
+    }
+    const bool back = event->key() == Qt::Key_Backtab || (event->modifiers() & Qt::ShiftModifier);
+    int position = d->tabBar->currentIndex();
+    for (int step = 1; step < count; ++step) {
+        position = (position + (back ? count - 1 : 1)) % count;
+        if (d->tabBar->isTabEnabled(position)) {
+            setCurrentIndex(position);
+            break;
+        }
+    }
 }
 
 void TabWidget::Private::initStyleOption(QStyleOptionTabWidgetFrame *option) const

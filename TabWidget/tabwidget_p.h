@@ -66,6 +66,10 @@ public:
     // The tab texts and colours of the current language on the present tabs.
     void showTexts();
     void applyAuthority();
+    // The tab (its lists' index) shown at a bar position.
+    int tabAt(int position) const;
+    // Tells the operator that the tab at a bar position needs a stronger authority.
+    void refuse(int position) const;
     bool decodeRecords();
     QByteArray encodeRecords(const TabLists &lists) const;
     static int tagNumber(const QWidget *page);

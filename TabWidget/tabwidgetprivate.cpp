@@ -119,10 +119,7 @@ void TabWidget::Private::applyAuthority()
     if (operatorLevel < 0)
         return;
     for (int position = 0; position < tabBar->count(); ++position) {
-        // By the page's tag, so that a tab keeps its threshold wherever it shows. A page without a
-        // valid tag (added by hand) takes its position's threshold, and none past the list (0).
-        const int number = tagNumber(stack->widget(position));
-        const int tab = number > 0 ? number - 1 : position;
+        const int tab = tabAt(position);
         const int threshold = lists.authorityOf(tab);
         const bool enabled = threshold == 0 || threshold >= operatorLevel;
         tabBar->setTabEnabled(position, enabled);
@@ -130,6 +127,19 @@ void TabWidget::Private::applyAuthority()
         tabBar->setTabTextColor(position, enabled ? QColor(lists.colorOf(tab))
                                                   : q->palette().color(QPalette::Disabled, QPalette::WindowText));
     }
+}
+
+int TabWidget::Private::tabAt(int position) const
+{
+    // By the page's tag, so that a tab keeps its threshold wherever it shows. A page without a valid
+    // tag (added by hand) takes its position's threshold, and none past the list (0).
+    const int number = tagNumber(stack->widget(position));
+    return number > 0 ? number - 1 : position;
+}
+
+void TabWidget::Private::refuse(int position) const
+{
+    NORVOInterface_Z3::initialization()->inadequateOperationAuthority(lists.authorityOf(tabAt(position)));
 }
 
 int TabWidget::Private::tagNumber(const QWidget *page)

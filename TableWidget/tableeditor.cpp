@@ -137,8 +137,9 @@ void TableEditor::writeData(QTableWidgetItem *item)
     const QString text = app->showKeypad(&ok, radix, item->text(), m_keypad.position(), m_keypad.geometry(),
                                          globalCellRect(item), formGeometry(), nullptr, KeypadMaxLength,
                                          cell.decimals, cell.lowest, cell.highest);
-    // The keypad runs its own event loop: the form may have closed, or the rows moved on, meanwhile.
-    if (!alive || !ok)
+    // The keypad runs its own event loop: the form may have closed, the rows moved on, or the operator
+    // lost the authority (logged out) meanwhile.
+    if (!alive || !ok || !authorityGranted())
         return;
     QTableWidgetItem *target = m_table->item(row, column);
     if (!target)

@@ -848,6 +848,11 @@ void TableWidget::scrollContentsBy(int dx, int dy)
 
 void TableWidget::loadFormFile(const QString &fileName)
 {
+    // A file writes the cells' variables as the keypad would: not for an operator the keypad refuses.
+    if (!editingEnabled()) {
+        NORVOInterface_Z3::initialization()->inadequateOperationAuthority(operationalAuthority());
+        return;
+    }
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         d->warnFile("loadFormFile:Cannot read file!\n", file);

@@ -2,7 +2,9 @@
 
 #include "controllerbinding.h"
 
+#include <QCoreApplication>
 #include <QEvent>
+#include <QMouseEvent>
 #include <QWidget>
 
 MomentaryPress::MomentaryPress(QWidget *button, const ControllerBinding &binding)
@@ -25,6 +27,10 @@ void MomentaryPress::hold(const BitWrite &release)
     if (!sameBit)
         end();
     m_release = release;
+    // The release of the mouse may reach another widget (a popup, a mouse grab) or land outside the
+    // button, which then reports no release: any left-button release in the application ends the press.
+    if (QCoreApplication *app = QCoreApplication::instance())
+        app->installEventFilter(this);
 }
 
 void MomentaryPress::end()
@@ -33,13 +39,18 @@ void MomentaryPress::end()
         return;
     const BitWrite release = *m_release;
     m_release.reset(); // before writing: an application that re-enters the button finds nothing held
+    if (QCoreApplication *app = QCoreApplication::instance())
+        app->removeEventFilter(this);
     m_binding.writeBitOn(release.channel, release.bit.type, release.bit.address, release.bit.bitIndex,
                          release.value);
 }
 
 bool MomentaryPress::eventFilter(QObject *watched, QEvent *event)
 {
-    if (m_release && watched == m_button) {
+    if (m_release && event->type() == QEvent::MouseButtonRelease
+        && static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton) {
+        end();
+    } else if (m_release && watched == m_button) {
         switch (event->type()) {
         case QEvent::Hide:
         case QEvent::FocusOut:

@@ -14,7 +14,8 @@ class QWidget;
 // A held momentary press of a button (KeepOn, KeepOff) and the one write that ends it. A jog key must
 // not stay set because its press ended some other way than a release: the button disabled (enabled
 // bit, authority) or hidden (visible bit, its form) while held, a modal dialog blocking its window, the
-// window deactivated, focus lost, or the button destroyed. Whatever comes first writes the release
+// window deactivated, focus lost, the mouse let go anywhere (outside the button, over a popup or a widget
+// that grabbed the mouse), or the button destroyed. Whatever comes first writes the release
 // value, on the channel the press used; anything after that writes nothing.
 class HMIWIDGETS_EXPORT MomentaryPress : public QObject
 {

@@ -117,15 +117,18 @@ QString RecordingQeltApp::showKeypad(bool *ok, int radix, const QString &text, i
 {
     log("showKeypad", {radix, text, positionMode, customGeometry, itemRect, formRect, pointer(parent),
                        maxLength, decimals, lowest, highest});
+    if (m_keypadMeanwhile)
+        m_keypadMeanwhile();
     if (ok)
         *ok = m_keypadOk;
     return m_keypadText;
 }
 
-void RecordingQeltApp::setKeypadAnswer(const QString &text, bool ok)
+void RecordingQeltApp::setKeypadAnswer(const QString &text, bool ok, std::function<void()> meanwhile)
 {
     m_keypadText = text;
     m_keypadOk = ok;
+    m_keypadMeanwhile = std::move(meanwhile);
 }
 
 int RecordingQeltApp::deliver(QWidget *widget, int index, int value)

@@ -11,6 +11,8 @@
 #include <QVariantList>
 #include <QWidget>
 
+#include <functional>
+
 // Stand-in for the application object in tests: logs every call with its arguments in order,
 // answers reads from a variable memory the test fills, and delivers updates only when told to.
 // Pointers appear in the log as quintptr values.
@@ -52,7 +54,8 @@ public:
 
     // Values answered by getBit/getData (setBit/setData also store into it). Channels as passed.
     VariableMemory &memory() { return m_memory; }
-    void setKeypadAnswer(const QString &text, bool ok);
+    // What the keypad answers; meanwhile runs while it is open (the operator logs out, the form closes).
+    void setKeypadAnswer(const QString &text, bool ok, std::function<void()> meanwhile = {});
 
     // Calls updateData on every registration of widget with this index; returns how many.
     int deliver(QWidget *widget, int index, int value);
@@ -66,6 +69,7 @@ private:
     VariableMemory m_memory;
     QString m_keypadText;
     bool m_keypadOk = false;
+    std::function<void()> m_keypadMeanwhile;
 };
 
 #endif

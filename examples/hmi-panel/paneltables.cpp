@@ -2,6 +2,7 @@
 
 #include "inputwidget.h"
 #include "tablewidget.h"
+#include "tabwidget.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -35,4 +36,22 @@ QStringList PanelTables::setUp(QWidget *form, const QString &formFolder)
         }
     }
     return problems;
+}
+
+TableWidget *PanelTables::searchTable(QWidget *form, TableWidget *lastUsed)
+{
+    if (lastUsed && lastUsed->isVisible())
+        return lastUsed;
+    TableWidget *shown = nullptr;
+    for (TableWidget *table : form ? form->findChildren<TableWidget *>() : QList<TableWidget *>()) {
+        if (!table->isVisible())
+            continue;
+        for (QWidget *w = table->parentWidget(); w && w != form; w = w->parentWidget()) {
+            if (qobject_cast<TabWidget *>(w))
+                return table; // the page the operator turned to
+        }
+        if (!shown)
+            shown = table;
+    }
+    return shown;
 }

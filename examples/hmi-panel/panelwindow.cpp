@@ -1,7 +1,9 @@
 #include "panelwindow.h"
 
 #include "formsession.h"
+#include "lastusedtable.h"
 #include "norvointerface_z3.h"
+#include "paneltables.h"
 #include "tablewidget.h"
 
 #include <QApplication>
@@ -22,6 +24,7 @@ PanelWindow::PanelWindow(FormSession *session, const QStringList &languageNames,
                          QWidget *parent)
     : QWidget(parent)
     , m_session(session)
+    , m_lastTable(new LastUsedTable(this)) // the search keys take no focus: they act on the table used last
 {
     setWindowTitle(session->form()->windowTitle());
     auto *layout = new QVBoxLayout(this);
@@ -109,13 +112,12 @@ void PanelWindow::addSearchKeys(QHBoxLayout *bar)
     });
 }
 
-TableWidget *PanelWindow::currentTable() const
+TableWidget *PanelWindow::currentTable()
 {
-    for (QWidget *w = QApplication::focusWidget(); w; w = w->parentWidget()) {
-        if (auto *table = qobject_cast<TableWidget *>(w))
-            return table;
-    }
-    return m_session->form() ? m_session->form()->findChild<TableWidget *>() : nullptr;
+    TableWidget *table = PanelTables::searchTable(m_session->form(), m_lastTable->table());
+    if (!table)
+        showMessage(tr("No table on screen to search."));
+    return table;
 }
 
 void PanelWindow::addFileMenu(QHBoxLayout *bar)

@@ -4,6 +4,7 @@
 #include <QWidget>
 
 class FormSession;
+class LastUsedTable;
 class QHBoxLayout;
 class QLabel;
 class TableWidget;
@@ -26,10 +27,11 @@ private:
     void showRefusal(int authority);
     void addSearchKeys(QHBoxLayout *bar);
     void addFileMenu(QHBoxLayout *bar);
-    // The table the operator works in: the focused one, else the form's first.
-    TableWidget *currentTable() const;
+    // The table the operator works in (PanelTables::searchTable); says so when none is on screen.
+    TableWidget *currentTable();
 
     FormSession *m_session;
+    LastUsedTable *m_lastTable;
     QLabel *m_message = nullptr;
 };
 

@@ -35,7 +35,7 @@ static void moveMouse(QWidget *w, const QPoint &pos)
 }
 
 // Runs steps like "press 10 10", "move 200 10", "release 10 10", "rpress 10 10" (right button), "disable 0 0",
-// "key 32" and "keyup 32".
+// "hide 0 0", "key 32", "keyup 32", "animate 10 0" (animated click of 10 ms) and "wait 50 0" (ms).
 static void play(AbstractButton *b, const QStringList &steps)
 {
     for (const QString &step : steps) {
@@ -53,6 +53,12 @@ static void play(AbstractButton *b, const QStringList &steps)
             QTest::mouseRelease(b, Qt::LeftButton, {}, pos);
         else if (f[0] == "disable")
             b->setEnabled(false);
+        else if (f[0] == "hide")
+            b->hide();
+        else if (f[0] == "animate")
+            b->animateClick(pos.x());
+        else if (f[0] == "wait")
+            QTest::qWait(pos.x());
         else
             moveMouse(b, pos);
     }
@@ -99,13 +105,18 @@ private slots:
                                          << QStringList{"pressed", "released"};
         QTest::newRow("right button") << false << QStringList{"rpress 50 15"} << QStringList{};
         QTest::newRow("move without press") << false << QStringList{"move 50 15", "move 150 15"} << QStringList{};
-        QTest::newRow("disabled") << true << (QStringList{"disable 0 0"} + click) << QStringList{};
         QTest::newRow("disabled while down") << false << QStringList{"press 50 15", "disable 0 0", "release 50 15"}
                                              << QStringList{"pressed"};
         QTest::newRow("space") << false << QStringList{"key 32", "keyup 32"}
                                << QStringList{"key 32", "pressed", "released", "clicked"};
         QTest::newRow("escape cancels") << false << QStringList{"key 32", "key 16777216", "keyup 32"}
                                         << QStringList{"key 32", "pressed", "key 16777216", "released"};
+        // A button that goes up before its click completes is not clicked.
+        QTest::newRow("hidden while down") << false << QStringList{"press 50 15", "hide 0 0", "release 50 15"}
+                                           << QStringList{"pressed"};
+        QTest::newRow("animated click cancelled by Escape")
+            << false << QStringList{"animate 10 0", "key 16777216", "wait 50 0"}
+            << QStringList{"pressed", "key 16777216", "released"};
         QTest::newRow("return is ignored") << false << QStringList{"key 16777220", "keyup 16777220"}
                                            << QStringList{"key 16777220"};
     }

@@ -1,10 +1,12 @@
 // The binding every controller widget shares: attachment to its form, the registrations and reads it
-// makes, channel clamping and resolution, and authority combined with the enabled request.
+// makes, channel clamping and resolution, and authority combined with the enabled request; and what
+// every widget class of the library starts with.
 
 #include "controllerbinding.h"
 #include "norvointerface_z3.h"
 #include "recordingqeltapp.h"
 #include "updatevariableinterface.h"
+#include "widgetfactory.h"
 
 #include <QDialog>
 #include <QtTest>
@@ -54,6 +56,7 @@ private Q_SLOTS:
     void reregisterBit_data(); void reregisterBit();
     void acceptsAddress_data(); void acceptsAddress();
     void authorityAndEnabledRequest_data(); void authorityAndEnabledRequest();
+    void everyWidgetClass_data(); void everyWidgetClass();
 };
 
 void TestControllerBinding::attachment_data()
@@ -262,11 +265,29 @@ void TestControllerBinding::authorityAndEnabledRequest()
     widget.binding.updateAuthority(operatorAuthority);
     QCOMPARE(widget.binding.authorityGranted(), granted);
     QCOMPARE(widget.isEnabled(), granted && request);
+    widget.binding.setOperationalAuthority(0); // takes effect at the next authority update
+    QCOMPARE(widget.isEnabled(), granted && request);
     // The request survives authority changes: regaining authority restores it.
     widget.binding.updateAuthority(0);
     QCOMPARE(widget.isEnabled(), request);
     widget.binding.setEnabledRequest(!request);
     QCOMPARE(widget.isEnabled(), !request);
+}
+
+void TestControllerBinding::everyWidgetClass_data()
+{
+    QTest::addColumn<QString>("className");
+    for (const QString &name : WidgetFactory::classNames())
+        QTest::newRow(qPrintable(name)) << name;
+}
+
+void TestControllerBinding::everyWidgetClass()
+{
+    QFETCH(QString, className);
+    NORVOInterface_Z3::initialization()->setDefaultWidgetFont(QFont(QStringLiteral("Serif"), 17));
+    std::unique_ptr<QWidget> widget(WidgetFactory::create(className, nullptr));
+    QVERIFY(widget);
+    QCOMPARE(widget->font().pointSize(), 17); // the panel's font, from the constructor on
 }
 
 QTEST_MAIN(TestControllerBinding)

@@ -4,6 +4,7 @@
 #include "norvointerface_z3.h"
 
 #include <QLineEdit>
+#include <QMenu>
 #include <QtTest>
 
 #include <climits>
@@ -177,38 +178,23 @@ private slots:
         QCOMPARE(int(panel.app.registrations().size()), int(expected.size()));
     }
 
+    // The keep actions, and every way a press ends: momentaryPressEnds.
     void pressAndRelease_data()
     {
         QTest::addColumn<int>("action");
         QTest::addColumn<bool>("bitBefore"); // the write bit's value when pressed
-        QTest::addColumn<bool>("dragOut");   // leave the button before releasing
-        QTest::addColumn<QList<QVariantList>>("onPress");
-        QTest::addColumn<QList<QVariantList>>("onRelease");
-        // setBit(channel 1, User, 100, 5, value, link 3).
-        auto write = [](bool value) { return QVariantList{1, 7, 100, 5, value, 3}; };
-        using Writes = QList<QVariantList>;
-        QTest::newRow("SetOn") << int(BitButton::SetOn) << false << false << Writes{write(true)} << Writes{};
-        QTest::newRow("SetOff") << int(BitButton::SetOff) << true << false << Writes{write(false)} << Writes{};
-        QTest::newRow("KeepOn") << int(BitButton::KeepOn) << false << false << Writes{write(true)}
-                                << Writes{write(false)};
-        QTest::newRow("KeepOff") << int(BitButton::KeepOff) << true << false << Writes{write(false)}
-                                 << Writes{write(true)};
-        QTest::newRow("KeepOn dragged out") << int(BitButton::KeepOn) << false << true << Writes{write(true)}
-                                            << Writes{write(false)};
-        QTest::newRow("SetOn dragged out") << int(BitButton::SetOn) << false << true << Writes{write(true)}
-                                           << Writes{};
-        QTest::newRow("Invert of 0") << int(BitButton::Invert) << false << false << Writes{write(true)} << Writes{};
-        QTest::newRow("Invert of 1") << int(BitButton::Invert) << true << false << Writes{write(false)} << Writes{};
-        QTest::newRow("action 7 ignored: stays SetOn") << 7 << false << false << Writes{write(true)} << Writes{};
+        QTest::addColumn<bool>("written");   // by the press, to bit 5 of user word 100 on channel 1, link 3
+        QTest::newRow("SetOff") << int(BitButton::SetOff) << true << false;
+        QTest::newRow("Invert of 0") << int(BitButton::Invert) << false << true;
+        QTest::newRow("Invert of 1") << int(BitButton::Invert) << true << false;
+        QTest::newRow("action 7 ignored: stays SetOn") << 7 << false << true;
     }
 
     void pressAndRelease()
     {
         QFETCH(int, action);
         QFETCH(bool, bitBefore);
-        QFETCH(bool, dragOut);
-        QFETCH(QList<QVariantList>, onPress);
-        QFETCH(QList<QVariantList>, onRelease);
+        QFETCH(bool, written);
         Panel panel;
         BitButton *b = panel.button;
         writeUserBit100_5(b, action);
@@ -219,25 +205,15 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(&panel.form));
         panel.app.clearCalls();
         QTest::mousePress(b, Qt::LeftButton, {}, QPoint(50, 15));
-        QCOMPARE(argumentsOf(panel.app.callsNamed("setBit")), onPress);
+        QCOMPARE(argumentsOf(panel.app.callsNamed("setBit")), (QList<QVariantList>{{1, 7, 100, 5, written, 3}}));
         if (action == BitButton::Invert) {
             QCOMPARE(panel.app.callNames(), QStringList({"getBit", "setBit"}));
             QCOMPARE(panel.app.calls().first().args, QVariantList({1, 7, 100, 5, 3}));
         }
         QCOMPARE(b->state(), BitButton::Off); // the write is not shown until the monitor bit comes back
         panel.app.clearCalls();
-        if (dragOut) {
-            QSignalSpy released(b, &AbstractButton::released);
-            dragTo(b, QPoint(150, 15));
-            QCOMPARE(released.count(), 1);
-            QCOMPARE(argumentsOf(panel.app.callsNamed("setBit")), onRelease);
-            QTest::mouseRelease(b, Qt::LeftButton, {}, QPoint(150, 15));
-            QCOMPARE(released.count(), 1);
-        } else {
-            QTest::mouseRelease(b, Qt::LeftButton, {}, QPoint(50, 15));
-        }
-        QCOMPARE(argumentsOf(panel.app.callsNamed("setBit")), onRelease);
-        QVERIFY(panel.app.callsNamed("getBit").isEmpty());
+        QTest::mouseRelease(b, Qt::LeftButton, {}, QPoint(50, 15));
+        QCOMPARE(panel.app.callNames(), QStringList());
     }
 
     void channelOfWrites_data()
@@ -314,10 +290,17 @@ private slots:
         QTest::addColumn<int>("action");
         QTest::addColumn<QString>("end");
         for (const char *end : {"release", "drag out", "enabled bit 0", "authority refused", "visible bit hides",
-                                "form hidden", "modal dialog", "window deactivated", "focus lost", "destroyed"})
+                                "form hidden", "modal dialog", "window deactivated", "focus lost", "destroyed",
+                                "released outside", "key moved away", "key shrunk", "popup takes the release",
+                                "another widget grabs the mouse", "Escape"})
             QTest::newRow(end) << int(BitButton::KeepOn) << QString::fromLatin1(end);
         QTest::newRow("KeepOff, enabled bit 0") << int(BitButton::KeepOff) << "enabled bit 0";
         QTest::newRow("KeepOff, destroyed") << int(BitButton::KeepOff) << "destroyed";
+        QTest::newRow("KeepOff, released outside") << int(BitButton::KeepOff) << "released outside";
+        // These write on the press only, however it ends.
+        QTest::newRow("SetOn, release") << int(BitButton::SetOn) << "release";
+        QTest::newRow("SetOn, released outside") << int(BitButton::SetOn) << "released outside";
+        QTest::newRow("Invert, disabled") << int(BitButton::Invert) << "enabled bit 0";
     }
 
     // Whatever ends a held momentary press, the release value is written exactly once, to the bit and
@@ -337,10 +320,12 @@ private slots:
         panel.form.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&panel.form));
         panel.app.clearCalls();
-        const bool on = action == BitButton::KeepOn;
+        const bool on = action != BitButton::KeepOff; // Invert of the bit at 0 writes 1
+        const bool keep = action == BitButton::KeepOn || action == BitButton::KeepOff;
         const QVariantList press{1, 7, 100, 5, on, 3};
-        const QVariantList release{1, 7, 100, 5, !on, 3};
-        if (end == "focus lost") {
+        const QList<QVariantList> writes = keep ? QList<QVariantList>{press, {1, 7, 100, 5, !on, 3}}
+                                                : QList<QVariantList>{press};
+        if (end == "focus lost" || end == "Escape") {
             b->setFocusPolicy(Qt::StrongFocus);
             b->setFocus();
             QTest::keyPress(b, Qt::Key_Space);
@@ -354,8 +339,24 @@ private slots:
         other.show();
         QDialog modal(&panel.form);
         QWidget otherWindow;
+        QMenu popup;
         if (end == "release") {
             QTest::mouseRelease(b, Qt::LeftButton, {}, QPoint(50, 15));
+        } else if (end == "released outside") {
+            QTest::mouseRelease(b, Qt::LeftButton, {}, QPoint(150, 15));
+        } else if (end == "key moved away" || end == "key shrunk") {
+            end == "key shrunk" ? b->resize(20, 10) : b->move(120, 0);
+            QTest::mouseRelease(b, Qt::LeftButton, {}, b->mapFromParent(QPoint(50, 15)));
+        } else if (end == "popup takes the release") {
+            popup.addAction(QStringLiteral("Menu"));
+            popup.popup(b->mapToGlobal(QPoint(50, 15)));
+            QTest::mouseRelease(&popup, Qt::LeftButton, {}, QPoint(2, 2));
+        } else if (end == "another widget grabs the mouse") {
+            other.grabMouse();
+            QTest::mouseRelease(&other, Qt::LeftButton, {}, QPoint(5, 5));
+            other.releaseMouse();
+        } else if (end == "Escape") {
+            QTest::keyPress(b, Qt::Key_Escape);
         } else if (end == "drag out") {
             dragTo(b, QPoint(150, 15));
         } else if (end == "enabled bit 0") {
@@ -380,7 +381,7 @@ private slots:
             delete b;
             b = nullptr;
         }
-        QCOMPARE(argumentsOf(panel.app.callsNamed("setBit")), (QList<QVariantList>{press, release}));
+        QCOMPARE(argumentsOf(panel.app.callsNamed("setBit")), writes);
 
         // What comes after the end writes nothing more.
         if (b) {
@@ -390,7 +391,7 @@ private slots:
             QTest::mouseRelease(b, Qt::LeftButton, {}, QPoint(50, 15));
             QTest::keyRelease(b, Qt::Key_Space);
         }
-        QCOMPARE(panel.app.callsNamed("setBit").size(), 2);
+        QCOMPARE(panel.app.callsNamed("setBit").size(), writes.size());
     }
 
     void visibleBit()
@@ -405,52 +406,6 @@ private slots:
                 QCOMPARE(panel.button->isHidden(), (v == 1) != onVisible);
             }
         }
-    }
-
-    void enabling_data()
-    {
-        QTest::addColumn<int>("authority");
-        QTest::addColumn<QStringList>("steps"); // "operator N", "bit V", "slot B", "authority N"
-        QTest::addColumn<bool>("widgetEnabled");
-        QTest::addColumn<bool>("request");
-        QTest::newRow("authority 0, operator 5") << 0 << QStringList{"operator 5"} << true << true;
-        QTest::newRow("authority 3, operator 4") << 3 << QStringList{"operator 4"} << false << true;
-        QTest::newRow("authority 7, operator 5") << 7 << QStringList{"operator 5"} << true << true;
-        QTest::newRow("enabled bit 0") << 0 << QStringList{"bit 0"} << false << false;
-        QTest::newRow("slot after bit 0 wins") << 0 << QStringList{"bit 0", "slot 1"} << true << true;
-        QTest::newRow("refused authority outweighs the request")
-            << 3 << QStringList{"operator 4", "slot 1", "bit 1"} << false << true;
-        QTest::newRow("new authority waits for the next update")
-            << 3 << QStringList{"operator 5", "authority 7"} << false << true;
-        QTest::newRow("new authority applied at the next update")
-            << 3 << QStringList{"operator 5", "authority 7", "operator 5"} << true << true;
-    }
-
-    void enabling()
-    {
-        QFETCH(int, authority);
-        QFETCH(QStringList, steps);
-        QFETCH(bool, widgetEnabled);
-        QFETCH(bool, request);
-        Panel panel;
-        BitButton *b = panel.button;
-        b->SetEnabledBitType(BitButton::C_BIT);
-        b->setOperationalAuthority(authority);
-        panel.attach();
-        for (const QString &step : steps) {
-            const QStringList f = step.split(QLatin1Char(' '));
-            const int v = f.at(1).toInt();
-            if (f.at(0) == "operator")
-                b->updateAuthority(v);
-            else if (f.at(0) == "bit")
-                QCOMPARE(panel.app.deliver(b, 1, v), 1);
-            else if (f.at(0) == "slot")
-                b->setEnabled(v != 0);
-            else
-                b->setOperationalAuthority(v);
-        }
-        QCOMPARE(b->QWidget::isEnabled(), widgetEnabled);
-        QCOMPARE(b->property("enabled").toBool(), request);
     }
 
     void resetReadAddress_data()

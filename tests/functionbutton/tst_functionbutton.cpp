@@ -148,28 +148,25 @@ private slots:
     {
         QTest::addColumn<int>("action");
         QTest::addColumn<bool>("bitBefore"); // the write bit's value when pressed
-        QTest::addColumn<bool>("dragOut");   // leave the button before releasing
         QTest::addColumn<QList<QVariantList>>("onPress");
         QTest::addColumn<bool>("chnNoVar"); // stored for the application only
         // setBit(channel 1, User, 100, 5, value, link 3).
         auto write = [](bool value) { return QVariantList{1, 7, 100, 5, value, 3}; };
         using Writes = QList<QVariantList>;
-        QTest::newRow("SetOn") << int(FunctionButton::SetOn) << false << false << Writes{write(true)} << false;
-        QTest::newRow("KeepOn") << int(FunctionButton::KeepOn) << false << false << Writes{write(true)} << false;
-        QTest::newRow("KeepOff") << int(FunctionButton::KeepOff) << true << false << Writes{write(false)} << false;
-        QTest::newRow("KeepOn dragged out") << int(FunctionButton::KeepOn) << false << true << Writes{write(true)} << false;
-        QTest::newRow("Invert of 0") << int(FunctionButton::Invert) << false << false << Writes{write(true)} << false;
-        QTest::newRow("Invert of 1") << int(FunctionButton::Invert) << true << false << Writes{write(false)} << false;
-        QTest::newRow("SetOn, current channel not used") << int(FunctionButton::SetOn) << false << false
-                                                         << Writes{write(true)} << true;
-        QTest::newRow("action 5 ignored: stays SetOn") << 5 << false << false << Writes{write(true)} << false;
+        QTest::newRow("SetOn") << int(FunctionButton::SetOn) << false << Writes{write(true)} << false;
+        QTest::newRow("KeepOn") << int(FunctionButton::KeepOn) << false << Writes{write(true)} << false;
+        QTest::newRow("KeepOff") << int(FunctionButton::KeepOff) << true << Writes{write(false)} << false;
+        QTest::newRow("Invert of 0") << int(FunctionButton::Invert) << false << Writes{write(true)} << false;
+        QTest::newRow("Invert of 1") << int(FunctionButton::Invert) << true << Writes{write(false)} << false;
+        QTest::newRow("SetOn, current channel not used") << int(FunctionButton::SetOn) << false << Writes{write(true)}
+                                                         << true;
+        QTest::newRow("action 5 ignored: stays SetOn") << 5 << false << Writes{write(true)} << false;
     }
 
     void press()
     {
         QFETCH(int, action);
         QFETCH(bool, bitBefore);
-        QFETCH(bool, dragOut);
         QFETCH(QList<QVariantList>, onPress);
         QFETCH(bool, chnNoVar);
         Panel panel;
@@ -192,15 +189,10 @@ private slots:
             QCOMPARE(panel.app.callNames(), QStringList({"getBit", "setBit"}));
             QCOMPARE(panel.app.calls().first().args, QVariantList({1, 7, 100, 5, 3}));
         }
-        // A release writes nothing, also when the press ends outside the button.
+        // A release writes nothing.
         panel.app.clearCalls();
         QSignalSpy released(b, &AbstractButton::released);
-        if (dragOut) {
-            dragTo(b, QPoint(150, 15));
-            QTest::mouseRelease(b, Qt::LeftButton, {}, QPoint(150, 15));
-        } else {
-            QTest::mouseRelease(b, Qt::LeftButton, {}, QPoint(50, 15));
-        }
+        QTest::mouseRelease(b, Qt::LeftButton, {}, QPoint(50, 15));
         QCOMPARE(released.count(), 1);
         QCOMPARE(panel.app.callNames(), QStringList());
     }
@@ -217,50 +209,6 @@ private slots:
                 QCOMPARE(panel.button->isHidden(), (v == 1) != onVisible);
             }
         }
-    }
-
-    void enabling_data()
-    {
-        QTest::addColumn<int>("authority");
-        QTest::addColumn<QStringList>("steps"); // "operator N", "bit V", "slot B", "authority N"
-        QTest::addColumn<bool>("widgetEnabled");
-        QTest::addColumn<bool>("request");
-        QTest::newRow("authority 0, operator 5") << 0 << QStringList{"operator 5"} << true << true;
-        QTest::newRow("authority 3, operator 4") << 3 << QStringList{"operator 4"} << false << true;
-        QTest::newRow("authority 7, operator 5") << 7 << QStringList{"operator 5"} << true << true;
-        QTest::newRow("enable bit 0") << 0 << QStringList{"bit 0"} << false << false;
-        QTest::newRow("refused authority outweighs the request")
-            << 3 << QStringList{"operator 5", "slot 1", "bit 1"} << false << true;
-        QTest::newRow("granted but bit 0") << 7 << QStringList{"bit 0", "operator 5"} << false << false;
-        QTest::newRow("new authority waits for the next update")
-            << 3 << QStringList{"operator 5", "authority 0"} << false << true;
-    }
-
-    void enabling()
-    {
-        QFETCH(int, authority);
-        QFETCH(QStringList, steps);
-        QFETCH(bool, widgetEnabled);
-        QFETCH(bool, request);
-        Panel panel;
-        ProbeButton *b = panel.button;
-        b->SetEnabledBitType(FunctionButton::C_BIT);
-        b->setOperationalAuthority(authority);
-        panel.attach();
-        for (const QString &step : steps) {
-            const QStringList f = step.split(QLatin1Char(' '));
-            const int v = f.at(1).toInt();
-            if (f.at(0) == "operator")
-                b->updateAuthority(v);
-            else if (f.at(0) == "bit")
-                QCOMPARE(panel.app.deliver(b, 0, v), 1);
-            else if (f.at(0) == "slot")
-                b->setEnabled(v != 0);
-            else
-                b->setOperationalAuthority(v);
-        }
-        QCOMPARE(b->QWidget::isEnabled(), widgetEnabled);
-        QCOMPARE(b->property("enabled").toBool(), request);
     }
 
     void colours_data()

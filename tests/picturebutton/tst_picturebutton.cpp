@@ -63,6 +63,7 @@ private Q_SLOTS:
         QTest::newRow("abc keeps a") << "abc" << "a" << 0x41 << "a";
         QTest::newRow("digit") << "7" << "7" << int(Qt::Key_7) << "7";
         QTest::newRow("point") << "." << "." << int(Qt::Key_Period) << ".";
+        QTest::newRow("e acute: Latin-1 code of its capital") << "é" << "é" << 0xC9 << "é";
         QTest::newRow("PageDown") << "PageDown" << "PageDown" << int(Qt::Key_PageDown) << "";
         QTest::newRow("Space") << "Space" << "Space" << 0x20 << " ";
         QTest::newRow("F12") << "F12" << "F12" << int(Qt::Key_F12) << "";
