@@ -339,14 +339,14 @@ private Q_SLOTS:
         struct Counting : QStyledItemDelegate {
             mutable int hints = 0;
             QSize sizeHint(const QStyleOptionViewItem &o, const QModelIndex &i) const override { return ++hints, QStyledItemDelegate::sizeHint(o, i); }
-        } *counting = new Counting;
+        } counting; // outlives the table
         const int rows = 3000;
         Panel p(rows, 2, contents(rows, 2, [](int r, int c) { return c == 0 ? QStringLiteral("1@0@%1@8@0@0@9").arg(r) : QString(); },
                                   [](QTableWidgetItem *item, int r, int) { item->setText(r == 1 ? "two\nlines" : "one"); }));
-        p.table->setItemDelegate(counting);
+        p.table->setItemDelegate(&counting);
         p.table->setVerticalHeaderResizeMode(TableWidget::ResizeToContents);
         p.show();
-        QVERIFY(counting->hints < rows);
+        QVERIFY(counting.hints < rows);
         QVERIFY(p.table->rowHeight(1) > p.table->rowHeight(0));
         p.table->item(2, 1)->setText(QStringLiteral("now\ntwo"));
         QCOMPARE(p.table->rowHeight(2), p.table->rowHeight(1));
