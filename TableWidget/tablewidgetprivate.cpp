@@ -139,7 +139,7 @@ void TableWidget::Private::applyColumnVisibility()
 
 bool TableWidget::Private::setColumnShown(int column, bool shown)
 {
-    if (q->isColumnHidden(column) != shown)
+    if (q->isColumnHidden(column) == !shown)
         return false;
     q->setColumnHidden(column, !shown);
     if (shown)
