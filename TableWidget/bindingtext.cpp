@@ -1,7 +1,5 @@
 #include "bindingtext.h"
 
-#include <algorithm>
-
 namespace {
 constexpr int MinFields = 6;
 constexpr int LongFormFields = 10;
@@ -26,10 +24,9 @@ BindingText BindingText::parse(const QString &text)
     b.fields = text.split(QLatin1Char('@'));
     if (text.isEmpty() || b.fields.size() < MinFields)
         return b;
-    // A channel below 1 is taken as the first one: registrations never carry a negative channel.
     if (b.fields.first() == QLatin1String("bit")) {
         b.kind = Bit;
-        b.channel = std::max(0, b.field(1) - 1);
+        b.channel = channelIndex(b.field(1));
         b.bitType = b.field(2);
         b.address = b.field(3);
         b.bitIndex = b.field(4);
@@ -38,7 +35,7 @@ BindingText BindingText::parse(const QString &text)
         return b;
     }
     b.kind = Value;
-    b.channel = std::max(0, b.field(0) - 1);
+    b.channel = channelIndex(b.field(0));
     b.dataClass = b.field(1);
     b.address = b.field(2);
     b.width = b.field(3);

@@ -33,6 +33,8 @@ struct HMIWIDGETS_EXPORT BindingText
     int extra = 0; // field 10 when present
 
     static BindingText parse(const QString &text);
+    // The 0-based channel of a 1-based channel field: a channel below 1 is the first one.
+    static int channelIndex(int field) { return field > 1 ? field - 1 : 0; }
     // The number base of a radix index: 0 -> 10, 1 -> 16, 2 -> 8, 3 -> 2.
     static int radixOfIndex(int index);
     int field(int index) const;

@@ -54,7 +54,7 @@ BitView::Result BitView::show(int channel, int bitType, int startAddress, int bi
     m_table->verticalHeader()->show();
     m_table->verticalHeader()->setMinimumWidth(65);
     m_table->horizontalHeader()->setDefaultSectionSize(40);
-    m_channel = std::max(0, channel - 1);
+    m_channel = channel > 1 ? channel - 1 : 0;
     m_bitType = bitType;
     m_start = startAddress;
     m_count = int(count);

@@ -7,6 +7,16 @@
 #include <QIODevice>
 
 #include <algorithm>
+#include <limits>
+
+namespace {
+constexpr qint32 LastCell = std::numeric_limits<qint32>::max() - 1;
+
+qint32 lastOf(int first, int span)
+{
+    return qint32(std::clamp<qint64>(qint64(first) + span - 1, 0, LastCell));
+}
+} // namespace
 
 bool CellSpans::decode(const QByteArray &hexText, QList<Span> *spans)
 {
@@ -28,6 +38,9 @@ bool CellSpans::decode(const QByteArray &hexText, QList<Span> *spans)
         in >> left >> top >> right >> bottom;
         if (in.status() != QDataStream::Ok)
             break;
+        // The cell after a span keeps a number: a span reaching the largest one ends a cell short.
+        right = std::min(right, LastCell);
+        bottom = std::min(bottom, LastCell);
         // Rows in left/right, columns in top/bottom: the rectangle's own axes are not the table's.
         if (left < 0 || top < 0 || right < left || bottom < top)
             break;
@@ -43,6 +56,6 @@ QByteArray CellSpans::encode(const QList<Span> &spans)
     StoredStream::prepare(out);
     out << qint32(spans.size());
     for (const Span &s : spans)
-        out << qint32(s.row) << qint32(s.column) << qint32(s.row + s.rowSpan - 1) << qint32(s.column + s.columnSpan - 1);
+        out << qint32(s.row) << qint32(s.column) << lastOf(s.row, s.rowSpan) << lastOf(s.column, s.columnSpan);
     return bytes.toHex();
 }

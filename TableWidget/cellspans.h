@@ -26,7 +26,8 @@ public:
     static constexpr int MaxSpans = 100000;
 
     // The spans that could be read: reading stops at the end of the stream or at the first rectangle
-    // that is not a span (ends before it starts). False when the text is not hex or has no count.
+    // that is not a span (ends before it starts). A rectangle reaching the largest number ends one
+    // short of it, so first + span never overflows. False when the text is not hex or has no count.
     static bool decode(const QByteArray &hexText, QList<Span> *spans);
     static QByteArray encode(const QList<Span> &spans);
 };

@@ -4,8 +4,6 @@
 
 #include <QTableWidgetItem>
 
-#include <algorithm>
-
 namespace {
 constexpr int LongFormFields = 10;
 } // namespace
@@ -43,7 +41,7 @@ CurrentCell CurrentCell::of(const QTableWidgetItem *item, int mode)
     if (b.fields.first() == QLatin1String("bit")) {
         c.isBit = true;
         if (count > 5) {
-            c.channel = std::max(0, b.field(1) - 1);
+            c.channel = BindingText::channelIndex(b.field(1));
             c.bitType = b.field(2);
             c.address = b.field(3);
             c.bitIndex = b.field(4);
@@ -58,7 +56,7 @@ CurrentCell CurrentCell::of(const QTableWidgetItem *item, int mode)
     }
     c.isValue = true;
     if (count > 4) {
-        c.channel = std::max(0, b.field(0) - 1);
+        c.channel = BindingText::channelIndex(b.field(0));
         c.dataClass = b.field(1);
         c.address = b.field(2);
         c.decimals = b.field(4);

@@ -31,9 +31,9 @@ std::optional<JumpSearch::Cell> JumpSearch::search(int method, const QString &pa
     std::optional<Cell> found;
     switch (method) {
     case JumpPattern::Row: {
-        const int row = pattern.toInt() - 1;
+        const qint64 row = qint64(pattern.toInt()) - 1;
         if (row >= 0 && row < rows)
-            found = Cell(row, currentColumn);
+            found = Cell(int(row), currentColumn);
         break;
     }
     case JumpPattern::Number: {

@@ -2,6 +2,7 @@
 #define KEYPADSETTINGS_H
 
 #include "hmiwidgets_export.h"
+#include "keypadplacement.h"
 #include "nkeypadstruct.h"
 
 #include <QRect>
@@ -22,10 +23,13 @@ public:
     int position() const { return m_position; }
     void setPosition(int position);
     QRect geometry() const { return m_geometry; }
-    void setGeometry(const QRect &rect);
+    // A rectangle outside screen coordinates (KeypadPlacement::MaxCoordinate) is clamped into them;
+    // false then.
+    bool setGeometry(const QRect &rect);
 
     const NKeyPadStruct &record() const { return m_record; }
-    void setRecord(const NKeyPadStruct &record);
+    // The same for the record's rectangle, and a position outside Auto ... Custom becomes Auto.
+    bool setRecord(const NKeyPadStruct &record);
 
 private:
     bool m_softKeypad = false;

@@ -12,6 +12,7 @@
 #include <QHeaderView>
 #include <QLocale>
 
+#include <algorithm>
 #include <limits>
 
 using norvo_v0::QeltApp;
@@ -60,13 +61,28 @@ void TableEditor::currentChanged(QTableWidgetItem *current, QTableWidgetItem *pr
 {
     m_record.bound = m_record.isValue = m_record.isBit = false;
     if (previous && previous->tableWidget() == m_table)
-        m_table->setRowHeight(previous->row(), m_table->rowsHeight());
+        restRow(previous->row());
     if (!current)
         return;
-    const int row = current->row();
-    if (m_table->resizeToContents() && m_table->verticalHeader()->sectionSizeHint(row) > m_table->rowsHeight())
-        m_table->resizeRowToContents(row);
+    if (m_table->resizeToContents())
+        growRow(current->row());
     rebuild(current);
+}
+
+void TableEditor::growRow(int row) const
+{
+    // The cells count, not only the header's label: two lines of text or a large font.
+    const QAbstractItemView *view = m_table;
+    if (std::max(view->sizeHintForRow(row), m_table->verticalHeader()->sectionSizeHint(row)) > m_table->rowsHeight())
+        m_table->resizeRowToContents(row);
+}
+
+void TableEditor::restRow(int row) const
+{
+    if (m_table->verticalHeaderResizeMode() == TableWidget::ResizeToContents)
+        m_table->resizeRowToContents(row);
+    else
+        m_table->setRowHeight(row, m_table->rowsHeight());
 }
 
 void TableEditor::refreshRecord()

@@ -38,6 +38,10 @@ public:
     InputWidget *inputWidget() const { return m_input; }
 
     void currentChanged(QTableWidgetItem *current, QTableWidgetItem *previous);
+    // The current row grows to its cells' contents when they are taller than the row height; a
+    // row left goes back to the row height (to its contents where every row fits them).
+    void growRow(int row) const;
+    void restRow(int row) const;
     // The binding text of the current cell may have changed under it (new contents, an update).
     void refreshRecord();
     void writeData(QTableWidgetItem *item);

@@ -62,13 +62,13 @@ QString TableFiles::cellOutput(const QString &text, const QString &binding, Qelt
     if (isTextCell(b.fields, binding) || !app)
         return text;
     if (isValueCell(b.fields)) {
-        const int raw = app->getData(std::max(0, b.field(0) - 1), QeltApp::DataClass(b.field(1)), b.field(2), linkOf(b));
+        const int raw = app->getData(BindingText::channelIndex(b.field(0)), QeltApp::DataClass(b.field(1)), b.field(2), linkOf(b));
         // In double precision, so that every 32-bit value comes back from the file as it was.
         const int decimals = b.field(4);
         return valueText(raw * std::pow(0.1, std::clamp(decimals, 0, 16)), b.field(3), decimals);
     }
     if (isBitCell(b.fields)) {
-        const bool on = app->getBit(std::max(0, b.field(1) - 1), b.field(2), b.field(3), b.field(4), b.field(5));
+        const bool on = app->getBit(BindingText::channelIndex(b.field(1)), b.field(2), b.field(3), b.field(4), b.field(5));
         return on ? QStringLiteral("1") : QStringLiteral("0");
     }
     return text;
@@ -135,7 +135,7 @@ int TableFiles::load(QIODevice *file, QeltApp *app, const QString &fileName) con
                              qPrintable(binding));
                 continue;
             }
-            app->setData(std::max(0, b.field(0) - 1), QeltApp::DataClass(b.field(1)), b.field(2), *value, linkOf(b));
+            app->setData(BindingText::channelIndex(b.field(0)), QeltApp::DataClass(b.field(1)), b.field(2), *value, linkOf(b));
         }
     }
     if (lines.cutLines() > 0)

@@ -12,6 +12,7 @@ TableRowLoader::TableRowLoader(QTableWidget *table)
 bool TableRowLoader::load(const QByteArray &hexText)
 {
     m_loaded.clear();
+    m_skipped.clear();
     m_loadedCount = 0;
     m_whole = false;
     m_warned = false;
@@ -41,12 +42,46 @@ void TableRowLoader::cover(int first, int last)
         from = first - screen;
         to = last + 2 * screen;
     }
-    loadRows(from == 1 ? 0 : from, to, nullptr);
+    loadRows(from == 1 ? 0 : from, to, nullptr, false);
+}
+
+void TableRowLoader::makeCell(int row, int column)
+{
+    if (!isLoaded(row))
+        loadRows(row, row, nullptr, false);
+    // Searches, files and jumps reach the cells of a hidden column too.
+    if (!isLoaded(row) || !isSkipped(column) || m_table->item(row, column))
+        return;
+    QList<TableContents::Roles> cells;
+    if (m_contents.readRow(row, std::min(m_table->columnCount(), m_contents.columnCount()), &cells))
+        placeSkipped(row, cells, column);
 }
 
 void TableRowLoader::loadAll(Prepare prepare)
 {
-    loadRows(0, m_table->rowCount() - 1, prepare);
+    loadRows(0, m_table->rowCount() - 1, prepare, true);
+}
+
+void TableRowLoader::columnShown(int column)
+{
+    if (!isSkipped(column))
+        return;
+    m_skipped[size_t(column)] = false;
+    const int columns = std::min(m_table->columnCount(), m_contents.columnCount());
+    QList<TableContents::Roles> cells;
+    for (int r = 0; r < int(m_loaded.size()); ++r) {
+        if (m_loaded[size_t(r)] && !m_table->item(r, column) && m_contents.readRow(r, columns, &cells)
+            && column < cells.size())
+            placeItem(r, column, cells.at(column), nullptr);
+    }
+}
+
+void TableRowLoader::placeSkipped(int row, const QList<TableContents::Roles> &cells, int onlyColumn)
+{
+    for (int c = 0; c < cells.size(); ++c) {
+        if (isSkipped(c) && (onlyColumn < 0 || c == onlyColumn) && !m_table->item(row, c))
+            placeItem(row, c, cells.at(c), nullptr);
+    }
 }
 
 void TableRowLoader::rowInserted(int row)
@@ -61,17 +96,25 @@ void TableRowLoader::rowInserted(int row)
     if (row >= 0 && size_t(row) <= m_loaded.size())
         m_loaded.insert(m_loaded.begin() + row, true);
     const int rows = m_table->rowCount();
+    const bool skipped = std::find(m_skipped.cbegin(), m_skipped.cend(), true) != m_skipped.cend();
     for (int r = 0; r < rows; ++r) {
         const int stored = r < row ? r : r - 1;
-        if (r != row && !isLoaded(r) && stored < m_contents.rowCount()) {
-            QList<TableContents::Roles> cells;
-            if (m_contents.readRow(stored, m_table->columnCount(), &cells)) {
-                for (int c = 0; c < cells.size(); ++c)
-                    placeItem(r, c, cells.at(c), nullptr);
-            }
+        const bool made = isLoaded(r);
+        if (r == row || (made && !skipped) || stored >= m_contents.rowCount())
+            continue;
+        QList<TableContents::Roles> cells;
+        if (!m_contents.readRow(stored, m_table->columnCount(), &cells))
+            continue;
+        if (made) {
+            placeSkipped(r, cells);
+            continue;
         }
+        for (int c = 0; c < cells.size(); ++c)
+            placeItem(r, c, cells.at(c), nullptr);
     }
-    // Every row is made now, also those inserted later: a file of many lines inserts row after row.
+    // Every row is made now, in every column, also rows inserted later: a file of many lines
+    // inserts row after row.
+    m_skipped.clear();
     m_loaded.clear();
     m_loaded.shrink_to_fit();
     m_whole = true;
@@ -82,7 +125,7 @@ bool TableRowLoader::storedTexts(int row, int column, QString *text, QString *bi
 {
     text->clear();
     binding->clear();
-    if (isLoaded(row) || row < 0 || row >= std::min(m_table->rowCount(), m_contents.rowCount()))
+    if ((isLoaded(row) && !isSkipped(column)) || row < 0 || row >= std::min(m_table->rowCount(), m_contents.rowCount()))
         return false;
     if (row != m_storedRow) {
         m_storedCells.clear();
@@ -102,7 +145,7 @@ bool TableRowLoader::storedTexts(int row, int column, QString *text, QString *bi
     return true;
 }
 
-void TableRowLoader::loadRows(int first, int last, Prepare prepare)
+void TableRowLoader::loadRows(int first, int last, Prepare prepare, bool hiddenToo)
 {
     if (m_whole)
         return;
@@ -127,8 +170,14 @@ void TableRowLoader::loadRows(int first, int last, Prepare prepare)
             m_warned = true;
             break;
         }
-        for (int c = 0; c < cells.size(); ++c)
-            placeItem(r, c, cells.at(c), prepare);
+        for (int c = 0; c < cells.size(); ++c) {
+            if (hiddenToo || !m_table->isColumnHidden(c)) {
+                placeItem(r, c, cells.at(c), prepare);
+            } else if (!isSkipped(c)) {
+                m_skipped.resize(std::max(m_skipped.size(), size_t(c) + 1), false);
+                m_skipped[size_t(c)] = true;
+            }
+        }
         m_loaded[size_t(r)] = true;
         ++m_loadedCount;
     }

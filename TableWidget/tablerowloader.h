@@ -14,7 +14,8 @@ class QTableWidgetItem;
 // Makes the table's items from its stored contents, only for the rows asked for and each row once.
 // The first load covers the first screen and two more below it; later loads cover the rows on
 // screen with one screen of margin above and two below, wherever the table was scrolled to, so a
-// jump to the end of a long list costs what a step near its start costs.
+// jump to the end of a long list costs what a step near its start costs. Hidden columns are left
+// out of the rows made (except for Designer's whole load) until they are shown.
 class HMIWIDGETS_EXPORT TableRowLoader
 {
 public:
@@ -30,10 +31,13 @@ public:
 
     // Makes the items of the rows around first ... last (the rows on screen).
     void cover(int first, int last);
-    // Makes the items of one row (when not made yet).
-    void makeRow(int row) { loadRows(row, row, nullptr); }
-    // Makes every row's items, each passed to prepare.
+    // Makes the items of one row (when not made yet), and the cell of column there when it was
+    // left out while hidden.
+    void makeCell(int row, int column);
+    // Makes every row's items, also in hidden columns, each passed to prepare.
     void loadAll(Prepare prepare);
+    // A column shown again: the rows made while it was hidden get its items.
+    void columnShown(int column);
     // The display and binding texts a cell of a row not made yet has in the stored contents; false
     // (and empty texts) for a made row or a cell the contents do not hold. Searches and files read
     // the whole list this way without making its items.
@@ -43,12 +47,16 @@ public:
     void rowInserted(int row);
 
 private:
-    void loadRows(int first, int last, Prepare prepare);
+    void loadRows(int first, int last, Prepare prepare, bool hiddenToo);
     void placeItem(int row, int column, const TableContents::Roles &roles, Prepare prepare);
+    bool isSkipped(int column) const { return column >= 0 && size_t(column) < m_skipped.size() && m_skipped[size_t(column)]; }
+    // Places the missing items of the skipped columns of a made row from its stored cells.
+    void placeSkipped(int row, const QList<TableContents::Roles> &cells, int onlyColumn = -1);
 
     QTableWidget *const m_table;
     TableContents m_contents;
     std::vector<bool> m_loaded;
+    std::vector<bool> m_skipped; // columns left out of made rows while hidden
     int m_storedRow = -1; // the row whose cells are in m_storedCells
     QList<TableContents::Roles> m_storedCells;
     int m_loadedCount = 0;

@@ -15,6 +15,7 @@
 #include <QTextStream>
 
 #include <algorithm>
+#include <utility>
 
 HMI_REGISTER_WIDGET(TableWidget)
 
@@ -28,6 +29,12 @@ int channelIndex(int channel)
     const int count = NORVOInterface_Z3::initialization()->maxChannelCount();
     return std::clamp(channel > 1 ? channel - 1 : 0, 0, std::max(0, count - 1));
 }
+
+void warnOutOfRange(const QObject *table, const char *property, const char *kept)
+{
+    qWarning("%s \"%s\": property \"%s\" is out of range; the table keeps %s", table->metaObject()->className(),
+             qPrintable(table->objectName()), property, kept);
+}
 } // namespace
 
 TableWidget::TableWidget(QWidget *parent)
@@ -40,7 +47,11 @@ TableWidget::TableWidget(QWidget *parent)
     NORVOInterface_Z3::setWidgetDefaultFont(this);
     verticalHeader()->setDefaultSectionSize(DefaultRowHeight);
     setGridColor(QColor(216, 216, 216));
-    connect(model(), &QAbstractItemModel::dataChanged, this, [this] { d->itemsPlaced = true; });
+    connect(model(), &QAbstractItemModel::dataChanged, this, [this](const QModelIndex &from, const QModelIndex &to) {
+        d->itemsPlaced = true;
+        if (d->verticalMode == ResizeToContents)
+            d->fitRows(from.row(), to.row());
+    });
     connect(model(), &QAbstractItemModel::headerDataChanged, this, [this](Qt::Orientation o) {
         if (o == Qt::Vertical)
             d->itemsPlaced = true;
@@ -61,10 +72,14 @@ TableWidget::TableWidget(QWidget *parent)
 
 TableWidget::~TableWidget() = default;
 
-void TableWidget::setRowCount(int rows) { QTableWidget::setRowCount(rows); }
+void TableWidget::setRowCount(int rows)
+{
+    QTableWidget::setRowCount(d->boundedCount("rowCount", rows, rowCount(), MaxRows, columnCount()));
+}
 
 void TableWidget::setColumnCount(int columns)
 {
+    columns = d->boundedCount("columnCount", columns, columnCount(), MaxColumns, rowCount());
     const int rows = rowCount();
     // Qt widens a table that already has rows one row at a time, moving the cells of all later rows
     // each time: seconds for a long list. A form sets the row count first; while no item exists yet,
@@ -140,9 +155,14 @@ void TableWidget::setVerticalHeaderResizeMode(ResizeMode mode)
 {
     if (!assignEnum(this, "verticalHeaderResizeMode", d->verticalMode, mode))
         return;
-    verticalHeader()->setSectionResizeMode(QHeaderView::ResizeMode(mode));
+    // In its own ResizeToContents mode the header measures every row again whenever any cell
+    // changes: seconds for each item placed in a long list. The table fits the rows whose cells
+    // change instead, and the operator cannot drag them, as in that mode.
+    verticalHeader()->setSectionResizeMode(mode == ResizeToContents ? QHeaderView::Fixed : QHeaderView::ResizeMode(mode));
     if (mode == Interactive || mode == Fixed)
         verticalHeader()->setDefaultSectionSize(d->rowHeight);
+    else if (mode == ResizeToContents)
+        d->fitRows(0, rowCount() - 1);
 }
 
 bool TableWidget::verticalHeaderVisible() const { return !verticalHeader()->isHidden(); }
@@ -159,7 +179,9 @@ int TableWidget::rowsHeight() const { return d->rowHeight; }
 void TableWidget::setRowsHeight(int height)
 {
     d->rowCountAtHeight = rowCount();
-    if (height < MinRowHeight || height == d->rowHeight)
+    if (height > MaxRowHeight)
+        warnOutOfRange(this, "rowHeight", "its row height");
+    if (height < MinRowHeight || height > MaxRowHeight || height == d->rowHeight)
         return;
     d->rowHeight = height;
     // The default section size reaches every row without touching them one by one.
@@ -317,7 +339,11 @@ void TableWidget::setSoftKeypadPosition(KeypadPosition position)
 }
 
 QRect TableWidget::softKeypadGeometry() const { return d->editor.keypad().geometry(); }
-void TableWidget::setSoftKeypadGeometry(const QRect &rect) { d->editor.keypad().setGeometry(rect); }
+void TableWidget::setSoftKeypadGeometry(const QRect &rect)
+{
+    if (!d->editor.keypad().setGeometry(rect))
+        warnOutOfRange(this, "softKeypadGeometry", "it within screen coordinates");
+}
 
 NKeyPadStruct TableWidget::keyPad() const
 {
@@ -327,7 +353,9 @@ NKeyPadStruct TableWidget::keyPad() const
 
 void TableWidget::setKeyPad(const NKeyPadStruct &keyPad)
 {
-    d->editor.keypad().setRecord(keyPad);
+    if (!d->editor.keypad().setRecord(keyPad))
+        warnOutOfRange(this, "keyPad", "its rectangle within screen coordinates and a known position");
+    const NKeyPadStruct &kept = d->editor.keypad().record();
     QWidget *formWindow = DesignerHost::formWindowOf(this);
     DesignerHost *host = DesignerHost::instance();
     if (!formWindow || !host)
@@ -335,9 +363,9 @@ void TableWidget::setKeyPad(const NKeyPadStruct &keyPad)
     // Designer saves the record through these three and shows them in its property editor. They are
     // set through the property sheet, not as undo steps of their own: this runs inside the record's
     // own undoable change (and its undo and redo), which thereby carries them along.
-    host->setSheetProperty(this, QStringLiteral("softKeypad"), keyPad.enabled != 0);
-    host->setSheetProperty(this, QStringLiteral("softKeypadPosition"), QVariant::fromValue(KeypadPosition(keyPad.position)));
-    host->setSheetProperty(this, QStringLiteral("softKeypadGeometry"), keyPad.geometry());
+    host->setSheetProperty(this, QStringLiteral("softKeypad"), kept.enabled != 0);
+    host->setSheetProperty(this, QStringLiteral("softKeypadPosition"), QVariant::fromValue(KeypadPosition(kept.position)));
+    host->setSheetProperty(this, QStringLiteral("softKeypadGeometry"), kept.geometry());
     host->refreshEditors(formWindow);
 }
 
@@ -584,8 +612,8 @@ void TableWidget::setColumnHeaderLabel(int column, const QString &label)
 
 void TableWidget::setColumnHide(int column, bool hide)
 {
-    if (column >= 0 && column < columnCount())
-        setColumnHidden(column, hide);
+    if (column >= 0 && column < columnCount() && d->setColumnShown(column, !hide))
+        d->refreshVisibleRows();
 }
 
 void TableWidget::setColumnBackgroundColor(int column, const QString &color)
@@ -678,6 +706,15 @@ void TableWidget::setItemEditable(int row, int column, bool enable)
 
 void TableWidget::insertRow(int row)
 {
+    if (row < 0 || row > rowCount())
+        return;
+    if (rowCount() >= std::min(MaxRows, MaxCells / std::max(1, columnCount()))) {
+        // A file of many lines inserts row after row: said once.
+        if (!std::exchange(d->rowLimitWarned, true))
+            qWarning("%s \"%s\": no row is inserted past the %d a table holds", metaObject()->className(),
+                     qPrintable(objectName()), rowCount());
+        return;
+    }
     QTableWidget::insertRow(row);
     d->loader.rowInserted(row);
     for (int c = 0; c < columnCount(); ++c) {
@@ -695,10 +732,10 @@ void TableWidget::setResizeToContents(bool enable)
     const int row = currentRow();
     if (!currentItem() || row < 0)
         return;
-    if (!enable)
-        setRowHeight(row, d->rowHeight);
-    else if (verticalHeader()->sectionSizeHint(row) > d->rowHeight)
-        resizeRowToContents(row);
+    if (enable)
+        d->editor.growRow(row);
+    else
+        d->editor.restRow(row);
 }
 
 void TableWidget::itemChangedSlot(QTableWidgetItem *changed)
@@ -830,9 +867,12 @@ void TableWidget::showEvent(QShowEvent *event)
         if (!d->bitView.isActive() && !designer)
             d->texts.selectFirstSelectable();
     }
+    // Clipped to the table: a span past its end would make the view walk rows that do not exist.
     for (const CellSpans::Span &s : std::as_const(d->spans)) {
-        if (s.row + s.rowSpan <= rowCount() && s.column + s.columnSpan <= columnCount())
-            setSpan(s.row, s.column, s.rowSpan, s.columnSpan);
+        const int rows = std::min(s.rowSpan, rowCount() - s.row);
+        const int columns = std::min(s.columnSpan, columnCount() - s.column);
+        if (rows > 0 && columns > 0 && (rows > 1 || columns > 1))
+            setSpan(s.row, s.column, rows, columns);
     }
     if (d->rowHeight != DefaultRowHeight && d->rowCountAtHeight != rowCount())
         verticalHeader()->setDefaultSectionSize(d->rowHeight);

@@ -90,11 +90,17 @@ public:
 
     // Role of an item's flags in the stored contents.
     static constexpr int FlagsRole = 0x13370551;
+    // The largest table: a long parameter list, a few hundred columns, and a cell count whose slots
+    // (the view keeps one for every cell, made or not) stay within tens of megabytes. Larger row and
+    // column counts are clamped, negative ones ignored, with a warning naming the table.
+    static constexpr int MaxRows = 100000;
+    static constexpr int MaxColumns = 256;
+    static constexpr int MaxCells = 10000000;
 
     Q_INVOKABLE explicit TableWidget(QWidget *parent = nullptr);
     ~TableWidget() override;
 
-    // As the table's own, so forms and uic code reach the column count below.
+    // As the table's own, so forms and uic code reach the bounds above and the column count below.
     void setRowCount(int rows);
     void setColumnCount(int columns);
     QByteArray data() const;

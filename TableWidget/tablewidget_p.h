@@ -46,6 +46,8 @@
 namespace TableWidgetLimits {
 constexpr int DefaultRowHeight = 30;
 constexpr int MinRowHeight = 10;
+// Taller than any panel's screen; with the most rows the table's height stays far within an int.
+constexpr int MaxRowHeight = 2000;
 constexpr int MinScrollBarExtent = 16;
 constexpr int DefaultSearchIndex = -1001;
 constexpr int VisibleSearchIndex = -1002;
@@ -129,6 +131,7 @@ public:
     bool firstShowPending = true;
     bool dataLoaded = false;
     bool itemsPlaced = false; // an item was ever put into the table
+    bool rowLimitWarned = false;
 
     bool inDesigner() const { return DesignerHost::formWindowOf(q) != nullptr; }
     int firstVisibleRow() const { return std::max(0, q->rowAt(0)); }
@@ -138,9 +141,18 @@ public:
         return row < 0 ? q->rowCount() - 1 : row;
     }
 
+    // A row or column count within the table's bounds given the other count (across); a negative
+    // one keeps current. Warns when it is not the wanted one.
+    int boundedCount(const char *property, int wanted, int current, int most, int across) const;
+    // Rows first ... last that hold an item take their contents' height (vertical ResizeToContents).
+    void fitRows(int first, int last);
     void loadData();
     void registerTableVariables(norvo_v0::QeltApp *app);
+    // Hides and shows columns by the controller's words; the rows on screen are registered again
+    // when a column changed, as hidden columns are neither made nor registered.
     void applyColumnVisibility();
+    // True when the column changed; a column shown gets the items left out while it was hidden.
+    bool setColumnShown(int column, bool shown);
     void updateItemText() { texts.refresh(firstVisibleRow(), lastVisibleRow(), language.current()); }
     void indirectBit(int index, int value);
     QTableWidgetItem *itemAt(int row, int column);

@@ -8,13 +8,39 @@
 using norvo_v0::QeltApp;
 using namespace TableWidgetLimits;
 
+int TableWidget::Private::boundedCount(const char *property, int wanted, int current, int most, int across) const
+{
+    const int limit = std::min(most, MaxCells / std::max(1, across));
+    if (wanted >= 0 && wanted <= limit)
+        return wanted;
+    const int kept = wanted < 0 ? current : limit;
+    qWarning("%s \"%s\": property \"%s\" %d is outside 0 ... %d (at most %d rows, %d columns and %d cells); the "
+             "table has %d",
+             q->metaObject()->className(), qPrintable(q->objectName()), property, wanted, limit, MaxRows, MaxColumns,
+             MaxCells, kept);
+    return kept;
+}
+
 QTableWidgetItem *TableWidget::Private::madeItem(int row, int column)
 {
     if (row < 0 || column < 0 || row >= q->rowCount() || column >= q->columnCount())
         return nullptr;
-    if (!loader.isLoaded(row))
-        loader.makeRow(row);
+    loader.makeCell(row, column);
     return q->item(row, column);
+}
+
+void TableWidget::Private::fitRows(int first, int last)
+{
+    first = std::max(first, 0);
+    last = std::min(last, q->rowCount() - 1);
+    for (int r = first; r <= last; ++r) {
+        for (int c = 0; c < q->columnCount(); ++c) {
+            if (q->item(r, c)) {
+                q->resizeRowToContents(r);
+                break;
+            }
+        }
+    }
 }
 
 void TableWidget::Private::showFound()
@@ -40,8 +66,8 @@ void TableWidget::Private::loadData()
 {
     if (loader.isEmpty())
         return;
-    const int first = firstVisibleRow();
-    const int last = lastVisibleRow();
+    int first = firstVisibleRow();
+    int last = lastVisibleRow();
     if (inDesigner()) {
         // Designer edits and saves every item: they all exist there, none is registered.
         if (itemSync)
@@ -51,6 +77,12 @@ void TableWidget::Private::loadData()
             itemSync->setSuspended(false);
     } else {
         loader.cover(first, last);
+        // Rows fitted to their contents as they were made may bring more rows on screen.
+        for (int pass = 0; pass < 3 && verticalMode == ResizeToContents && lastVisibleRow() != last; ++pass) {
+            first = firstVisibleRow();
+            last = lastVisibleRow();
+            loader.cover(first, last);
+        }
     }
     // Parsed bindings are kept for the rows around the screen only, not for all rows ever shown.
     if (registrar.cacheSize() > 4 * (last - first + 2) * q->columnCount())
@@ -96,10 +128,23 @@ void TableWidget::Private::applyColumnVisibility()
     // before the operator ever touches a cell.
     if (inDesigner() || dataClass == None)
         return;
+    bool changed = false;
     for (int c = 0; c < q->columnCount(); ++c) {
         if (const auto shown = columnWords.shown(c))
-            q->setColumnHidden(c, !*shown);
+            changed = setColumnShown(c, *shown) || changed;
     }
+    if (changed)
+        refreshVisibleRows();
+}
+
+bool TableWidget::Private::setColumnShown(int column, bool shown)
+{
+    if (q->isColumnHidden(column) == !shown)
+        return false;
+    q->setColumnHidden(column, !shown);
+    if (shown)
+        loader.columnShown(column);
+    return true;
 }
 
 void TableWidget::Private::indirectBit(int index, int value)
@@ -116,7 +161,7 @@ void TableWidget::Private::indirectBit(int index, int value)
     // bit cell a moving address: the received value, less field 10, replaces the cell's address while
     // its bit type and bit index stay, as a button's live address change does.
     const BindingText b = BindingText::parse(item->whatsThis());
-    const int channel = binding.chnNoVarEnable() ? QeltApp::CurrentChannel : std::max(0, b.field(1) - 1);
+    const int channel = binding.chnNoVarEnable() ? QeltApp::CurrentChannel : b.channel;
     const qint64 address = qint64(value) - b.field(10);
     if (address < 0 || address > std::numeric_limits<int>::max())
         return; // no variable lies there

@@ -46,6 +46,8 @@ int VisibleRowRegistrar::registerRows(QeltApp *app, QWidget *form, int first, in
     int made = 0;
     for (int r = first; r <= last; ++r) {
         for (int c = 0; c < columns; ++c) {
+            if (m_table->isColumnHidden(c))
+                continue;
             QTableWidgetItem *item = m_table->item(r, c);
             const BindingText &b = binding(item);
             const int index = r * columns + c;

@@ -29,7 +29,8 @@ public:
     void clearCache() { m_cache.clear(); }
     int cacheSize() const { return int(m_cache.size()); }
 
-    // Registers rows first ... last (clamped to the table); returns the registrations made.
+    // Registers rows first ... last (clamped to the table), hidden columns left out; returns the
+    // registrations made.
     int registerRows(norvo_v0::QeltApp *app, QWidget *form, int first, int last);
     // The text a value cell shows for a raw value.
     static QString valueText(const BindingText &binding, int value);

@@ -12,24 +12,32 @@ QRect keptInside(QRect rect, const QRect &bounds)
     rect.moveTop(std::max(bounds.top(), std::min(rect.top(), bounds.bottom() - rect.height() + 1)));
     return rect;
 }
+
+QRect onScreenScale(const QRect &rect) { return KeypadPlacement::isOnScreenScale(rect) ? rect : QRect(); }
 } // namespace
+
+bool KeypadPlacement::isOnScreenScale(const QRect &rect)
+{
+    const auto within = [](qint64 v, qint64 lowest) { return v >= lowest && v <= MaxCoordinate; };
+    return within(rect.left(), -MaxCoordinate) && within(rect.top(), -MaxCoordinate)
+        && within(qint64(rect.right()) - rect.left() + 1, 0) && within(qint64(rect.bottom()) - rect.top() + 1, 0);
+}
 
 QRect KeypadPlacement::place(int position, const QRect &custom, const QRect &field, const QRect &form,
                              const QSize &size, const QRect &screen)
 {
-    if (position == Custom && custom.width() > 0 && custom.height() > 0)
-        return keptInside(custom, screen);
-    QRect rect(QPoint(0, 0), size);
-    if (position == Center) {
-        rect.moveCenter((form.isValid() ? form : screen).center());
-        return keptInside(rect, screen);
+    const QRect bounds = onScreenScale(screen);
+    if (position == Custom && isOnScreenScale(custom) && custom.width() > 0 && custom.height() > 0)
+        return keptInside(custom, bounds);
+    const QRect formRect = onScreenScale(form);
+    const QRect fieldRect = onScreenScale(field);
+    QRect rect(0, 0, std::clamp(size.width(), 0, int(MaxCoordinate)), std::clamp(size.height(), 0, int(MaxCoordinate)));
+    if (position == Center || !fieldRect.isValid()) {
+        rect.moveCenter((formRect.isValid() ? formRect : bounds).center());
+        return keptInside(rect, bounds);
     }
-    if (!field.isValid()) {
-        rect.moveCenter((form.isValid() ? form : screen).center());
-        return keptInside(rect, screen);
-    }
-    rect.moveTopLeft(field.bottomLeft() + QPoint(0, 1));
-    if (screen.isValid() && rect.bottom() > screen.bottom())
-        rect.moveBottom(field.top() - 1);
-    return keptInside(rect, screen);
+    rect.moveTopLeft(fieldRect.bottomLeft() + QPoint(0, 1));
+    if (bounds.isValid() && rect.bottom() > bounds.bottom())
+        rect.moveBottom(fieldRect.top() - 1);
+    return keptInside(rect, bounds);
 }

@@ -367,6 +367,11 @@ void TestSimulatedController::keypadPlacement_data()
     QTest::newRow("fixed without a size: next to the field") << 2 << QRect(10, 20, 0, 0) << field
                                                               << QRect(100, 130, 200, 300);
     QTest::newRow("fixed off the screen") << 2 << QRect(-500, 900, 250, 350) << field << QRect(0, 450, 250, 350);
+    const int most = std::numeric_limits<int>::max();
+    QTest::newRow("fixed too wide for QRect: next to the field") << 2 << QRect(QPoint(most - 1, 0), QPoint(-most, 10))
+                                                                << field << QRect(100, 130, 200, 300);
+    QTest::newRow("field past screen coordinates: centred") << 0 << QRect() << QRect(QPoint(most - 9, 0), QPoint(most, 9))
+                                                            << QRect(300, 150, 200, 300);
     QTest::newRow("unknown mode: next to the field") << 7 << QRect() << field << QRect(100, 130, 200, 300);
 }
 

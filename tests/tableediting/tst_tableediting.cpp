@@ -4,6 +4,7 @@
 // and unselectable cells, and the keypad settings.
 #include "currentcell.h"
 #include "inputwidget.h"
+#include "keypadplacement.h"
 #include "norvointerface_z3.h"
 #include "tabletestsupport.h"
 #include "valueconversion.h"
@@ -11,6 +12,8 @@
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QSignalSpy>
+
+#include <limits>
 
 using namespace TableTest;
 
@@ -109,6 +112,8 @@ private Q_SLOTS:
                                               << QVariantList{true, true, false, 0, 1, 9, 0, 1, -Big, Big, 4, 10, 0};
         QTest::newRow("bit") << "bit@2@1@30@5@4" << 0
                              << QVariantList{true, false, true, 1, 1, 30, 5, 0, 0.0, 1.0, 3, 2, 4};
+        QTest::newRow("channels at the smallest int") << "-2147483648@0@7@8@0" << 0
+                                                      << QVariantList{true, true, false, 0, 0, 7, 0, 0, -Big, Big, 4, 10, 0};
         QTest::newRow("short number entry") << "3" << 0
                                             << QVariantList{false, false, false, 0, -1, 0, 0, 3, -99999999.0, 99999999.0, 4, 10, 0};
         QTest::newRow("short value") << "1" << 0 << QVariantList{true, true, false, 0, -1, 0, 0, 0, -Big, Big, 4, 10, 0};
@@ -445,9 +450,6 @@ private Q_SLOTS:
         NORVOInterface_Z3::initialization()->setKeypadModeSize(5);
         NKeyPadStruct k = t.keyPad();
         QCOMPARE(NORVOInterface_Z3::initialization()->keypadModeSize(), 3);
-        QCOMPARE(k, NKeyPadStruct());
-        QCOMPARE(t.softKeypadPosition(), TableWidget::Auto);
-        QCOMPARE(t.softKeypadGeometry(), QRect(0, 0, 0, 0));
         t.setSoftKeypad(true);
         t.setSoftKeypad(false);
         QCOMPARE(t.keyPad().enabled, 1); // only the first call reaches the record
@@ -460,6 +462,19 @@ private Q_SLOTS:
         t.setSoftKeypadAutoAdjust(true);
         QCOMPARE(t.keyPad().position, 0);
 
+        // Rectangles from forms stay within screen coordinates, also one too wide for QRect's width().
+        const int most = std::numeric_limits<int>::max(), far = KeypadPlacement::MaxCoordinate;
+        for (int i = 0; i < 2; ++i)
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("\"(softKeypadGeometry|keyPad)\" is out of range")));
+        t.setSoftKeypadGeometry(QRect(QPoint(most, 5), QPoint(-most - 1, 8)));
+        QCOMPARE(t.softKeypadGeometry(), QRect(far, 5, 0, 4));
+        NKeyPadStruct wide;
+        wide.x = wide.width = most;
+        wide.position = 7;
+        t.setKeyPad(wide);
+        QCOMPARE(t.keyPad().geometry(), QRect(far, 0, far, 0));
+        QCOMPARE(t.keyPad().position, 0);
+
         TableWidget other;
         NKeyPadStruct mine;
         mine.flag1 = 'a';
@@ -470,6 +485,23 @@ private Q_SLOTS:
         QCOMPARE(other.keyPad().flag1, 'a');
         QCOMPARE(other.keyPad().text, QStringLiteral("kept"));
         QCOMPARE(other.property("keyPad").value<NKeyPadStruct>(), other.keyPad());
+    }
+
+    // The current row grows to its cells' contents (not only its header label's), back when left.
+    void currentRowGrowsToItsContents()
+    {
+        EditPanel p(QStringLiteral("Feed"));
+        p.table->item(1, 1)->setText(QStringLiteral("a\nb\nc"));
+        p.table->setCurrentCell(0, 0);
+        p.table->setCurrentCell(1, 1);
+        const int height = p.table->rowsHeight();
+        QVERIFY(p.table->rowHeight(1) > height);
+        p.table->setResizeToContents(false);
+        QCOMPARE(p.table->rowHeight(1), height);
+        p.table->setResizeToContents(true);
+        QVERIFY(p.table->rowHeight(1) > height);
+        p.table->setCurrentCell(0, 0);
+        QCOMPARE(p.table->rowHeight(1), height);
     }
 
     void signalsOfChanges()

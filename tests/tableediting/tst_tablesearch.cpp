@@ -175,6 +175,7 @@ private Q_SLOTS:
         const QPoint none(-1, -1);
         QTest::newRow("row 0") << 0 << "0" << QList<QPoint>{none};
         QTest::newRow("row past the end") << 0 << "5001" << QList<QPoint>{none};
+        QTest::newRow("row at the smallest int") << 0 << "-2147483648" << QList<QPoint>{none};
         QTest::newRow("row far down") << 0 << "4321" << QList<QPoint>{QPoint(4320, 0)};
         QTest::newRow("number, then the next one") << 1 << "7" << QList<QPoint>{QPoint(7, 0), QPoint(57, 0)};
         QTest::newRow("text, once round") << 2 << "Name 4999" << QList<QPoint>{QPoint(4999, 0), QPoint(4999, 0)};

@@ -312,8 +312,10 @@ private Q_SLOTS:
         QTest::addColumn<QString>("title15");
         QTest::addColumn<QString>("row1");
         QTest::addColumn<QList<int>>("cell35"); // address, bit index of cell 35 (row 2, column 3)
-        QTest::newRow("output bits") << 1 << 2 << 1 << "15" << "0080" << QList<int>{99, 99};
-        QTest::newRow("register bits") << 10 << 7 << 2 << "F" << "0240" << QList<int>{8, 3};
+        QTest::addColumn<QList<int>>("channel"); // given, registered
+        QTest::newRow("output bits") << 1 << 2 << 1 << "15" << "0080" << QList<int>{99, 99} << QList<int>{2, 1};
+        QTest::newRow("register bits, channel at the smallest int") << 10 << 7 << 2 << "F" << "0240" << QList<int>{8, 3}
+                                                                    << QList<int>{-2147483647 - 1, 0};
     }
     void bitMonitor()
     {
@@ -323,10 +325,11 @@ private Q_SLOTS:
         QFETCH(QString, title15);
         QFETCH(QString, row1);
         QFETCH(QList<int>, cell35);
+        QFETCH(QList<int>, channel);
         Panel p(3, 3);
         p.show();
         p.app.clearCalls();
-        p.table->showAsCNCBit(2, bitType, start, 40, titleType);
+        p.table->showAsCNCBit(channel.at(0), bitType, start, 40, titleType);
         QCOMPARE(p.table->rowCount(), 3);
         QCOMPARE(p.table->columnCount(), 16);
         QCOMPARE(p.table->horizontalHeaderItem(15)->text(), title15);
@@ -345,7 +348,7 @@ private Q_SLOTS:
         const QList<UiRegistration> regs = p.app.registrations();
         QCOMPARE(regs.size(), 40);
         const UiRegistration &r = regs.at(35);
-        QCOMPARE(r.arguments(), (QVariantList{35, 0, 1, 0, cell35.at(0), bitType, cell35.at(1), 1, 10, 10, 0, 0, false}));
+        QCOMPARE(r.arguments(), (QVariantList{35, 0, channel.at(1), 0, cell35.at(0), bitType, cell35.at(1), 1, 10, 10, 0, 0, false}));
         QVERIFY(p.app.callNames().indexOf(QStringLiteral("stopUpdateUI"))
                 < p.app.callNames().indexOf(QStringLiteral("registerUIVariable")));
         QCOMPARE(p.app.callNames().last(), QStringLiteral("startUpdateUI"));

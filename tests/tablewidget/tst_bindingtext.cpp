@@ -38,6 +38,10 @@ private Q_SLOTS:
                                             << QList<int>{0, 12, 40017, 3, 4, 0, 0, 4, 10} << open;
         QTest::newRow("channel 0 is the first") << "0@0@1@1@0@0@1" << int(BindingText::Value)
                                                 << QList<int>{0, 0, 1, 0, 0, 1, 0, 4, 10} << QList<double>{0, 1};
+        QTest::newRow("channel at the smallest int is the first") << "-2147483648@0@1@1@0@0@1" << int(BindingText::Value)
+                                                                 << QList<int>{0, 0, 1, 0, 0, 1, 0, 4, 10} << QList<double>{0, 1};
+        QTest::newRow("bit channel at the smallest int") << "bit@-2147483648@1@30@5@0" << int(BindingText::Bit)
+                                                         << QList<int>{0, 1, 30, 5, 0, 0, 0, 4, 10} << open;
         QTest::newRow("not numbers read as 0") << "a@b@c@d@e@f@g" << int(BindingText::Value)
                                                << QList<int>{0, 0, 0, 0, 0, 0, 0, 4, 10} << QList<double>{0, 0};
         QTest::newRow("five fields: text") << "1@0@100@8@2" << int(BindingText::Text) << QList<int>{0, -1, 0, 0, 0, 0, 0, 4, 10}

@@ -89,6 +89,9 @@ private Q_SLOTS:
         QTest::newRow("backwards rectangle ends it")
             << Bytes().i32(2).i32(1).i32(1).i32(1).i32(1).i32(5).i32(0).i32(4).i32(0).raw().toHex()
             << QList<CellSpans::Span>{{1, 1, 1, 1}} << false;
+        QTest::newRow("reaching the largest number ends a cell short")
+            << QByteArray("00000001" "00000000" "00000003" "7fffffff" "7fffffff")
+            << QList<CellSpans::Span>{{0, 3, 0x7fffffff, 0x7fffffff - 3}} << false;
         QTest::newRow("cut in a rectangle") << Bytes().i32(1).i32(1).i32(1).raw().toHex() << QList<CellSpans::Span>{} << false;
     }
     void spans()

@@ -2,7 +2,6 @@
 // values it shows, how updates reach cells, columns and the search state, the texts per language,
 // spans, the formatting slots, and that only the rows on screen are loaded and registered.
 #include "celllanguagetexts.h"
-#include "cellspans.h"
 #include "headertexts.h"
 #include "norvointerface_z3.h"
 #include "tablecontents.h"
@@ -12,8 +11,11 @@
 
 #include <QDialog>
 #include <QHeaderView>
+#include <QStyledItemDelegate>
 #include <QScrollBar>
 #include <QtTest>
+
+#include <limits>
 
 using namespace TableTest;
 
@@ -164,7 +166,7 @@ private Q_SLOTS:
 
     void columnVisibilityWords()
     {
-        Panel p(2, 40, contents(2, 40, [](int, int) { return QString(); }));
+        Panel p(2, 40, contents(2, 40, [](int r, int c) { return r == 0 && c < 3 ? QStringLiteral("1@0@7@8@0@0@9") : QString(); }));
         p.table->setDataClass(TableWidget::User);
         p.table->setAddress({QStringLiteral("10"), QStringLiteral("x"), QStringLiteral("11")});
         p.app.memory().setWord(0, 0, 0, 10, 0b101);
@@ -175,15 +177,18 @@ private Q_SLOTS:
         QVERIFY(!p.table->isColumnHidden(2));
         QVERIFY(!p.table->isColumnHidden(33));
         QList<int> wordIndexes;
-        for (const UiRegistration &r : p.app.registrations()) {
-            if (r.index < 0)
-                wordIndexes << r.index << r.address;
-        }
-        QCOMPARE(wordIndexes, (QList<int>{-100, 10, -101, 11}));
-        // The controller's change arrives under the registered index and reaches the columns.
+        for (const UiRegistration &r : p.app.registrations())
+            wordIndexes << r.index << (r.index < 0 ? r.address : 0);
+        // A hidden column's cells are neither made nor registered.
+        QCOMPARE(wordIndexes, (QList<int>{0, 0, 2, 0, -100, 10, -101, 11}));
+        QVERIFY(!p.table->item(0, 1));
+        // The controller's change arrives under the registered index and reaches the columns; a column
+        // shown is made and registered then.
         QCOMPARE(p.app.deliver(p.table, -100, 0b10), 1);
         QVERIFY(p.table->isColumnHidden(0));
         QVERIFY(!p.table->isColumnHidden(1));
+        QCOMPARE(p.table->item(0, 1)->whatsThis(), QStringLiteral("1@0@7@8@0@0@9"));
+        QCOMPARE(p.app.registrations().first().index, 1);
         p.table->updateData(-101, 0);
         QVERIFY(p.table->isColumnHidden(33));
     }
@@ -228,17 +233,28 @@ private Q_SLOTS:
                 item->setFont(c == 0 ? simSun : other);
             if (r == 1 && c == 0)
                 item->setFlags(Qt::ItemIsEnabled);
+            if (r == 2) // brushes, and a colour as Qt 4 forms stored it
+                item->setData(Qt::BackgroundRole, c == 0 ? QVariant(QBrush(Qt::red)) : QVariant(QColor(Qt::blue)));
+            if (r == 2 && c == 0)
+                item->setForeground(QBrush(Qt::green));
         }));
         p.table->setFont(QFont(QStringLiteral("Sans"), 11));
-        p.table->setMergeCells(CellSpans::encode({{2, 1, 2, 4}}));
-        p.show();
+        // Spans (first row, first column, last row, last column) are clipped to the table, also those
+        // reaching the largest row or column number.
+        p.table->setMergeCells("00000003" "00000002000000010000000300000004" "00000003000000007fffffff00000000"
+                               "0000000400000001000000047fffffff");
+        p.form.show();
+        QCOMPARE((QList<int>{p.table->rowSpan(2, 1), p.table->columnSpan(2, 1), p.table->rowSpan(3, 0), p.table->columnSpan(4, 1)}),
+                 (QList<int>{2, 4, 2, 5}));
         QCOMPARE(p.table->item(0, 0)->font().family(), QStringLiteral("Sans"));
         QCOMPARE(p.table->item(0, 1)->font().family(), QStringLiteral("Serif"));
         QCOMPARE(int(p.table->item(1, 0)->flags()), int(Qt::ItemIsEnabled));
-        QCOMPARE(p.table->rowSpan(2, 1), 2);
-        QCOMPARE(p.table->columnSpan(2, 1), 4);
         // The first selectable item became current.
         QCOMPARE(p.table->currentItem(), p.table->item(0, 0));
+        const QImage shown = p.table->viewport()->grab().toImage();
+        for (int c = 0; c < 2; ++c)
+            QCOMPARE(shown.pixelColor(p.table->visualItemRect(p.table->item(2, c)).center()), QColor(c ? Qt::blue : Qt::red));
+        QCOMPARE(p.table->item(2, 0)->foreground().color(), QColor(Qt::green));
     }
 
     void unreadableBuffersLeaveAnEmptyTable_data()
@@ -291,6 +307,52 @@ private Q_SLOTS:
         QCOMPARE(t.rowCount(), 3);
     }
 
+    // Counts from a form or the application stay within the table's bounds, also row by row.
+    void boundedCounts_data()
+    {
+        QTest::addColumn<QList<int>>("counts"); // rows, columns asked for; then kept; then rows after two inserts
+        QTest::addColumn<int>("warnings");
+        const int most = std::numeric_limits<int>::max(), rows = TableWidget::MaxRows;
+        QTest::newRow("rows at the largest int") << QList<int>{most, 3, rows, 3, rows} << 2;
+        QTest::newRow("columns at the largest int") << QList<int>{4, most, 4, TableWidget::MaxColumns, 6} << 1;
+        QTest::newRow("more cells than a table holds") << QList<int>{rows, 200, rows, TableWidget::MaxCells / rows, rows} << 2;
+        QTest::newRow("negative: ignored") << QList<int>{-1, -5, 4, 3, 6} << 2;
+    }
+    void boundedCounts()
+    {
+        QFETCH(QList<int>, counts);
+        QFETCH(int, warnings);
+        for (int i = 0; i < warnings; ++i)
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^TableWidget \"t\": .*(Count|insert)")));
+        TableWidget t;
+        t.setObjectName(QStringLiteral("t"));
+        QVERIFY(t.setProperty("rowCount", counts.at(0)) && t.setProperty("columnCount", counts.at(1)));
+        QCOMPARE((QList<int>{t.rowCount(), t.columnCount()}), counts.mid(2, 2));
+        t.insertRow(0);
+        t.insertRow(0); // said once
+        QCOMPARE(t.rowCount(), counts.at(4));
+    }
+
+    // A long list fitted to its contents: the rows whose cells change are measured, not every row.
+    void rowsFitTheirContents()
+    {
+        struct Counting : QStyledItemDelegate {
+            mutable int hints = 0;
+            QSize sizeHint(const QStyleOptionViewItem &o, const QModelIndex &i) const override { return ++hints, QStyledItemDelegate::sizeHint(o, i); }
+        } counting; // outlives the table
+        const int rows = 3000;
+        Panel p(rows, 2, contents(rows, 2, [](int r, int c) { return c == 0 ? QStringLiteral("1@0@%1@8@0@0@9").arg(r) : QString(); },
+                                  [](QTableWidgetItem *item, int r, int) { item->setText(r == 1 ? "two\nlines" : "one"); }));
+        p.table->setItemDelegate(&counting);
+        p.table->setVerticalHeaderResizeMode(TableWidget::ResizeToContents);
+        p.show();
+        QVERIFY(counting.hints < rows);
+        QVERIFY(p.table->rowHeight(1) > p.table->rowHeight(0));
+        QCOMPARE(p.registeredRows().size(), p.visibleRows() + 1); // fitted rows bring more rows on screen
+        p.table->item(2, 1)->setText(QStringLiteral("now\ntwo"));
+        QCOMPARE(p.table->rowHeight(2), p.table->rowHeight(1));
+    }
+
     // A form sets the row count before the column count; widening keeps what the table holds.
     void widening_data()
     {
@@ -337,13 +399,13 @@ private Q_SLOTS:
                                 "QScrollBar::handle:horizontal {border-radius: 4px; background: #efefef;min-width: 20px;}"
                                 "\t\t\tQScrollBar::add-line:horizontal{height:40px;width:0px;subcontrol-position:right;}"
                                 "\t\t\tQScrollBar::sub-line:horizontal{height:40px;width:0px;subcontrol-position:left;}"));
-        QCOMPARE(t.columnCount(), 3);
-        QCOMPARE(t.rowCount(), 4);
-        QCOMPARE(t.verticalHeader()->defaultSectionSize(), 30);
         t.setRowsHeight(9);
         QCOMPARE(t.rowsHeight(), 30);
         t.setRowsHeight(44);
         QCOMPARE(t.rowHeight(2), 44);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("\"rowHeight\" is out of range")));
+        t.setRowsHeight(1000000);
+        QCOMPARE(t.rowsHeight(), 44);
         t.setChannel(0);
         QCOMPARE(t.channel(), 1);
         t.setChannel(1000);
@@ -392,7 +454,12 @@ private Q_SLOTS:
         p.table->setHorizontalHeaderItem(1, new QTableWidgetItem(QStringLiteral("Value")));
         p.table->horizontalHeaderItem(1)->setWhatsThis(QStringLiteral("multiTexts=Value##!&*_Wert"));
         p.show();
+        // The word library's refresh keeps typed headers, with or without records made from them.
+        p.table->upDatePluginTextfromWordLib();
+        QCOMPARE(p.table->horizontalHeaderItem(0)->text(), QStringLiteral("Name"));
         QList<QList<TextData>> texts;
+        p.table->getPluginNameAndTransText(texts);
+        p.table->upDatePluginTextfromWordLib();
         p.table->getPluginNameAndTransText(texts);
         QCOMPARE(texts.size(), 3 + 2);
         QCOMPARE(texts.at(0).first().texts, (QStringList{"Name", "Name"}));
