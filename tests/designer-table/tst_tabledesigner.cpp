@@ -11,6 +11,7 @@
 
 #include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
+#include <QtDesigner/QDesignerPropertyEditorInterface>
 #include <QtDesigner/QDesignerTaskMenuExtension>
 #include <QtDesigner/QExtensionManager>
 
@@ -205,6 +206,13 @@ private Q_SLOTS:
         QVERIFY(editItemsAction(table)); // Designer's own menu stays beside ours
         table->setSoftKeypadGeometry(QRect(5, 6, 70, 80));
         const int before = form->commandHistory()->count();
+        // Shown in the property editor, as a selected table is: the record never reaches it.
+        form->clearSelection();
+        form->selectWidget(table, true);
+        DesignerCore::instance().core()->propertyEditor()->setObject(table);
+        static QStringList warnings;
+        const QtMessageHandler previous = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext &, const QString &message) { warnings << message; });
 
         QString itemEditor;
         NKeyPadStruct shown;
@@ -231,7 +239,9 @@ private Q_SLOTS:
             dialog->findChild<QPushButton *>(QStringLiteral("editItemsButton"))->click();
             dialog->accept();
         });
+        qInstallMessageHandler(previous);
         QVERIFY(opened);
+        QVERIFY2(!warnings.join(QLatin1Char('\n')).contains(QLatin1String("keyPad")), qPrintable(warnings.join(QLatin1Char('\n'))));
         QCOMPARE(itemEditor, QStringLiteral("items"));
         QCOMPARE(shown.geometry(), QRect(5, 6, 70, 80));
         // Accepted unchanged, the record is still written: one undoable change, saved through the
