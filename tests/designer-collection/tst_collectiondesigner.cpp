@@ -186,8 +186,8 @@ private Q_SLOTS:
         const QRect placed = widget->geometry();
         const int rows = widget->property("rowCount").toInt();
         form->commandHistory()->clear();
-        // The MDI area's editor makes and deletes panels at once, outside the undo history; the others
-        // commit their fields as one step: the left edge, or the table's row count (it has no place).
+        // The MDI area's editor changes nothing without New or Delete; the others commit their fields
+        // as one step: the left edge, or the table's row count (it has no place).
         const bool mdi = name == QLatin1String("MdiArea");
         const bool table = name == QLatin1String("TableWidget");
         bool edited = false;

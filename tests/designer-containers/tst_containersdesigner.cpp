@@ -1,7 +1,7 @@
 // The grid splitter and the MDI area in Designer on the real core with the built plugin: the
 // descriptors (the panel a hidden container), cells and panels managed and saved with what is
 // dropped on them, a line drag and a strip move marking the form and saved, fewer columns releasing
-// their cells as an undo step, New and Delete acting at once, the editors, and the saved form
+// their cells as an undo step, New and Delete acting at once as undo steps, the editors, and the saved form
 // reopened in Designer, through QUiLoader and as uic code.
 #include "advsplitter.h"
 #include "designercore.h"
@@ -302,8 +302,8 @@ private Q_SLOTS:
         QCOMPARE(savedCells(form->contents()).size(), accept ? 12 : 6);
     }
 
-    // New and Delete act on the form at once (Cancel takes nothing back); OK makes the chosen panel
-    // the active one. Two panels holding widgets are saved and come back everywhere.
+    // New and Delete act on the form at once, as undo steps (Cancel takes nothing back); OK makes the
+    // chosen panel the active one. Two panels holding widgets are saved and come back everywhere.
     void panelsMadeDeletedSavedAndRestored()
     {
         QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(areaForm());
@@ -314,6 +314,7 @@ private Q_SLOTS:
         host.resize(500, 400);
         host.show();
         QVERIFY(QTest::qWaitForWindowExposed(&host));
+        form->cursor()->setWidgetProperty(form->mainContainer(), QStringLiteral("windowTitle"), QStringLiteral("Earlier"));
         bool checked = false;
         QVERIFY(DesignerCore::runEditor(area, [&](QDialog *dialog) {
             QCOMPARE(dialog->objectName(), QStringLiteral("MdiAreaEditor"));
@@ -340,6 +341,19 @@ private Q_SLOTS:
         }));
         QVERIFY(checked);
         QCOMPARE(area->getSubwindows(), (QStringList{"subWindow_1", "subWindow_2"})); // Cancel kept them
+        // Each New and Delete is an undo step of its own, after the earlier edit of the form.
+        QUndoStack *history = form->commandHistory();
+        QCOMPARE(history->count(), 5);
+        history->undo();
+        QCOMPARE(managedTags(form, area), (QStringList{"subWindow_1", "subWindow_2", "subWindow_3"}));
+        QCOMPARE(area->getSubwindows(), (QStringList{"subWindow_1", "subWindow_2", "subWindow_3"}));
+        for (int i = 0; i < 3; ++i)
+            history->undo();
+        QVERIFY(managedTags(form, area).isEmpty());
+        QCOMPARE(form->mainContainer()->windowTitle(), QStringLiteral("Earlier"));
+        while (history->canRedo())
+            history->redo();
+        QCOMPARE(managedTags(form, area), (QStringList{"subWindow_1", "subWindow_2"}));
         QVERIFY(DesignerCore::runEditor(area, [&](QDialog *dialog) {
             auto *list = dialog->findChild<QListWidget *>();
             QVERIFY(!list->currentItem()); // the active panel was the deleted one
