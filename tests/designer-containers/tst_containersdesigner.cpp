@@ -35,19 +35,6 @@
 
 namespace {
 
-QDesignerCustomWidgetInterface *descriptor(const QString &name)
-{
-    for (QObject *instance : DesignerCore::instance().core()->pluginInstances()) {
-        if (auto *collection = qobject_cast<QDesignerCustomWidgetCollectionInterface *>(instance)) {
-            for (QDesignerCustomWidgetInterface *w : collection->customWidgets()) {
-                if (w->name() == name)
-                    return w;
-            }
-        }
-    }
-    return nullptr;
-}
-
 QString gridForm()
 {
     return DesignerCore::formDocument(QStringLiteral(
@@ -172,7 +159,7 @@ private Q_SLOTS:
         QFETCH(QString, objectName);
         QFETCH(int, width);
         QFETCH(bool, container);
-        QDesignerCustomWidgetInterface *d = descriptor(name);
+        QDesignerCustomWidgetInterface *d = DesignerCore::descriptor(name);
         QVERIFY(d);
         QCOMPARE(d->group(), group);
         QCOMPARE(d->isContainer(), container);
