@@ -344,7 +344,7 @@ void TestButtonDesigners::editorFrame_data()
     QTest::newRow("BitButton") << Bit << "BitButtonEditor" << "Bit Button Editor" << QSize(826, 555)
                                << "General,Communication,Appearance,Text,Geometry,Macro" << "Geometry";
     QTest::newRow("FunctionButton") << Function << "FunctionButtonEditor" << "Function Button Editor"
-                                    << QSize(868, 590) << "General,Appearance,Text,Geometry,Macro" << "General";
+                                    << QSize(868, 580) << "General,Appearance,Text,Geometry,Macro" << "General";
     QTest::newRow("PictureButton") << QStringLiteral("PictureButton") << "PictureButtonEditor" << "Picture Button Editor"
                                    << QSize(742, 496) << "General,Appearance,textEdit,Geometry,Macro" << "textEdit";
 }
