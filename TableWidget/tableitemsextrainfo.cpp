@@ -22,10 +22,10 @@ bool TableItemsExtraInfo::loadWidgetExtraInfo(DomWidget *) { return false; }
 namespace {
 // A header saved with nothing but the number the table shows anyway is saved empty: one label per
 // row of a long table would make every loader build a header item per row.
-template <class Header> void dropNumberLabels(const QList<Header *> &headers)
+template <class Headers> void dropNumberLabels(const Headers &headers)
 {
-    for (int i = 0; i < headers.size(); ++i) {
-        const QList<DomProperty *> properties = headers.at(i)->elementProperty();
+    for (int i = 0; i < int(headers.size()); ++i) {
+        const auto properties = headers.at(i)->elementProperty();
         if (properties.size() == 1 && properties.first()->attributeName() == QLatin1String("text")
             && properties.first()->elementString()
             && properties.first()->elementString()->text() == QString::number(i + 1)) {
