@@ -1,6 +1,6 @@
 // The grid splitter and the MDI area in Designer on the real core with the built plugin: the
 // descriptors (the panel a hidden container), cells and panels managed and saved with what is
-// dropped on them, a line drag and a strip move marking the form and saved, fewer columns releasing
+// dropped on them, a line drag and a strip move each one undo step and saved, fewer columns releasing
 // their cells as an undo step, New and Delete acting at once as undo steps, the editors, and the saved form
 // reopened in Designer, through QUiLoader and as uic code.
 #include "advsplitter.h"
@@ -64,6 +64,17 @@ void drop(QDesignerFormWindowInterface *form, QWidget *target, const QString &na
     form->clearSelection();
     form->selectWidget(target, true);
     QVERIFY(QMetaObject::invokeMethod(form, "paste"));
+}
+
+// A drag by the mouse as the panel builder makes it: press on handle, move by delta, release.
+void dragBy(QWidget *handle, const QPoint &delta)
+{
+    const QPoint start = handle->rect().center();
+    QTest::mousePress(handle, Qt::LeftButton, Qt::NoModifier, start);
+    QMouseEvent move(QEvent::MouseMove, start + delta, handle->mapToGlobal(start + delta), Qt::LeftButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(handle, &move);
+    QTest::mouseRelease(handle, Qt::LeftButton, Qt::NoModifier, start);
 }
 
 // Tags of the managed children of widget, sorted.
@@ -190,19 +201,24 @@ private Q_SLOTS:
         drop(form, grid->cell(1, 0), QStringLiteral("bottomLeft"));
         QCOMPARE(DesignerCore::formWidget(form, QStringLiteral("topRight"))->parentWidget(), grid->cell(0, 2));
 
-        // A drag of the first line between columns, by the mouse as the panel builder drags it.
+        // Two drags of the first line between columns after an earlier edit: each its own undo step.
         AdvSplitter *line = grid->line(Qt::Horizontal, 0);
         QVERIFY(line->objectName().startsWith(QLatin1String("__qt__passive_")));
-        form->setDirty(false);
-        const QPoint start = line->rect().center();
-        QTest::mousePress(line, Qt::LeftButton, Qt::NoModifier, start);
-        QMouseEvent move(QEvent::MouseMove, start + QPoint(40, 0), line->mapToGlobal(start + QPoint(40, 0)),
-                         Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(line, &move);
-        QTest::mouseRelease(line, Qt::LeftButton, Qt::NoModifier, start);
-        QVERIFY(form->isDirty());
+        form->cursor()->setWidgetProperty(form->mainContainer(), QStringLiteral("windowTitle"), QStringLiteral("Earlier"));
+        const QRect cell = grid->cell(1, 0)->geometry();
+        dragBy(line, QPoint(60, 0));
+        const QStringList first = grid->lineHPos();
+        dragBy(line, QPoint(-20, 0));
         const QStringList positions = grid->lineHPos();
-        QVERIFY(positions.at(0) != QLatin1String("0.333333"));
+        QVERIFY(positions.at(0) != first.at(0) && first.at(0) != QLatin1String("0.333333"));
+        form->commandHistory()->undo();
+        QCOMPARE(grid->lineHPos(), first);
+        form->commandHistory()->undo();
+        QCOMPARE(grid->cell(1, 0)->geometry(), cell);
+        QCOMPARE(form->mainContainer()->windowTitle(), QStringLiteral("Earlier"));
+        form->commandHistory()->redo();
+        form->commandHistory()->redo();
+        QCOMPARE(grid->lineHPos(), positions);
 
         const QString saved = form->contents();
         QCOMPARE(savedCells(saved), SixCells);
@@ -361,11 +377,15 @@ private Q_SLOTS:
         QTRY_COMPARE(area->activePanel(), second);
         QVERIFY(second->handle(MoveHandler::Top)->isVisible());
 
-        // A strip moves its panel and marks the form.
-        form->setDirty(false);
-        second->handlerMove(second->handle(MoveHandler::Top), QPoint(15, 25));
-        QVERIFY(form->isDirty());
+        // A strip drag moves its panel as one undo step, after the drop.
+        const QRect before = second->geometry();
+        dragBy(second->handle(MoveHandler::Top), QPoint(15, 25));
         const QRect moved = second->geometry();
+        QCOMPARE(moved, before.translated(15, 25));
+        form->commandHistory()->undo();
+        QCOMPARE(second->geometry(), before);
+        QVERIFY(DesignerCore::formWidget(form, QStringLiteral("onSecond")));
+        form->commandHistory()->redo();
 
         const QString saved = form->contents();
         QCOMPARE(savedPanels(saved), (QStringList{"subWindow_1", "subWindow_2"}));
