@@ -62,6 +62,7 @@ void AdvSplitter::mousePressEvent(QMouseEvent *event)
     m_pressed = true;
     m_pressPoint = mapToParent(mousePoint(event));
     m_pressEdge = m_orientation == Qt::Horizontal ? x() : y();
+    m_pressPositions = m_grid->positionsText(m_orientation);
     m_grid->selectInForm();
     event->accept();
 }
@@ -84,5 +85,7 @@ void AdvSplitter::mouseReleaseEvent(QMouseEvent *event)
         return;
     }
     m_pressed = false;
+    if (m_grid)
+        m_grid->commitDrag(this, m_pressPositions);
     event->accept();
 }

@@ -4,6 +4,7 @@
 #include "hmiwidgets_export.h"
 
 #include <QPointer>
+#include <QStringList>
 #include <QWidget>
 
 class GridSplitterPrivate;
@@ -42,6 +43,7 @@ private:
     bool m_pressed = false;
     QPoint m_pressPoint; // the press, in the grid splitter's coordinates
     int m_pressEdge = 0; // the line's leading edge at the press
+    QStringList m_pressPositions; // the lines of this direction at the press
 };
 
 #endif

@@ -3,6 +3,7 @@
 #include "advsplitter.h"
 #include "bufferwarning.h"
 #include "designerchildren.h"
+#include "designercommit.h"
 #include "designerhost.h"
 #include "gridsplitter.h"
 
@@ -255,6 +256,22 @@ void GridSplitterPrivate::dragLine(AdvSplitter *line, int edge)
     }
     if (DesignerHost *host = DesignerHost::instance(); host && formWindow())
         host->markDirty(formWindow());
+}
+
+void GridSplitterPrivate::commitDrag(const AdvSplitter *line, const QStringList &before)
+{
+    const QList<AdvSplitter *> &lines = linesOf(line->orientation());
+    QList<double> dragged;
+    for (const AdvSplitter *l : lines)
+        dragged << l->position();
+    if (!DesignerCommit::recordChange(q, line->orientation() == Qt::Horizontal ? "lineHPos" : "lineVPos", before,
+                                      GridSplitter::tr("Move line of '%1'").arg(q->objectName())))
+        return;
+    // The step puts the lines at their rounded texts; they stay where they were dragged, which reads
+    // as the same texts.
+    for (int i = 0; i < lines.size() && i < dragged.size(); ++i)
+        lines.at(i)->setPosition(dragged.at(i));
+    layOut();
 }
 
 void GridSplitterPrivate::selectInForm()

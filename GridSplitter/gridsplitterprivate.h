@@ -66,6 +66,8 @@ public:
     // Designer drag: moves line so that its leading edge is as near to edge (widget coordinates)
     // as the neighbours and the grid's edges allow, and the cells beside it with it.
     void dragLine(AdvSplitter *line, int edge);
+    // Records a finished drag, from the positions at the press, as one undo step.
+    void commitDrag(const AdvSplitter *line, const QStringList &before);
     void selectInForm();
 
     QStringList positionsText(Qt::Orientation orientation) const;

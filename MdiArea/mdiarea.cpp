@@ -242,6 +242,21 @@ void MdiArea::removeSubWindow(const QString &name)
     d->markDirty();
 }
 
+void MdiArea::restoreSubWindow(SubWindow *panel)
+{
+    if (!panel || panel->parentWidget() != this || !panel->property(RemovedPanel).toBool() || !d->formWindow())
+        return;
+    panel->setProperty(RemovedPanel, QVariant());
+    DesignerChildren::readopt(this, panel, false);
+    // Back in its place among the panels, which follow the order they were made in.
+    d->subWindows.clear();
+    for (SubWindow *child : d->childPanels())
+        d->subWindows << child;
+    panel->show();
+    DesignerChildren::refresh(this);
+    d->markDirty();
+}
+
 void MdiArea::hideSubWindow()
 {
     if (!d->active)

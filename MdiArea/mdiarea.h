@@ -42,6 +42,8 @@ public:
     // The panel of that name, or null.
     SubWindow *subWindow(const QString &name) const;
     SubWindow *activePanel() const;
+    // Brings back a panel removeSubWindow() took from the form in Designer, with what is on it.
+    void restoreSubWindow(SubWindow *panel);
 
 public Q_SLOTS:
     void slotActived();

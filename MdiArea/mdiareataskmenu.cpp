@@ -1,5 +1,7 @@
 #include "mdiareataskmenu.h"
 
+#include "designerhost.h"
+#include "panelpresence.h"
 #include "subwindow.h"
 #include "ui_mdiareaeditor.h"
 
@@ -48,7 +50,12 @@ void MdiAreaTaskMenu::on_newButton_clicked()
     MdiArea *target = area();
     if (!target || !m_ui)
         return;
-    SubWindow *panel = target->addSubWindow();
+    // One undo step each, so that undo takes back this panel and nothing done before it.
+    auto *made = new PanelPresence(target);
+    pushCommand(made);
+    SubWindow *panel = made->panel();
+    if (!panel)
+        return;
     auto *item = new QListWidgetItem(panel->objectName(), m_ui->listWidget);
     m_ui->listWidget->setCurrentItem(item);
 }
@@ -59,8 +66,21 @@ void MdiAreaTaskMenu::on_deleteButton_clicked()
     QListWidgetItem *item = m_ui ? m_ui->listWidget->currentItem() : nullptr;
     if (!target || !item)
         return;
-    target->removeSubWindow(item->text());
+    if (SubWindow *panel = target->subWindow(item->text()))
+        pushCommand(new PanelPresence(target, panel));
     delete item;
+}
+
+void MdiAreaTaskMenu::pushCommand(QUndoCommand *command)
+{
+    DesignerHost *host = DesignerHost::instance();
+    QWidget *formWindow = DesignerHost::formWindowOf(area());
+    if (host && formWindow) {
+        host->pushCommand(formWindow, command);
+    } else {
+        command->redo();
+        delete command;
+    }
 }
 
 MdiAreaTaskMenuFactory::MdiAreaTaskMenuFactory(QExtensionManager *parent)

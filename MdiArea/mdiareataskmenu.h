@@ -7,13 +7,14 @@
 #include <memory>
 
 class QDialog;
+class QUndoCommand;
 
 namespace Ui {
 class MdiAreaEditor;
 }
 
 // "Edit Properties..." of an MDI area: the MdiArea Editor, a list of the panels where New and Delete
-// act on the form at once and OK makes the chosen panel the active one.
+// act on the form at once, each an undo step of Designer's, and OK makes the chosen panel the active one.
 class MdiAreaTaskMenu : public EditTaskMenu
 {
     Q_OBJECT
@@ -31,6 +32,7 @@ public Q_SLOTS:
 
 private:
     MdiArea *area() const;
+    void pushCommand(QUndoCommand *command);
 
     std::unique_ptr<Ui::MdiAreaEditor> m_ui;
     QDialog *m_dialog = nullptr;

@@ -1,5 +1,6 @@
 #include "movehandler.h"
 
+#include "designercommit.h"
 #include "mousepoint.h"
 #include "subwindow.h"
 
@@ -47,6 +48,7 @@ void MoveHandler::mousePressEvent(QMouseEvent *event)
     }
     m_pressed = true;
     m_press = mousePoint(event);
+    m_pressGeometry = m_panel->geometry();
 }
 
 void MoveHandler::mouseMoveEvent(QMouseEvent *event)
@@ -58,5 +60,8 @@ void MoveHandler::mouseMoveEvent(QMouseEvent *event)
 
 void MoveHandler::mouseReleaseEvent(QMouseEvent *)
 {
+    if (m_pressed)
+        DesignerCommit::recordChange(m_panel, "geometry", m_pressGeometry,
+                                     SubWindow::tr("Move '%1'").arg(m_panel->objectName()));
     m_pressed = false;
 }

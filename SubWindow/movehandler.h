@@ -30,6 +30,7 @@ private:
     Edge m_edge;
     bool m_pressed = false;
     QPoint m_press;
+    QRect m_pressGeometry; // the panel's, at the press
 };
 
 #endif

@@ -19,6 +19,25 @@ DesignerItemSync::DesignerItemSync(QTableWidget *table)
     connect(model, &QAbstractItemModel::columnsInserted, this, &DesignerItemSync::schedule);
     connect(model, &QAbstractItemModel::columnsRemoved, this, &DesignerItemSync::schedule);
     connect(model, &QAbstractItemModel::modelReset, this, &DesignerItemSync::schedule);
+    labelHeaders();
+}
+
+void DesignerItemSync::labelHeaders()
+{
+    for (int c = 0; c < m_table->columnCount(); ++c) {
+        if (!m_table->horizontalHeaderItem(c)) {
+            auto *header = new QTableWidgetItem(QString::number(c + 1));
+            expose(header);
+            m_table->setHorizontalHeaderItem(c, header);
+        }
+    }
+    for (int r = 0; r < m_table->rowCount(); ++r) {
+        if (!m_table->verticalHeaderItem(r)) {
+            auto *header = new QTableWidgetItem(QString::number(r + 1));
+            expose(header);
+            m_table->setVerticalHeaderItem(r, header);
+        }
+    }
 }
 
 void DesignerItemSync::expose(QTableWidgetItem *item)
@@ -67,6 +86,7 @@ QByteArray DesignerItemSync::flush()
     if (!m_pending)
         return data;
     m_pending = false;
+    labelHeaders(); // rows or columns may have come without one
     emit encoded(data);
     if (DesignerHost *host = DesignerHost::instance()) {
         host->setSheetProperty(m_table, QStringLiteral("data"), data);

@@ -14,6 +14,9 @@ class QTableWidgetItem;
 // encoded again and written to the "data" property through the property sheet (the item change is
 // itself the undoable edit). The designer plugin drops Designer's own copies of the items from the
 // saved form, so forms keep one copy of the cells and loaders never build them all at once.
+// Designer's item editor lists only the rows and columns that have a header item: every row and
+// column gets one, labelled with the number the table shows, so that the editor counts what the
+// property sheet and the saved form count (the plugin leaves such plain labels out of the form).
 class HMIWIDGETS_EXPORT DesignerItemSync : public QObject
 {
     Q_OBJECT
@@ -38,6 +41,7 @@ Q_SIGNALS:
 
 private:
     void schedule();
+    void labelHeaders();
 
     QTableWidget *const m_table;
     bool m_pending = false;

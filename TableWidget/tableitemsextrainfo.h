@@ -10,6 +10,7 @@ class TableWidget;
 // When Designer saves a form, a table's cells are written once, in its "data" property: Designer's
 // own <item> elements for them are dropped, so QUiLoader and uic code never build every item of a
 // long table when the form loads. The "data" value saved is the one encoded from the items then.
+// Row and column headers labelled only with their number are saved without it.
 class TableItemsExtraInfo : public QObject, public QDesignerExtraInfoExtension
 {
     Q_OBJECT

@@ -17,7 +17,13 @@ CustomWidgetPlugin::Description description()
     d.group = QStringLiteral("Item Widgets");
     d.iconPath = QStringLiteral(":/table.png");
     d.includeFile = QStringLiteral("tablewidget.h");
-    d.domXml = CustomWidgetPlugin::fixedDomXml(QStringLiteral("TableWidget"), QStringLiteral("tableWidget"), 320, 200);
+    // The three columns a new table has, named, so that Designer's item editor lists them.
+    QString columns;
+    for (const char *name : {"Parameter", "Value", "Unit"})
+        columns += QStringLiteral(" <column>\n  <property name=\"text\">\n   <string>%1</string>\n  </property>\n </column>\n")
+                       .arg(QLatin1String(name));
+    d.domXml = CustomWidgetPlugin::fixedDomXml(QStringLiteral("TableWidget"), QStringLiteral("tableWidget"), 320, 200,
+                                               columns);
     return d;
 }
 

@@ -47,13 +47,13 @@ void release(QWidget *owner, QWidget *child)
     host->unmanageWidget(formWindow, child);
 }
 
-void readopt(QWidget *owner, QWidget *child)
+void readopt(QWidget *owner, QWidget *child, bool tagged)
 {
     DesignerHost *host = nullptr;
     QWidget *formWindow = formWindowOf(owner, &host);
     if (!formWindow || !child)
         return;
-    adopt(owner, child);
+    adopt(owner, child, tagged);
     for (QWidget *w : child->findChildren<QWidget *>()) {
         if (w->property(ReleasedMark).toBool()) {
             w->setProperty(ReleasedMark, QVariant());

@@ -19,7 +19,7 @@ HMIWIDGETS_EXPORT void adopt(QWidget *owner, QWidget *child, bool tagged = true)
 // Stops managing child and the managed widgets inside it, remembering them.
 HMIWIDGETS_EXPORT void release(QWidget *owner, QWidget *child);
 // Manages again child and what release() took from it.
-HMIWIDGETS_EXPORT void readopt(QWidget *owner, QWidget *child);
+HMIWIDGETS_EXPORT void readopt(QWidget *owner, QWidget *child, bool tagged = true);
 // Makes the object inspector, action editor and property editor show the form as it is now.
 HMIWIDGETS_EXPORT void refresh(QWidget *owner);
 

@@ -14,6 +14,10 @@ class HMIWIDGETS_EXPORT DesignerCommit
 {
 public:
     static bool setProperty(QWidget *widget, const char *name, const QVariant &value);
+    // Records a change already made on the widget by hand (a drag), from before to the property's
+    // value now, as one undo step of its own named description. Returns false (and touches nothing)
+    // outside a designer form or when the value did not change.
+    static bool recordChange(QWidget *widget, const char *name, const QVariant &before, const QString &description);
 };
 
 #endif

@@ -45,7 +45,8 @@ void CustomWidgetPlugin::initialize(QDesignerFormEditorInterface *core)
     m_initialized = true;
 }
 
-QString CustomWidgetPlugin::fixedDomXml(const QString &className, const QString &objectName, int width, int height)
+QString CustomWidgetPlugin::fixedDomXml(const QString &className, const QString &objectName, int width, int height,
+                                        const QString &children)
 {
     return QStringLiteral("<widget class=\"%1\" name=\"%2\">\n"
                           " <property name=\"geometry\">\n"
@@ -56,11 +57,13 @@ QString CustomWidgetPlugin::fixedDomXml(const QString &className, const QString 
                           "   <height>%4</height>\n"
                           "  </rect>\n"
                           " </property>\n"
+                          "%5"
                           "</widget>\n")
         .arg(className)
         .arg(objectName)
         .arg(width)
-        .arg(height);
+        .arg(height)
+        .arg(children);
 }
 
 QString CustomWidgetPlugin::textButtonDomXml(const QString &className, const QString &objectName, int width,

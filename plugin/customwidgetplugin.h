@@ -40,8 +40,10 @@ public:
     QString domXml() const override;
     QString codeTemplate() const override;
 
-    // The initial form XML of a widget that only needs its class, name and size.
-    static QString fixedDomXml(const QString &className, const QString &objectName, int width, int height);
+    // The initial form XML of a widget that only needs its class, name and size (and the given child
+    // elements, such as a table's columns).
+    static QString fixedDomXml(const QString &className, const QString &objectName, int width, int height,
+                               const QString &children = QString());
     // The initial form XML of a text button, with its multi-line string properties.
     static QString textButtonDomXml(const QString &className, const QString &objectName, int width, int height,
                                     const QString &text, const QStringList &multiLineProperties);

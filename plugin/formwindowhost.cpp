@@ -18,6 +18,14 @@
 #include <QDir>
 #include <QFileInfo>
 
+namespace {
+// While the cursor records a property the sheet hides, the property editor must not read the sheet
+// again: it would list the property and warn about a type it has no editor for. A refresh asked for
+// meanwhile (a setter refreshing the editors) runs once the property is hidden again.
+int showingHidden = 0;
+QPointer<QDesignerFormWindowInterface> refreshWaiting;
+} // namespace
+
 FormWindowHost::FormWindowHost(QDesignerFormEditorInterface *core)
     : DesignerHost(core)
     , m_core(core)
@@ -137,11 +145,17 @@ bool FormWindowHost::setCursorProperty(QDesignerFormWindowInterface *form, QWidg
         return false;
     // The cursor takes only properties the sheet shows; a hidden one is shown just while it records.
     const bool hidden = !sheet->isVisible(index);
-    if (hidden)
-        sheet->setVisible(index, true);
+    if (!hidden) {
+        form->cursor()->setWidgetProperty(widget, name, value);
+        return true;
+    }
+    sheet->setVisible(index, true);
+    ++showingHidden;
     form->cursor()->setWidgetProperty(widget, name, value);
-    if (hidden)
-        sheet->setVisible(index, false);
+    sheet->setVisible(index, false);
+    auto *host = qobject_cast<FormWindowHost *>(DesignerHost::instance());
+    if (--showingHidden == 0 && refreshWaiting && host)
+        host->refreshEditors(refreshWaiting.data());
     return true;
 }
 
@@ -222,6 +236,11 @@ void FormWindowHost::refreshEditors(QWidget *formWindow)
     QDesignerFormWindowInterface *f = form(formWindow);
     if (!f || !m_core)
         return;
+    if (showingHidden > 0) {
+        refreshWaiting = f;
+        return;
+    }
+    refreshWaiting = nullptr;
     if (QDesignerObjectInspectorInterface *inspector = m_core->objectInspector())
         inspector->setFormWindow(f);
     if (QDesignerActionEditorInterface *actions = m_core->actionEditor())

@@ -57,15 +57,6 @@ QList<QDesignerCustomWidgetInterface *> ourDescriptors()
     return found;
 }
 
-QDesignerCustomWidgetInterface *descriptor(const QString &name)
-{
-    for (QDesignerCustomWidgetInterface *d : ourDescriptors()) {
-        if (d->name() == name)
-            return d;
-    }
-    return nullptr;
-}
-
 // The <widget> element of a descriptor's initial XML (the text buttons wrap it in <ui>).
 QString widgetElement(const QString &domXml)
 {
@@ -77,7 +68,7 @@ QString widgetElement(const QString &domXml)
 // Places a widget from its initial XML as a drop does (a paste onto the form), at x, y.
 QWidget *place(QDesignerFormWindowInterface *form, const QString &name, int x, int y)
 {
-    QString element = widgetElement(descriptor(name)->domXml());
+    QString element = widgetElement(DesignerCore::descriptor(name)->domXml());
     element.replace(QRegularExpression(QStringLiteral("<x>0</x>")), QStringLiteral("<x>%1</x>").arg(x));
     element.replace(QRegularExpression(QStringLiteral("<y>0</y>")), QStringLiteral("<y>%1</y>").arg(y));
     auto *mime = new QMimeData;
@@ -186,8 +177,8 @@ private Q_SLOTS:
         const QRect placed = widget->geometry();
         const int rows = widget->property("rowCount").toInt();
         form->commandHistory()->clear();
-        // The MDI area's editor makes and deletes panels at once, outside the undo history; the others
-        // commit their fields as one step: the left edge, or the table's row count (it has no place).
+        // The MDI area's editor changes nothing without New or Delete; the others commit their fields
+        // as one step: the left edge, or the table's row count (it has no place).
         const bool mdi = name == QLatin1String("MdiArea");
         const bool table = name == QLatin1String("TableWidget");
         bool edited = false;

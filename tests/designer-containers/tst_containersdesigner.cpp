@@ -1,7 +1,7 @@
 // The grid splitter and the MDI area in Designer on the real core with the built plugin: the
 // descriptors (the panel a hidden container), cells and panels managed and saved with what is
-// dropped on them, a line drag and a strip move marking the form and saved, fewer columns releasing
-// their cells as an undo step, New and Delete acting at once, the editors, and the saved form
+// dropped on them, a line drag and a strip move each one undo step and saved, fewer columns releasing
+// their cells as an undo step, New and Delete acting at once as undo steps, the editors, and the saved form
 // reopened in Designer, through QUiLoader and as uic code.
 #include "advsplitter.h"
 #include "designercore.h"
@@ -35,19 +35,6 @@
 
 namespace {
 
-QDesignerCustomWidgetInterface *descriptor(const QString &name)
-{
-    for (QObject *instance : DesignerCore::instance().core()->pluginInstances()) {
-        if (auto *collection = qobject_cast<QDesignerCustomWidgetCollectionInterface *>(instance)) {
-            for (QDesignerCustomWidgetInterface *w : collection->customWidgets()) {
-                if (w->name() == name)
-                    return w;
-            }
-        }
-    }
-    return nullptr;
-}
-
 QString gridForm()
 {
     return DesignerCore::formDocument(QStringLiteral(
@@ -77,6 +64,17 @@ void drop(QDesignerFormWindowInterface *form, QWidget *target, const QString &na
     form->clearSelection();
     form->selectWidget(target, true);
     QVERIFY(QMetaObject::invokeMethod(form, "paste"));
+}
+
+// A drag by the mouse as the panel builder makes it: press on handle, move by delta, release.
+void dragBy(QWidget *handle, const QPoint &delta)
+{
+    const QPoint start = handle->rect().center();
+    QTest::mousePress(handle, Qt::LeftButton, Qt::NoModifier, start);
+    QMouseEvent move(QEvent::MouseMove, start + delta, handle->mapToGlobal(start + delta), Qt::LeftButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(handle, &move);
+    QTest::mouseRelease(handle, Qt::LeftButton, Qt::NoModifier, start);
 }
 
 // Tags of the managed children of widget, sorted.
@@ -172,7 +170,7 @@ private Q_SLOTS:
         QFETCH(QString, objectName);
         QFETCH(int, width);
         QFETCH(bool, container);
-        QDesignerCustomWidgetInterface *d = descriptor(name);
+        QDesignerCustomWidgetInterface *d = DesignerCore::descriptor(name);
         QVERIFY(d);
         QCOMPARE(d->group(), group);
         QCOMPARE(d->isContainer(), container);
@@ -203,19 +201,22 @@ private Q_SLOTS:
         drop(form, grid->cell(1, 0), QStringLiteral("bottomLeft"));
         QCOMPARE(DesignerCore::formWidget(form, QStringLiteral("topRight"))->parentWidget(), grid->cell(0, 2));
 
-        // A drag of the first line between columns, by the mouse as the panel builder drags it.
+        // Two drags of the first line between columns after an earlier edit: each its own undo step.
         AdvSplitter *line = grid->line(Qt::Horizontal, 0);
         QVERIFY(line->objectName().startsWith(QLatin1String("__qt__passive_")));
-        form->setDirty(false);
-        const QPoint start = line->rect().center();
-        QTest::mousePress(line, Qt::LeftButton, Qt::NoModifier, start);
-        QMouseEvent move(QEvent::MouseMove, start + QPoint(40, 0), line->mapToGlobal(start + QPoint(40, 0)),
-                         Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(line, &move);
-        QTest::mouseRelease(line, Qt::LeftButton, Qt::NoModifier, start);
-        QVERIFY(form->isDirty());
+        form->cursor()->setWidgetProperty(form->mainContainer(), QStringLiteral("windowTitle"), QStringLiteral("Earlier"));
+        dragBy(line, QPoint(60, 0));
+        const QStringList first = grid->lineHPos();
+        dragBy(line, QPoint(-20, 0));
         const QStringList positions = grid->lineHPos();
-        QVERIFY(positions.at(0) != QLatin1String("0.333333"));
+        QVERIFY(positions.at(0) != first.at(0) && first.at(0) != QLatin1String("0.333333"));
+        form->commandHistory()->undo();
+        QCOMPARE(grid->lineHPos(), first);
+        form->commandHistory()->undo();
+        QCOMPARE(grid->lineHPos().at(0), QStringLiteral("0.333333"));
+        QCOMPARE(form->mainContainer()->windowTitle(), QStringLiteral("Earlier"));
+        form->commandHistory()->setIndex(form->commandHistory()->count());
+        QCOMPARE(grid->lineHPos(), positions);
 
         const QString saved = form->contents();
         QCOMPARE(savedCells(saved), SixCells);
@@ -302,8 +303,8 @@ private Q_SLOTS:
         QCOMPARE(savedCells(form->contents()).size(), accept ? 12 : 6);
     }
 
-    // New and Delete act on the form at once (Cancel takes nothing back); OK makes the chosen panel
-    // the active one. Two panels holding widgets are saved and come back everywhere.
+    // New and Delete act on the form at once, as undo steps (Cancel takes nothing back); OK makes the
+    // chosen panel the active one. Two panels holding widgets are saved and come back everywhere.
     void panelsMadeDeletedSavedAndRestored()
     {
         QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(areaForm());
@@ -314,6 +315,7 @@ private Q_SLOTS:
         host.resize(500, 400);
         host.show();
         QVERIFY(QTest::qWaitForWindowExposed(&host));
+        form->cursor()->setWidgetProperty(form->mainContainer(), QStringLiteral("windowTitle"), QStringLiteral("Earlier"));
         bool checked = false;
         QVERIFY(DesignerCore::runEditor(area, [&](QDialog *dialog) {
             QCOMPARE(dialog->objectName(), QStringLiteral("MdiAreaEditor"));
@@ -340,6 +342,19 @@ private Q_SLOTS:
         }));
         QVERIFY(checked);
         QCOMPARE(area->getSubwindows(), (QStringList{"subWindow_1", "subWindow_2"})); // Cancel kept them
+        // Each New and Delete is an undo step of its own, after the earlier edit of the form.
+        QUndoStack *history = form->commandHistory();
+        QCOMPARE(history->count(), 5);
+        history->undo();
+        QCOMPARE(managedTags(form, area), (QStringList{"subWindow_1", "subWindow_2", "subWindow_3"}));
+        QCOMPARE(area->getSubwindows(), (QStringList{"subWindow_1", "subWindow_2", "subWindow_3"}));
+        for (int i = 0; i < 3; ++i)
+            history->undo();
+        QVERIFY(managedTags(form, area).isEmpty());
+        QCOMPARE(form->mainContainer()->windowTitle(), QStringLiteral("Earlier"));
+        while (history->canRedo())
+            history->redo();
+        QCOMPARE(managedTags(form, area), (QStringList{"subWindow_1", "subWindow_2"}));
         QVERIFY(DesignerCore::runEditor(area, [&](QDialog *dialog) {
             auto *list = dialog->findChild<QListWidget *>();
             QVERIFY(!list->currentItem()); // the active panel was the deleted one
@@ -360,11 +375,13 @@ private Q_SLOTS:
         QTRY_COMPARE(area->activePanel(), second);
         QVERIFY(second->handle(MoveHandler::Top)->isVisible());
 
-        // A strip moves its panel and marks the form.
-        form->setDirty(false);
-        second->handlerMove(second->handle(MoveHandler::Top), QPoint(15, 25));
-        QVERIFY(form->isDirty());
+        // A strip drag moves its panel as one undo step, after the drop.
+        dragBy(second->handle(MoveHandler::Top), QPoint(15, 25));
         const QRect moved = second->geometry();
+        form->commandHistory()->undo();
+        QCOMPARE(second->geometry(), moved.translated(-15, -25));
+        QVERIFY(DesignerCore::formWidget(form, QStringLiteral("onSecond")));
+        form->commandHistory()->redo();
 
         const QString saved = form->contents();
         QCOMPARE(savedPanels(saved), (QStringList{"subWindow_1", "subWindow_2"}));

@@ -9,8 +9,10 @@
 #include "tablecontents.h"
 #include "tablewidget.h"
 
+#include <QtUiPlugin/QDesignerCustomWidgetInterface>
 #include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
+#include <QtDesigner/QDesignerPropertyEditorInterface>
 #include <QtDesigner/QDesignerTaskMenuExtension>
 #include <QtDesigner/QExtensionManager>
 
@@ -19,6 +21,7 @@
 #include <QBuffer>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QListWidget>
 #include <QProcess>
 #include <QPushButton>
 #include <QShowEvent>
@@ -56,9 +59,9 @@ QString tableForm(const QByteArray &data)
 }
 
 // What a shown form window does first: the table makes its items at its first show.
-TableWidget *shownTable(QDesignerFormWindowInterface *form)
+TableWidget *shownTable(QDesignerFormWindowInterface *form, const QString &name = QStringLiteral("table"))
 {
-    auto *table = DesignerCore::formWidget<TableWidget>(form, QStringLiteral("table"));
+    auto *table = DesignerCore::formWidget<TableWidget>(form, name);
     if (table) {
         QShowEvent event;
         QApplication::sendEvent(table, &event);
@@ -104,6 +107,30 @@ private Q_SLOTS:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     void cleanupTestCase() { DesignerCore::release(); }
+
+    // A new table from the widget box: Designer's item editor lists every row and column it has, as
+    // the saved form does, with the columns named; plain row numbers are not stored.
+    void newTableRowsAndColumnsAgree()
+    {
+        const QString element = DesignerCore::descriptor(QStringLiteral("TableWidget"))->domXml();
+        QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(DesignerCore::formDocument(element));
+        TableWidget *table = shownTable(form, QStringLiteral("tableWidget"));
+        QVERIFY(table);
+        int columns = -1;
+        int rows = -1;
+        QTimer::singleShot(0, [&] {
+            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+            columns = dialog->findChild<QWidget *>(QStringLiteral("columnEditor"))->findChild<QListWidget *>()->count();
+            rows = dialog->findChild<QWidget *>(QStringLiteral("rowEditor"))->findChild<QListWidget *>()->count();
+            dialog->reject();
+        });
+        editItemsAction(table)->trigger();
+        QCOMPARE(columns, table->columnCount());
+        QCOMPARE(rows, table->rowCount());
+        const QString saved = form->contents();
+        QCOMPARE(int(saved.count(QLatin1String("<column>"))), columns);
+        QCOMPARE(int(saved.count(QLatin1String("<row/>"))), rows);
+    }
 
     void itemsEditedInDesignerAreSavedInDataAlone()
     {
@@ -205,6 +232,13 @@ private Q_SLOTS:
         QVERIFY(editItemsAction(table)); // Designer's own menu stays beside ours
         table->setSoftKeypadGeometry(QRect(5, 6, 70, 80));
         const int before = form->commandHistory()->count();
+        // Shown in the property editor, as a selected table is: the record never reaches it.
+        form->clearSelection();
+        form->selectWidget(table, true);
+        DesignerCore::instance().core()->propertyEditor()->setObject(table);
+        static QStringList warnings;
+        const QtMessageHandler previous = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext &, const QString &message) { warnings << message; });
 
         QString itemEditor;
         NKeyPadStruct shown;
@@ -231,7 +265,9 @@ private Q_SLOTS:
             dialog->findChild<QPushButton *>(QStringLiteral("editItemsButton"))->click();
             dialog->accept();
         });
+        qInstallMessageHandler(previous);
         QVERIFY(opened);
+        QVERIFY2(!warnings.join(QLatin1Char('\n')).contains(QLatin1String("keyPad")), qPrintable(warnings.join(QLatin1Char('\n'))));
         QCOMPARE(itemEditor, QStringLiteral("items"));
         QCOMPARE(shown.geometry(), QRect(5, 6, 70, 80));
         // Accepted unchanged, the record is still written: one undoable change, saved through the

@@ -1,5 +1,6 @@
 #include "designercore.h"
 
+#include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
 #include <QtDesigner/QDesignerComponents>
 #include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
@@ -116,6 +117,19 @@ QWidget *DesignerCore::formWidget(QDesignerFormWindowInterface *form, const QStr
     if (container->objectName() == objectName)
         return container;
     return container->findChild<QWidget *>(objectName);
+}
+
+QDesignerCustomWidgetInterface *DesignerCore::descriptor(const QString &name)
+{
+    for (QObject *instance : instance().core()->pluginInstances()) {
+        if (auto *collection = qobject_cast<QDesignerCustomWidgetCollectionInterface *>(instance)) {
+            for (QDesignerCustomWidgetInterface *w : collection->customWidgets()) {
+                if (w->name() == name)
+                    return w;
+            }
+        }
+    }
+    return nullptr;
 }
 
 bool DesignerCore::runEditor(QWidget *widget, const std::function<void(QDialog *)> &step)

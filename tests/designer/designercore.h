@@ -6,6 +6,7 @@
 
 #include <functional>
 
+class QDesignerCustomWidgetInterface;
 class QDialog;
 class QDesignerFormEditorInterface;
 class QDesignerFormWindowInterface;
@@ -43,6 +44,8 @@ public:
         return qobject_cast<T *>(formWidget(form, objectName));
     }
 
+    // The descriptor of one of the plugin's widgets, or null.
+    static QDesignerCustomWidgetInterface *descriptor(const QString &name);
     // Opens the editor dialog of widget's preferred task-menu action and runs step on it while it is
     // open; a dialog step leaves open is cancelled. False when no dialog opened.
     static bool runEditor(QWidget *widget, const std::function<void(QDialog *)> &step);
