@@ -31,7 +31,7 @@ public:
     using MakeItem = std::function<QTableWidgetItem *(int row, int column)>;
 
     // Rows x columns a file may grow the table to: far more than any parameter list.
-    static constexpr qint64 MaxCells = 1000000;
+    static constexpr qint64 MaxCells = 500000;
     static constexpr qint64 MaxBytes = 16 * 1024 * 1024;
 
     TableFiles(TableWidget *table, ReadCell readCell, MakeItem makeItem);
