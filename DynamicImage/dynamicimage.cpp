@@ -6,16 +6,20 @@
 #include "newestfile.h"
 #include "norvointerface_z3.h"
 #include "qeltapp.h"
+#include "regularfile.h"
 #include "widgetfactory.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QImageReader>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QMovie>
 #include <QPainter>
 #include <QTimer>
+
+#include <cmath>
 
 HMI_REGISTER_WIDGET(DynamicImage)
 
@@ -39,11 +43,14 @@ public:
         QObject::connect(&timer, &QTimer::timeout, q, &DynamicImage::updateImage);
     }
 
-    // Whether file is a picture the movie player may decode: readable, and not so large that
-    // decoding it would take memory no panel has.
-    static bool decodable(const QString &file);
+    // Why file is no picture the movie player may decode (empty when it is): a regular file,
+    // readable, and not so large that decoding it would take memory no panel has.
+    static QString undecodable(const QString &file);
     void show(const QString &file);
     void restartFrame();
+    // The movie's scaled size for the widget's: no larger than MaxPixels.
+    QSize scaledSize();
+    void warn(const char *property, const QString &what);
 
     DynamicImage *const q;
     QLabel label;
@@ -65,36 +72,73 @@ public:
     int visibleAddress = 0;
     int visibleBit = 0;
     bool bitOnVisible = true;
+    int folderVersion = 0; // of the newest file last taken from the folder
+    QString warned;        // the last warning, not repeated on every value or poll
 };
 
-bool DynamicImage::Private::decodable(const QString &file)
+void DynamicImage::Private::warn(const char *property, const QString &what)
 {
+    if (what == warned)
+        return;
+    warned = what;
+    qWarning("%s \"%s\": property \"%s\": %s", q->metaObject()->className(), qPrintable(q->objectName()), property,
+             qPrintable(what));
+}
+
+QSize DynamicImage::Private::scaledSize()
+{
+    const QSize size = q->size();
+    const qint64 pixels = qint64(size.width()) * size.height();
+    if (pixels <= MaxPixels)
+        return size;
+    const double factor = std::sqrt(double(MaxPixels) / double(pixels));
+    const QSize bounded(std::max(1, int(size.width() * factor)), std::max(1, int(size.height() * factor)));
+    warn("scaledContents", QStringLiteral("%1 x %2 is more than %3 pixels; the picture is scaled to %4 x %5")
+                               .arg(size.width())
+                               .arg(size.height())
+                               .arg(MaxPixels)
+                               .arg(bounded.width())
+                               .arg(bounded.height()));
+    return bounded;
+}
+
+QString DynamicImage::Private::undecodable(const QString &file)
+{
+    const QString refused = RegularFile::refusal(file, QIODevice::ReadOnly);
+    if (!refused.isEmpty())
+        return refused;
     QImageReader reader(file);
     if (!reader.canRead())
-        return false;
+        return reader.errorString();
     const QSize size = reader.size();
-    if (!size.isValid() || qint64(size.width()) * size.height() > MaxPixels)
-        return false;
+    if (!size.isValid())
+        return QStringLiteral("no picture size in it");
+    if (qint64(size.width()) * size.height() > MaxPixels)
+        return QStringLiteral("%1 x %2 is more than %3 pixels").arg(size.width()).arg(size.height()).arg(MaxPixels);
     // An animation reports its first frame's size, but is drawn on a screen of the size its header
     // claims, which a few bytes can make enormous.
     if (reader.format() == "gif") {
         QFile gif(file);
         if (!gif.open(QIODevice::ReadOnly))
-            return false;
+            return gif.errorString();
         const QByteArray header = gif.read(10);
         if (header.size() < 10)
-            return false;
+            return QStringLiteral("no GIF header");
         const auto le16 = [&header](int at) { return quint8(header[at]) | quint8(header[at + 1]) << 8; };
-        return qint64(le16(6)) * le16(8) <= MaxPixels;
+        if (qint64(le16(6)) * le16(8) > MaxPixels)
+            return QStringLiteral("an animation of %1 x %2 is more than %3 pixels").arg(le16(6)).arg(le16(8)).arg(MaxPixels);
     }
-    return true;
+    return QString();
 }
 
 void DynamicImage::Private::show(const QString &file)
 {
     movie.stop();
     // A missing, broken or oversized picture leaves an empty label, never a decode.
-    if (!decodable(file)) {
+    const QString refused = undecodable(file);
+    if (!refused.isEmpty()) {
+        if (QFileInfo::exists(file))
+            warn("images", QStringLiteral("\"%1\" is not shown: %2").arg(file, refused));
         label.clear();
         movie.setFileName(QString());
         return;
@@ -154,7 +198,7 @@ bool DynamicImage::scaledContents() const { return d->scaled; }
 void DynamicImage::setScaledContents(const bool &scaled)
 {
     d->scaled = scaled;
-    d->movie.setScaledSize(scaled ? size() : QSize(-1, -1));
+    d->movie.setScaledSize(scaled ? d->scaledSize() : QSize(-1, -1));
     d->restartFrame();
 }
 
@@ -274,12 +318,18 @@ void DynamicImage::updateData(int index, int value)
 void DynamicImage::updateImage()
 {
     const QString path = d->folder.poll();
+    if (d->folder.truncated())
+        d->warn("autoLoadPath", QStringLiteral("\"%1\" holds more than %2 entries; the newest picture is looked "
+                                               "for among the first %2 only").arg(d->autoLoadPath).arg(NewestFile::MaxEntries));
     if (path.isEmpty())
         return;
+    // A picture written again in place shows anew, as a new one does.
+    const bool rewritten = d->folder.version() != d->folderVersion;
+    d->folderVersion = d->folder.version();
     if (d->index < 0) {
         d->images.append(path);
         setIndex(0);
-    } else if (d->index < d->images.size() && d->images.at(d->index) != path) {
+    } else if (d->index < d->images.size() && (d->images.at(d->index) != path || rewritten)) {
         d->images[d->index] = path;
         setIndex(d->index);
     }
@@ -334,7 +384,7 @@ void DynamicImage::resizeEvent(QResizeEvent *event)
     QWidget::resizeEvent(event);
     d->label.setGeometry(0, 0, QWidget::width(), QWidget::height());
     if (d->scaled) {
-        d->movie.setScaledSize(size());
+        d->movie.setScaledSize(d->scaledSize());
         d->restartFrame();
     }
 }

@@ -48,8 +48,9 @@ public:
     };
     Q_ENUM(BitType)
 
-    // A picture larger than this is not decoded: a file's header can claim any size.
-    static constexpr qint64 MaxPixels = 8192LL * 8192LL;
+    // A picture larger than this is not decoded (a file's header can claim any size), and a scaled
+    // picture is made no larger: twice a 4K screen, 64 MiB a frame.
+    static constexpr qint64 MaxPixels = 4096LL * 4096LL;
     static constexpr int AutoLoadInterval = 300;
 
     Q_INVOKABLE explicit DynamicImage(QWidget *parent = nullptr);

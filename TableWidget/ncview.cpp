@@ -2,10 +2,29 @@
 
 #include "textfilelines.h"
 
+#include <QCoreApplication>
 #include <QHeaderView>
+#include <QIODevice>
 #include <QTableWidget>
 
 #include <algorithm>
+
+namespace {
+
+void upperAscii(QByteArray *bytes)
+{
+    for (char &c : *bytes) {
+        if (c >= 'a' && c <= 'z')
+            c = char(c - 'a' + 'A');
+    }
+}
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("NcView", text);
+}
+
+} // namespace
 
 NcView::NcView(QTableWidget *table)
     : m_table(table)
@@ -14,32 +33,49 @@ NcView::NcView(QTableWidget *table)
 
 NcView::~NcView() = default;
 
-int NcView::show(const QStringList &codeSigns, QIODevice *file, int *cutLines)
+void NcView::show(const QStringList &codeSigns, QIODevice *file)
 {
     m_program = std::make_unique<NcProgram>(codeSigns);
     m_lines.clear();
     m_made.clear();
+    m_latin1 = false;
+    m_notWhole.clear();
     m_table->setRowCount(0);
     m_table->verticalHeader()->show();
     m_table->setColumnCount(m_program->columnCount());
     m_table->setHorizontalHeaderLabels(codeSigns.mid(0, m_program->columnCount()));
-    TextFileLines lines(file);
-    int over = 0;
+    TextFileLines lines(file, TextFileLines::MaxLineBytes, MaxBytes);
+    bool more = false;
     while (!lines.atEnd()) {
-        const QString line = lines.next().toUpper();
-        if (line.isEmpty())
+        QByteArray bytes = lines.nextBytes();
+        if (bytes.isEmpty())
             continue;
         if (m_lines.size() >= MaxLines) {
-            ++over;
-            continue;
+            more = true;
+            break;
+        }
+        upperAscii(&bytes);
+        QString line = m_latin1 ? QString::fromLatin1(bytes) : QString::fromUtf8(bytes);
+        // Text that UTF-8 does not give back byte for byte makes the whole program Latin-1, where
+        // every byte is one character: the lines so far are re-read so.
+        if (!m_latin1 && line.toUtf8() != bytes) {
+            m_latin1 = true;
+            for (QString &earlier : m_lines)
+                earlier = QString::fromLatin1(earlier.toUtf8());
+            line = QString::fromLatin1(bytes);
         }
         m_lines.append(line);
     }
-    if (cutLines)
-        *cutLines = lines.cutLines();
+    m_lineEnd = lines.lineEnd();
+    if (more || lines.stoppedEarly())
+        m_notWhole = tr("Only its first %1 lines are shown: a program view holds %2 lines and %3 MiB.")
+                         .arg(m_lines.size())
+                         .arg(MaxLines)
+                         .arg(MaxBytes / (1024 * 1024));
+    else if (lines.cutLines() > 0)
+        m_notWhole = tr("%1 lines longer than %2 bytes were cut.").arg(lines.cutLines()).arg(TextFileLines::MaxLineBytes);
     m_made.assign(size_t(m_lines.size()), false);
     m_table->setRowCount(int(m_lines.size()));
-    return over;
 }
 
 void NcView::cover(int first, int last)
@@ -90,4 +126,15 @@ QString NcView::lineAt(int row) const
         out += item->data(TrailingRole).toString();
     }
     return out;
+}
+
+bool NcView::write(QIODevice *file) const
+{
+    for (int row = 0; row < m_table->rowCount(); ++row) {
+        const QString line = lineAt(row);
+        const QByteArray bytes = (m_latin1 ? line.toLatin1() : line.toUtf8()) + m_lineEnd;
+        if (file->write(bytes) != bytes.size())
+            return false;
+    }
+    return true;
 }

@@ -1,12 +1,13 @@
 #include "tablefiles.h"
 
 #include "bindingtext.h"
-#include "ncview.h"
+#include "operatormessage.h"
 #include "qeltapp.h"
 #include "tablewidget.h"
 #include "textfilelines.h"
 #include "valueconversion.h"
 
+#include <QCoreApplication>
 #include <QIODevice>
 #include <QTextStream>
 
@@ -35,10 +36,20 @@ bool isBitCell(const QStringList &fields)
     return fields.size() >= 6 && fields.first() == QLatin1String("bit");
 }
 
-// The link of a value cell: field 9 only in the ten-field form.
+// The link of a value cell: field 9 of the long form, as the cell is registered with.
 int linkOf(const BindingText &b)
 {
-    return b.fields.size() == LongFormFields ? b.field(9) : 0;
+    return b.fields.size() >= LongFormFields ? b.field(9) : 0;
+}
+
+// A text as one part of a line: what would end the part or the line becomes a blank.
+QString inLine(QString text)
+{
+    for (QChar &c : text) {
+        if (c == QLatin1Char('\t') || c == QLatin1Char('\n') || c == QLatin1Char('\r'))
+            c = QLatin1Char(' ');
+    }
+    return text;
 }
 } // namespace
 
@@ -60,7 +71,7 @@ QString TableFiles::cellOutput(const QString &text, const QString &binding, Qelt
     BindingText b;
     b.fields = binding.split(QLatin1Char('@'));
     if (isTextCell(b.fields, binding) || !app)
-        return text;
+        return inLine(text);
     if (isValueCell(b.fields)) {
         const int raw = app->getData(BindingText::channelIndex(b.field(0)), QeltApp::DataClass(b.field(1)), b.field(2), linkOf(b));
         // In double precision, so that every 32-bit value comes back from the file as it was.
@@ -71,44 +82,63 @@ QString TableFiles::cellOutput(const QString &text, const QString &binding, Qelt
         const bool on = app->getBit(BindingText::channelIndex(b.field(1)), b.field(2), b.field(3), b.field(4), b.field(5));
         return on ? QStringLiteral("1") : QStringLiteral("0");
     }
-    return text;
+    return inLine(text);
+}
+
+bool TableFiles::isShown(int row, int column) const
+{
+    if (m_table->isColumnHidden(column))
+        return false;
+    if (m_table->rowSpan(row, column) == 1 && m_table->columnSpan(row, column) == 1)
+        return true;
+    // A merged cell is drawn as its first cell; every other cell of it has its left or its upper
+    // neighbour in the same merged cell, drawn in the same place.
+    const auto place = [this](int r, int c) { return m_table->visualRect(m_table->model()->index(r, c)); };
+    const QRect merged = place(row, column);
+    return !(column > 0 && place(row, column - 1) == merged) && !(row > 0 && place(row - 1, column) == merged);
 }
 
 void TableFiles::save(QIODevice *file, QeltApp *app) const
 {
     QTextStream out(file);
     TextFileLines::useUtf8(&out);
+    QStringList parts;
     for (int row = 0; row < m_table->rowCount(); ++row) {
-        QString line;
+        parts.clear();
+        int used = 0; // the parts up to the last cell written
         for (int column = 0; column < m_table->columnCount(); ++column) {
             QString text, binding;
-            if (!m_readCell(row, column, &text, &binding))
+            if (!isShown(row, column) || !m_readCell(row, column, &text, &binding)) {
+                parts.append(QString());
                 continue;
-            line += cellOutput(text, binding, app);
-            line += QLatin1Char('\t');
+            }
+            parts.append(cellOutput(text, binding, app));
+            used = column + 1;
         }
-        line.chop(1);
-        out << line << '\n';
+        out << parts.mid(0, used).join(QLatin1Char('\t')) << '\n';
     }
 }
 
 int TableFiles::load(QIODevice *file, QeltApp *app, const QString &fileName) const
 {
-    TextFileLines lines(file);
+    TextFileLines lines(file, TextFileLines::MaxLineBytes, MaxBytes);
+    const qint64 maxRows = std::max<qint64>(m_table->rowCount(), MaxCells / std::max(1, m_table->columnCount()));
     int refused = 0;
     int row = 0;
+    bool more = false;
     for (; !lines.atEnd(); ++row) {
-        const QString line = lines.next();
-        if (row >= NcView::MaxLines) {
-            qWarning("%s \"%s\": \"%s\" has more than %d lines; the rest is not read", m_table->metaObject()->className(),
-                     qPrintable(m_table->objectName()), qPrintable(fileName), NcView::MaxLines);
+        if (row >= maxRows) {
+            more = true;
             break;
         }
+        const QString line = lines.next();
         if (row >= m_table->rowCount())
             m_table->insertRow(row);
         const QStringList parts = line.split(QLatin1Char('\t'));
         const int columns = std::min(int(parts.size()), m_table->columnCount());
         for (int column = 0; column < columns; ++column) {
+            if (!isShown(row, column))
+                continue;
             QTableWidgetItem *item = m_makeItem(row, column);
             if (!item)
                 continue;
@@ -119,7 +149,7 @@ int TableFiles::load(QIODevice *file, QeltApp *app, const QString &fileName) con
                 item->setText(parts.at(column));
                 continue;
             }
-            if (!isValueCell(b.fields) || !app)
+            if (!isValueCell(b.fields) || !app || parts.at(column).trimmed().isEmpty())
                 continue;
             // The file holds what saving writes: a decimal number with the cell's decimal places,
             // whatever base the cell shows on screen. Within the cell's limits and its 32-bit word,
@@ -138,8 +168,19 @@ int TableFiles::load(QIODevice *file, QeltApp *app, const QString &fileName) con
             app->setData(BindingText::channelIndex(b.field(0)), QeltApp::DataClass(b.field(1)), b.field(2), *value, linkOf(b));
         }
     }
+    QStringList notWhole;
+    if (more || lines.stoppedEarly())
+        notWhole << QCoreApplication::translate("TableFiles", "Only its first %1 lines were read: a table file fills "
+                                                              "at most %2 cells and is read up to %3 MiB.")
+                        .arg(row)
+                        .arg(MaxCells)
+                        .arg(MaxBytes / (1024 * 1024));
     if (lines.cutLines() > 0)
-        qWarning("%s \"%s\": \"%s\": %d lines longer than %lld bytes were cut", m_table->metaObject()->className(),
-                 qPrintable(m_table->objectName()), qPrintable(fileName), lines.cutLines(), TextFileLines::MaxLineBytes);
+        notWhole << QCoreApplication::translate("TableFiles", "%1 lines longer than %2 bytes were cut.")
+                        .arg(lines.cutLines())
+                        .arg(TextFileLines::MaxLineBytes);
+    if (!notWhole.isEmpty())
+        OperatorMessage::warning(m_table, QStringLiteral("TableWidget"),
+                                 QStringLiteral("loadFormFile:File not read whole!\n") + notWhole.join(QLatin1Char('\n')));
     return refused;
 }

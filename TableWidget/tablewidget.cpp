@@ -1,5 +1,6 @@
 #include "tablewidget.h"
 #include "operatormessage.h"
+#include "regularfile.h"
 
 #include "tablewidget_p.h"
 #include "widgetfactory.h"
@@ -12,7 +13,6 @@
 #include <QScrollBar>
 #include <QStyleOptionHeader>
 #include <QStylePainter>
-#include <QTextStream>
 
 #include <algorithm>
 #include <utility>
@@ -893,8 +893,9 @@ void TableWidget::loadFormFile(const QString &fileName)
         NORVOInterface_Z3::initialization()->inadequateOperationAuthority(operationalAuthority());
         return;
     }
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    // Not in text mode: that would drop the CR that alone ends a line.
+    RegularFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
         d->warnFile("loadFormFile:Cannot read file!\n", file);
         return;
     }
@@ -904,7 +905,7 @@ void TableWidget::loadFormFile(const QString &fileName)
 
 void TableWidget::saveAsFile(const QString &fileName)
 {
-    QFile file(fileName);
+    RegularFile file(fileName);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Text)) {
         d->warnFile("saveAsFile:Cannot write file!\n", file);
         return;
@@ -914,38 +915,41 @@ void TableWidget::saveAsFile(const QString &fileName)
 
 void TableWidget::showAsNCCode(const QString &fileName, const QString &codeSign)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    RegularFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
         d->warnFile("showAsNCCode:Cannot read file!\n", file);
         return;
     }
     QApplication::setOverrideCursor(Qt::WaitCursor);
     d->leaveDesignedContents();
-    int cut = 0;
-    if (const int over = d->ncView.show(codeSign.split(QLatin1Char(',')), &file, &cut))
-        qWarning("%s \"%s\": \"%s\" has %d lines more than the %d a program view holds; they are not shown",
-                 metaObject()->className(), qPrintable(objectName()), qPrintable(fileName), over, NcView::MaxLines);
-    if (cut)
-        qWarning("%s \"%s\": \"%s\": %d lines longer than %lld bytes were cut", metaObject()->className(),
-                 qPrintable(objectName()), qPrintable(fileName), cut, TextFileLines::MaxLineBytes);
+    d->ncView.show(codeSign.split(QLatin1Char(',')), &file);
     setCornerText(QStringLiteral("n"));
     d->ncView.cover(d->firstVisibleRow(), d->lastVisibleRow());
     QApplication::restoreOverrideCursor();
+    if (!d->ncView.notWhole().isEmpty())
+        OperatorMessage::warning(this, QStringLiteral("TableWidget"),
+                                 QStringLiteral("showAsNCCode:Program not read whole, it cannot be saved!\n")
+                                     + d->ncView.notWhole());
 }
 
 void TableWidget::saveAsNCCode(const QString &fileName)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text)) {
+    // Written back, a program read only in part would lose its rest.
+    if (!d->ncView.notWhole().isEmpty()) {
+        OperatorMessage::warning(this, QStringLiteral("TableWidget"),
+                                 QStringLiteral("saveAsNCCode:Program not read whole, not saved!\n") + d->ncView.notWhole());
+        return;
+    }
+    RegularFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly)) {
         d->warnFile("saveAsNCCode:Cannot write file!\n", file);
         return;
     }
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    QTextStream out(&file);
-    TextFileLines::useUtf8(&out);
-    for (int row = 0; row < rowCount(); ++row)
-        out << d->ncView.lineAt(row) << '\n';
+    const bool written = d->ncView.write(&file) && file.flush();
     QApplication::restoreOverrideCursor();
+    if (!written)
+        d->warnFile("saveAsNCCode:Cannot write file!\n", file);
 }
 
 void TableWidget::showAsCNCBit(int channel, int bitType, int startAddress, int bitCount, int titleType)

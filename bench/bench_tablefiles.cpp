@@ -1,7 +1,10 @@
 // The table's NC program view and bit monitor: loading a long program against reading the same file
 // line by line and splitting each line at blanks, and one scroll step of the bit monitor far down
-// against one near its start.
-// Usage: bench_tablefiles [rounds] [lines] [scroll steps]
+// against one near its start. Then files far beyond what a table holds: a 1 GiB program and a table
+// file of a million lines, time and resident memory.
+// Usage: bench_tablefiles [rounds] [lines] [scroll steps]   (TMPDIR=/dev/shm for the large files)
+#include "operatormessage.h"
+#include "residentmemory.h"
 #include "simulatedcontroller.h"
 #include "tablewidget.h"
 
@@ -140,6 +143,46 @@ int main(int argc, char **argv)
           << " us\n";
     out() << "ratio bit monitor scroll step at bit 50000 / at bit 100: " << double(farStep.ns) / double(nearStep.ns)
           << " (target <= 1.2)\n";
+
+    // The operator's messages about files not read whole, counted instead of waiting in a box.
+    int told = 0;
+    OperatorMessage::setSink([&told](OperatorMessage::Kind, QWidget *, const QString &, const QString &) { ++told; });
+    const QString huge = dir.filePath(QStringLiteral("huge.nc"));
+    {
+        QFile file(huge);
+        file.open(QIODevice::WriteOnly);
+        const QByteArray block = QByteArray("N10 G01 X12.5 Y-3 F1200 (A COMMENT)\n").repeated(1 << 15);
+        for (qint64 written = 0; written < (qint64(1) << 30); written += block.size())
+            file.write(block);
+    }
+    {
+        Panel panel(&controller);
+        const qint64 before = residentKiB();
+        QElapsedTimer timer;
+        timer.start();
+        panel.table->showAsNCCode(huge, QStringLiteral("N,G,X,Y,Z,I,J,F,S,T,M"));
+        out() << "showAsNCCode of a 1 GiB program: " << timer.elapsed() << " ms, +" << (residentKiB() - before) / 1024
+              << " MiB, " << panel.table->rowCount() << " rows shown\n";
+    }
+    QFile::remove(huge);
+    const QString rows = dir.filePath(QStringLiteral("rows.txt"));
+    {
+        QFile file(rows);
+        file.open(QIODevice::WriteOnly);
+        for (int i = 0; i < 1000000; ++i)
+            file.write(QByteArray("Parameter ") + QByteArray::number(i) + "\t" + QByteArray::number(i % 977) + "\tmm\tx\ty\n");
+    }
+    {
+        Panel panel(&controller);
+        panel.table->setColumnCount(5);
+        const qint64 before = residentKiB();
+        QElapsedTimer timer;
+        timer.start();
+        panel.table->loadFormFile(rows);
+        out() << "loadFormFile of a 1,000,000-line file into 5 columns: " << timer.elapsed() << " ms, +"
+              << (residentKiB() - before) / 1024 << " MiB, " << panel.table->rowCount() << " rows\n";
+    }
+    out() << told << " messages for the operator\n";
     out().flush();
     return 0;
 }

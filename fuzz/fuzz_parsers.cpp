@@ -14,11 +14,11 @@
 #include "jumppattern.h"
 #include "keypaddialog.h"
 #include "ncprogram.h"
+#include "ncview.h"
 #include "recordingqeltapp.h"
 #include "tablecontents.h"
 #include "tablefiles.h"
 #include "tablewidget.h"
-#include "textfilelines.h"
 #include "tablestore.h"
 #include "valueconversion.h"
 #include "valueformatter.h"
@@ -27,6 +27,7 @@
 #include <QBuffer>
 #include <QDialog>
 #include <QRegularExpression>
+#include <QTableWidget>
 #include <QTableWidgetItem>
 #include <QtEndian>
 
@@ -60,6 +61,32 @@ void cellFile(const QByteArray &text)
     if (!FormTableReader::read(written, QStringLiteral("t"), &read, &problem)
         || !TableStore::load(read, &again, &error, &notes) || again != table)
         abort();
+}
+
+// What a program view writes back of bytes: the non-empty lines (ended by LF, CR-LF or CR alone),
+// a-z upper-cased, each with the first line end found.
+QByteArray programAsWritten(const QByteArray &bytes)
+{
+    QByteArrayList lines{QByteArray()};
+    QByteArray end;
+    for (int i = 0; i < bytes.size(); ++i) {
+        const char c = bytes.at(i);
+        if (c != '\r' && c != '\n') {
+            lines.last() += c >= 'a' && c <= 'z' ? char(c - 32) : c;
+            continue;
+        }
+        const bool crlf = c == '\r' && i + 1 < bytes.size() && bytes.at(i + 1) == '\n';
+        if (end.isEmpty())
+            end = crlf ? "\r\n" : QByteArray(1, c);
+        i += crlf;
+        lines << QByteArray();
+    }
+    QByteArray out;
+    for (const QByteArray &line : lines) {
+        if (!line.isEmpty())
+            out += line + (end.isEmpty() ? QByteArray("\n") : end);
+    }
+    return out;
 }
 
 } // namespace
@@ -143,17 +170,19 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         (void)ValueConversion::doubleToInt(typed.toDouble(), cell.decimals);
         break;
     }
-    case 8: { // an NC program: the first line the code signs, every other line must come back exactly
-        QByteArray bytes = rest;
+    case 8: { // an NC program: the first line the code signs; a program read whole comes back as it was
+        const int newline = int(rest.indexOf('\n'));
+        QByteArray bytes = newline < 0 ? QByteArray() : rest.mid(newline + 1);
         QBuffer file(&bytes);
         file.open(QIODevice::ReadOnly);
-        TextFileLines lines(&file, 4096);
-        const NcProgram program(lines.atEnd() ? QStringList() : lines.next().split(QLatin1Char(',')));
-        while (!lines.atEnd()) {
-            const QString line = lines.next().toUpper();
-            if (program.write(program.parse(line)) != line)
-                abort();
-        }
+        QTableWidget table;
+        NcView view(&table);
+        view.show(QString::fromUtf8(rest.left(newline)).split(QLatin1Char(',')), &file);
+        view.cover(0, table.rowCount() / 2); // some rows made, some not
+        QBuffer out;
+        out.open(QIODevice::WriteOnly);
+        if (!view.write(&out) || (view.notWhole().isEmpty() && out.data() != programAsWritten(bytes)))
+            abort();
         break;
     }
     case 9: { // a table text file loaded into a table of text, value and bit cells, then saved

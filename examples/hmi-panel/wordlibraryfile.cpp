@@ -1,5 +1,6 @@
 #include "wordlibraryfile.h"
 
+#include "regularfile.h"
 #include "textfilelines.h"
 
 #include <QDir>
@@ -13,7 +14,7 @@ QString WordLibraryFile::besideForm(const QString &formFile)
 
 bool WordLibraryFile::readFile(const QString &fileName)
 {
-    QFile file(fileName);
+    RegularFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) {
         m_words.clear();
         m_problems = QStringList{QStringLiteral("%1: %2").arg(fileName, file.errorString())};
@@ -35,7 +36,7 @@ bool WordLibraryFile::read(QIODevice *device)
             ++unreported;
     };
     // A word is a caption: a line far longer than any caption is a wrong file, not a word.
-    TextFileLines lines(device, 64 * 1024);
+    TextFileLines lines(device, 64 * 1024, MaxBytes);
     while (!lines.atEnd()) {
         const QString line = lines.next();
         const int number = lines.count();
@@ -64,5 +65,7 @@ bool WordLibraryFile::read(QIODevice *device)
     }
     if (unreported > 0)
         m_problems << QStringLiteral("and %1 more problems").arg(unreported);
+    if (lines.stoppedEarly())
+        m_problems << QStringLiteral("read up to %1 MiB; the rest is left out").arg(MaxBytes / (1024 * 1024));
     return m_problems.isEmpty();
 }

@@ -9,11 +9,13 @@ class QIODevice;
 // The panel's word library as a panel builder writes it: a UTF-8 text file, one word per line,
 // "id<TAB>text in language 0<TAB>text in language 1 ...". Empty lines and lines starting with '#' are
 // skipped. A line without a number in front, or an id given twice, is reported with its line number
-// and left out; the rest of the file still counts.
+// and left out; the rest of the file still counts. Only a regular file is read, and no more than
+// MaxBytes of it.
 class WordLibraryFile
 {
 public:
     static constexpr int MaxWords = 100000;
+    static constexpr qint64 MaxBytes = 16 * 1024 * 1024;
     static constexpr int MaxLanguages = 10;
 
     // The library a panel uses for a form when none is named: "words.tsv" beside the form.

@@ -19,13 +19,14 @@ class CellFile
 {
 public:
     static constexpr int MaxLineBytes = 1024 * 1024;
-    static constexpr int MaxRows = TableContents::MaxRows;
+    // What a screen of a panel can page through; a table of more is not a parameter list. These
+    // bounds keep writing a form well under a few hundred megabytes and seconds.
+    static constexpr int MaxRows = 100000;
     static constexpr int MaxColumns = TableContents::MaxColumns;
-    // Rows x columns. An empty cell stores in four bytes but takes a few dozen in memory here; this
-    // keeps a file of tabs from taking gigabytes, and is beyond any table a panel shows.
-    static constexpr qint64 MaxCells = 16 * 1024 * 1024;
-    // A table never stores smaller than its text, and the panel reads no larger stored table.
-    static constexpr qint64 MaxFileBytes = TableContents::ExpansionLimit;
+    // Rows x columns. A cell takes a few hundred bytes here while it is stored; this keeps a file
+    // of tabs or of one-letter cells under a few hundred megabytes.
+    static constexpr qint64 MaxCells = 500000;
+    static constexpr qint64 MaxFileBytes = 16 * 1024 * 1024;
 
     // Pure: the whole file in, the table or the first problem (with its line) out.
     static bool parse(const QByteArray &text, TableCells *table, Problem *problem);

@@ -19,7 +19,8 @@ text file, or reads them back into one.
                                   place unless -o is given.
   read FORM.ui TABLE              Prints the table as a cell file (to -o FILE if given).
 
-The cell file is UTF-8 text, one line per table row, cells separated by tabs (CR-LF accepted):
+The cell file is UTF-8 text (at most 16 MiB, 100,000 rows and 500,000 cells), one line per table
+row, cells separated by tabs (CR-LF accepted):
   Feed override                   a text cell
   Spindle speed|Drehzahl          the cell's text in every panel language (up to 10)
   {1@0@100@8@2@0@9999}            a binding (value or bit cell) after the text, in braces

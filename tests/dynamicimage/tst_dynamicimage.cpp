@@ -4,6 +4,7 @@
 // geometry, the click signals, and pictures that must not be decoded.
 #include "dynamicimage.h"
 #include "fakedesignerhost.h"
+#include "newestfile.h"
 #include "norvointerface_z3.h"
 #include "recordingqeltapp.h"
 
@@ -243,41 +244,62 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(folder));
         DynamicImage image;
         image.setAutoLoadPath(folder);
-        image.updateImage(); // empty folder
+        // A running panel's event loop hears the folder's watcher between its polls.
+        const auto poll = [&image] {
+            QCoreApplication::processEvents();
+            image.updateImage();
+        };
+        poll(); // empty folder
         QCOMPARE(image.index(), -1);
         QVERIFY(image.images().isEmpty());
 
         writePng(folder + QStringLiteral("/a.png"), Qt::red);
         age(folder + QStringLiteral("/a.png"), 60);
         writeFile(folder + QStringLiteral("/notes.txt"), "not a picture");
-        image.updateImage();
+        poll();
         QCOMPARE(image.images(), QStringList{folder + QStringLiteral("/a.png")});
         QCOMPARE(image.index(), 0);
 
         writePng(folder + QStringLiteral("/b.png"), Qt::green);
         age(folder + QStringLiteral("/b.png"), 30);
-        image.updateImage(); // newer: replaces the entry
+        poll(); // newer: replaces the entry
         QCOMPARE(image.images(), QStringList{folder + QStringLiteral("/b.png")});
         QCOMPARE(image.currentPixmap().toImage().pixelColor(1, 1), QColor(Qt::green));
 
         writePng(folder + QStringLiteral("/c.png"), Qt::blue);
         age(folder + QStringLiteral("/c.png"), 90);
-        image.updateImage(); // older: nothing
+        poll(); // older: nothing
         QCOMPARE(image.images(), QStringList{folder + QStringLiteral("/b.png")});
 
-        // An unchanged folder is not listed again; a new file is found at the next poll.
+        // An unchanged folder is not listed again; a picture rewritten in place, the folder's own
+        // time unchanged, is found at the next poll: an older one that becomes the newest, and the
+        // newest itself.
         age(folder, 20);
-        image.updateImage();
+        poll();
         const int listings = image.folderListings();
         for (int i = 0; i < 5; ++i)
-            image.updateImage();
+            poll();
         QCOMPARE(image.folderListings(), listings);
-        writePng(folder + QStringLiteral("/d.png"), Qt::yellow);
-        image.updateImage();
+        writePng(folder + QStringLiteral("/c.png"), Qt::yellow);
+        age(folder, 20);
+        poll();
+        QCOMPARE(image.images(), QStringList{folder + QStringLiteral("/c.png")});
+        QCOMPARE(image.currentPixmap().toImage().pixelColor(1, 1), QColor(Qt::yellow));
+        writePng(folder + QStringLiteral("/c.png"), Qt::cyan);
+        poll();
+        QCOMPARE(image.currentPixmap().toImage().pixelColor(1, 1), QColor(Qt::cyan));
+        age(folder + QStringLiteral("/c.png"), 10);
+        writePng(folder + QStringLiteral("/d.png"), Qt::magenta);
+        poll();
         QCOMPARE(image.images(), QStringList{folder + QStringLiteral("/d.png")});
+        // A listing reads no more entries than its bound, matching or not, and tells so.
+        NewestFile few(3);
+        few.setPath(folder);
+        few.poll();
+        QVERIFY(few.truncated());
         // A folder that vanished changes nothing.
         QVERIFY(QDir(folder).removeRecursively());
-        image.updateImage();
+        poll();
         QCOMPARE(image.images(), QStringList{folder + QStringLiteral("/d.png")});
         image.setAutoLoadImage(true);
         image.setAutoLoadImage(false);
@@ -316,6 +338,12 @@ private Q_SLOTS:
         image->setWidth(50);
         image->setTop(5);
         QCOMPARE(counter.resizes, 0);
+        // Scaled to a widget of 24 million pixels, the picture is made no larger than the bound.
+        image->resize(8000, 3000);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^DynamicImage \"\": property \"scaledContents\": 8000 x 3000")));
+        image->setScaledContents(true);
+        const QSize scaled = image->currentPixmap().size();
+        QVERIFY(qint64(scaled.width()) * scaled.height() <= DynamicImage::MaxPixels && scaled.width() > 6000);
     }
 
     void clickSignals()
@@ -337,7 +365,7 @@ private Q_SLOTS:
 
     void picturesNotToDecode_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QByteArray>("bytes"); // or "<pipe>", "/dev/..." for what is no file
         QTest::newRow("text named .png") << QByteArray("hello");
         QTest::newRow("cut PNG") << QByteArray("\x89PNG\r\n\x1a\n\x00\x00", 10);
         QTest::newRow("huge dimensions") << hugePngHeader();
@@ -346,19 +374,28 @@ private Q_SLOTS:
         bomb.replace(6, 4, QByteArray("\x60\xea\x60\xea", 4));
         QTest::newRow("GIF bomb") << bomb;
         QTest::newRow("missing") << QByteArray();
+        QTest::newRow("named pipe") << QByteArray("<pipe>");
+        QTest::newRow("device") << QByteArray("/dev/zero");
     }
     void picturesNotToDecode()
     {
         QFETCH(QByteArray, bytes);
         QTemporaryDir dir;
         const QString good = dir.filePath(QStringLiteral("good.png"));
-        const QString bad = dir.filePath(QStringLiteral("bad.png"));
+        QString bad = dir.filePath(QStringLiteral("bad.png"));
         writePng(good, Qt::red);
-        if (!bytes.isEmpty())
+        if (bytes == "<pipe>")
+            QCOMPARE(mkfifo(QFile::encodeName(bad).constData(), 0600), 0);
+        else if (bytes.startsWith("/dev/"))
+            bad = QString::fromLatin1(bytes);
+        else if (!bytes.isEmpty())
             writeFile(bad, bytes);
         DynamicImage image;
+        image.setObjectName(QStringLiteral("gauge"));
         image.setImages({good, bad});
         image.setIndex(0);
+        if (!bytes.isEmpty())
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^DynamicImage \"gauge\": property \"images\": \"%1\"").arg(bad)));
         image.setIndex(1);
         QCOMPARE(image.index(), 1);
         QVERIFY(image.currentPixmap().isNull()); // an empty label, nothing decoded

@@ -192,6 +192,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("says");
 
         QTest::newRow("unknown escape") << QByteArray("a\n\\x\n") << qint64(2) << "\\x";
+        QTest::newRow("a million rows") << QByteArray(1000000, '\n') << qint64(CellFile::MaxRows + 1) << "rows";
         QTest::newRow("lone backslash at the end") << QByteArray("a\\\tb\n") << qint64(1) << "lone";
         QTest::newRow("unclosed binding") << QByteArray("a{1@2\n") << qint64(1) << "not closed";
         QTest::newRow("closing brace alone") << QByteArray("a}\n") << qint64(1) << "without";
