@@ -527,6 +527,10 @@ void AbstractButton::keyPressEvent(QKeyEvent *e)
             setDown(true);
             repaint();
             d->emitPressed();
+            // A press sent in code (a soft key) has no key to let go: it is a whole click, or the
+            // press would hold its bit until some later release.
+            if (!e->spontaneous() && guard && d->down)
+                d->completeClick();
         }
         break;
     case Qt::Key_Escape:
