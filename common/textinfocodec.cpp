@@ -11,9 +11,8 @@
 
 namespace {
 constexpr qint32 FormatVersion = 1;
-// Smallest stream sizes of a slot byte array and of a record (three ints, two list counts).
+// Smallest stream size of a slot byte array.
 constexpr int MinSlotSize = 4;
-constexpr int MinRecordSize = 3 * 4 + 4 + 4;
 
 // The count in front of a list whose first maxUsed elements the reader takes: the rest is not read. A
 // count the bytes left cannot hold is malformed all the same.
@@ -53,19 +52,7 @@ bool TextInfoCodec::decodeSlot(const QByteArray &buffer, QList<TextData> *record
     StoredStream::prepare(in);
     qint32 version = 0;
     in >> version; // any version is read the same way
-    qint32 count = 0;
-    if (!readUsedCount(in, count, MinRecordSize, maxRecords))
-        return false;
-    QList<TextData> read;
-    for (qint32 i = 0; i < count; ++i) {
-        TextData record;
-        in >> record;
-        if (in.status() != QDataStream::Ok)
-            return false;
-        read.append(record);
-    }
-    *records = read;
-    return true;
+    return readTextRecords(in, records, maxRecords, true);
 }
 
 QByteArray TextInfoCodec::encodeSlots(const QList<QList<TextData>> &slotRecords)

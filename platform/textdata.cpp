@@ -4,6 +4,9 @@
 
 #include <QDataStream>
 
+#include <algorithm>
+#include <climits>
+
 bool TextData::operator==(const TextData &other) const
 {
     return firstValue == other.firstValue && secondValue == other.secondValue
@@ -35,12 +38,13 @@ QDataStream &operator>>(QDataStream &in, TextData &data)
     return in;
 }
 
-bool readTextRecords(QDataStream &in, QList<TextData> *records, int maxCount)
+bool readTextRecords(QDataStream &in, QList<TextData> *records, int maxCount, bool takeFirst)
 {
     constexpr int MinRecordSize = 3 * 4 + 4 + 4; // three ints, two list counts
     qint32 count = 0;
-    if (!StoredStream::readCount(in, count, MinRecordSize, maxCount))
+    if (!StoredStream::readCount(in, count, MinRecordSize, takeFirst ? INT_MAX : maxCount))
         return false;
+    count = std::min(count, qint32(std::max(0, maxCount)));
     QList<TextData> read;
     for (qint32 i = 0; i < count; ++i) {
         TextData record;

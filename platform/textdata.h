@@ -33,7 +33,9 @@ HMIPLATFORM_EXPORT QDataStream &operator>>(QDataStream &in, TextData &data);
 
 // A list of records as the stored buffers hold it: qint32 count, then the records. The count is checked
 // against maxCount and the bytes left before anything is read; false (records untouched) when malformed.
-HMIPLATFORM_EXPORT bool readTextRecords(QDataStream &in, QList<TextData> *records, int maxCount);
+// With takeFirst a longer list is no fault: its first maxCount records are read and the rest left unread.
+HMIPLATFORM_EXPORT bool readTextRecords(QDataStream &in, QList<TextData> *records, int maxCount,
+                                        bool takeFirst = false);
 HMIPLATFORM_EXPORT void writeTextRecords(QDataStream &out, const QList<TextData> &records);
 
 Q_DECLARE_METATYPE(TextData)

@@ -3,6 +3,7 @@
 #include "qeltapp.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -80,6 +81,11 @@ QString ModbusMap::describeVariable(int comId, int channel, int dataClass, int b
 bool ModbusMap::readFile(const QString &fileName)
 {
     m_entries.clear();
+    // A named pipe or a device would block open() or never end.
+    if (QFileInfo(fileName).exists() && !QFileInfo(fileName).isFile()) {
+        m_errors = QStringList{QStringLiteral("%1: not a regular file; not a map").arg(fileName)};
+        return false;
+    }
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) {
         m_errors = QStringList{QStringLiteral("%1: %2").arg(fileName, file.errorString())};

@@ -21,6 +21,8 @@
 #include <QTableWidgetItem>
 #include <QtTest>
 
+#include <sys/stat.h>
+
 using norvo_v0::QeltApp;
 
 namespace {
@@ -61,6 +63,7 @@ private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
     void mapErrors_data();
     void mapErrors();
+    void mapFileMustBeRegular();
     void merging_data();
     void merging();
     void readsEveryTable();
@@ -120,6 +123,19 @@ void TestModbus::mapErrors()
     if (!error.isEmpty()) {
         QVERIFY2(map.errors().join(QLatin1Char('\n')).contains(error), qPrintable(map.errors().join(QLatin1Char('\n'))));
         QVERIFY(map.entries().isEmpty());
+    }
+}
+
+// A pipe would block the panel in open() and a folder is no map: both are refused by name.
+void TestModbus::mapFileMustBeRegular()
+{
+    QTemporaryDir dir;
+    const QString pipe = dir.filePath(QStringLiteral("map.json"));
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    for (const QString &path : {pipe, dir.path()}) {
+        ModbusMap map;
+        QVERIFY(!map.readFile(path));
+        QVERIFY2(map.errors().join(QString()).contains(QLatin1String("not a regular file")), qPrintable(path));
     }
 }
 
