@@ -1,5 +1,6 @@
 #include "dynamicimage.h"
 
+#include "bufferwarning.h"
 #include "controllerbinding.h"
 #include "designerhost.h"
 #include "enumvalue.h"
@@ -81,8 +82,7 @@ void DynamicImage::Private::warn(const char *property, const QString &what)
     if (what == warned)
         return;
     warned = what;
-    qWarning("%s \"%s\": property \"%s\": %s", q->metaObject()->className(), qPrintable(q->objectName()), property,
-             qPrintable(what));
+    warnProperty(q, property, what);
 }
 
 QSize DynamicImage::Private::scaledSize()

@@ -1,4 +1,6 @@
 #include "tablewidget.h"
+
+#include "bufferwarning.h"
 #include "operatormessage.h"
 #include "regularfile.h"
 
@@ -32,8 +34,7 @@ int channelIndex(int channel)
 
 void warnOutOfRange(const QObject *table, const char *property, const char *kept)
 {
-    qWarning("%s \"%s\": property \"%s\" is out of range; the table keeps %s", table->metaObject()->className(),
-             qPrintable(table->objectName()), property, kept);
+    warnProperty(table, property, QStringLiteral("out of range; the table keeps %1").arg(QLatin1String(kept)));
 }
 } // namespace
 

@@ -1,7 +1,9 @@
 #include "tablewidget_p.h"
 
-#include <QHeaderView>
+#include "bufferwarning.h"
 #include "operatormessage.h"
+
+#include <QHeaderView>
 
 #include <limits>
 
@@ -14,10 +16,9 @@ int TableWidget::Private::boundedCount(const char *property, int wanted, int cur
     if (wanted >= 0 && wanted <= limit)
         return wanted;
     const int kept = wanted < 0 ? current : limit;
-    qWarning("%s \"%s\": property \"%s\" %d is outside 0 ... %d (at most %d rows, %d columns and %d cells); the "
-             "table has %d",
-             q->metaObject()->className(), qPrintable(q->objectName()), property, wanted, limit, MaxRows, MaxColumns,
-             MaxCells, kept);
+    warnProperty(q, property,
+                 QStringLiteral("%1 is outside 0 ... %2 (at most %3 rows, %4 columns and %5 cells); the table has %6")
+                     .arg(wanted).arg(limit).arg(MaxRows).arg(MaxColumns).arg(MaxCells).arg(kept));
     return kept;
 }
 
