@@ -5,6 +5,7 @@
 
 #include <QDataStream>
 #include <QIODevice>
+#include <QTableWidget>
 
 #include <algorithm>
 #include <limits>
@@ -58,4 +59,18 @@ QByteArray CellSpans::encode(const QList<Span> &spans)
     for (const Span &s : spans)
         out << qint32(s.row) << qint32(s.column) << lastOf(s.row, s.rowSpan) << lastOf(s.column, s.columnSpan);
     return bytes.toHex();
+}
+
+int CellSpans::apply(const QList<Span> &spans, QTableWidget *table)
+{
+    int cut = 0;
+    for (const Span &s : spans) {
+        const int rows = std::min(s.rowSpan, table->rowCount() - s.row);
+        const int columns = std::min(s.columnSpan, table->columnCount() - s.column);
+        if (rows != s.rowSpan || columns != s.columnSpan)
+            ++cut;
+        if (rows > 0 && columns > 0 && (rows > 1 || columns > 1))
+            table->setSpan(s.row, s.column, rows, columns);
+    }
+    return cut;
 }

@@ -6,6 +6,8 @@
 #include <QByteArray>
 #include <QList>
 
+class QTableWidget;
+
 // The merged cells of a table ("mergeCells"): hex text of an uncompressed Qt 4.8 data stream with a
 // count and that many rectangles, each read as (first row, first column, last row, last column).
 class HMIWIDGETS_EXPORT CellSpans
@@ -29,6 +31,8 @@ public:
     // that is not a span (ends before it starts). A rectangle reaching the largest number ends one
     // short of it, so first + span never overflows. False when the text is not hex or has no count.
     static bool decode(const QByteArray &hexText, QList<Span> *spans);
+    // Sets the spans on table, each cut at the table's edge; returns how many had to be cut.
+    static int apply(const QList<Span> &spans, QTableWidget *table);
     static QByteArray encode(const QList<Span> &spans);
 };
 

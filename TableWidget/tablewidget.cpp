@@ -869,12 +869,10 @@ void TableWidget::showEvent(QShowEvent *event)
             d->texts.selectFirstSelectable();
     }
     // Clipped to the table: a span past its end would make the view walk rows that do not exist.
-    for (const CellSpans::Span &s : std::as_const(d->spans)) {
-        const int rows = std::min(s.rowSpan, rowCount() - s.row);
-        const int columns = std::min(s.columnSpan, columnCount() - s.column);
-        if (rows > 0 && columns > 0 && (rows > 1 || columns > 1))
-            setSpan(s.row, s.column, rows, columns);
-    }
+    const int cut = CellSpans::apply(d->spans, this);
+    if (cut > 0)
+        warnProperty(this, "mergeCells", QStringLiteral("%1 spans reach past the table's %2 rows and %3 columns; they "
+                                                        "end at its edge").arg(cut).arg(rowCount()).arg(columnCount()));
     if (d->rowHeight != DefaultRowHeight && d->rowCountAtHeight != rowCount())
         verticalHeader()->setDefaultSectionSize(d->rowHeight);
     d->firstShowPending = false;

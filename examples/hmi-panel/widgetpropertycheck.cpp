@@ -1,6 +1,7 @@
 #include "widgetpropertycheck.h"
 
 #include "bindingtextcheck.h"
+#include "cellspans.h"
 #include "formlimits.h"
 #include "tablecontents.h"
 #include "tablewordmap.h"
@@ -10,6 +11,7 @@
 
 #include <QMetaEnum>
 #include <QMetaProperty>
+#include <QTableWidget>
 #include <QVariant>
 #include <QWidget>
 
@@ -264,6 +266,15 @@ void WidgetPropertyCheck::check(const FormWidget &widget, const Context &context
             checkStoredCells(p, context.channelCount, report);
     }
     if (table) {
+        // Against the counts the table ends with, whatever order the form sets them in.
+        for (const FormProperty &p : widget.properties) {
+            QList<CellSpans::Span> spans;
+            if (p.name == QLatin1String("mergeCells") && CellSpans::decode(p.text.toUtf8(), &spans)) {
+                if (const int cut = CellSpans::apply(spans, static_cast<QTableWidget *>(probe.get())))
+                    Reporter(widget, p.name, findings)(p.line, QStringLiteral("\"mergeCells\": %1 spans reach past the "
+                                                                               "table; the panel ends them at its edge").arg(cut));
+            }
+        }
         const Reporter report(widget, QStringLiteral("items"), findings); // the cells the form lists
         for (const FormCell &cell : widget.cells)
             checkCell(report, cell.line, cell.row, cell.column, cell.whatsThis, context.channelCount);

@@ -306,6 +306,20 @@ void TestFormCheck::commandExitStatus_data()
     QTest::newRow("pen style 2147483647: ignored") << shot << pen << QByteArray() << QByteArray() << 0
                                                    << "GridSplitter \"grid\": property " + penRefused << QString()
                                                    << QSize(400, 300);
+    const QByteArray rows = formOf("QDialog", {400, 300}, "<widget class=\"TableWidget\" name=\"list\"><property name="
+                                   "\"rowCount\"><number>2147483647</number></property></widget>");
+    QTest::newRow("2147483647 rows: checked") << check << rows << QByteArray() << QByteArray() << 1
+                                              << "setting \"rowCount\": 2147483647 is outside 0 ... 100000" << QString() << QSize();
+    QTest::newRow("2147483647 rows: bounded") << shot << rows << QByteArray() << QByteArray() << 0
+                                              << "TableWidget \"list\": property \"rowCount\"" << QString() << QSize();
+    const QByteArray span = formOf("QDialog", {400, 300}, "<widget class=\"TableWidget\" name=\"list\"><property name="
+                                   "\"mergeCells\" stdset=\"0\"><cstring>0000000100000000000000007fffffff00000002"
+                                   "</cstring></property></widget>");
+    QTest::newRow("span to the last row there is: checked") << check << span << QByteArray() << QByteArray() << 1
+                                                            << "\"mergeCells\": 1 spans reach past" << QString() << QSize();
+    QTest::newRow("span to the last row there is: cut") << shot << span << QByteArray() << QByteArray() << 0
+                                                        << "property \"mergeCells\": 1 spans reach past" << QString()
+                                                        << QSize();
     QByteArray tabs = "<widget class=\"TabWidget\" name=\"tabs\"><property name=\"operationalAuthoritys\"><stringlist>";
     for (int i = 0; i < 10000; ++i)
         tabs += "<string>" + QByteArray::number(100 + i) + "</string>";
