@@ -92,8 +92,7 @@ private slots:
     void cleanup() { delete window; }
     void mouseAndKeys_data()
     {
-        QTest::addColumn<bool>("checkable");
-        QTest::addColumn<QStringList>("steps");
+        QTest::addColumn<bool>("checkable"); QTest::addColumn<QStringList>("steps");
         QTest::addColumn<QStringList>("expected");
         const QStringList click{"press 50 15", "release 50 15"};
         QTest::newRow("click") << false << click << QStringList{"pressed", "released", "clicked"};
@@ -122,9 +121,7 @@ private slots:
     }
     void mouseAndKeys()
     {
-        QFETCH(bool, checkable);
-        QFETCH(QStringList, steps);
-        QFETCH(QStringList, expected);
+        QFETCH(bool, checkable); QFETCH(QStringList, steps); QFETCH(QStringList, expected);
         AbstractButton *b = shownButton(QRect(10, 10, 100, 30));
         b->setCheckable(checkable);
         b->setFocus();
@@ -153,8 +150,7 @@ private slots:
 
     void delayedTrigger_data()
     {
-        QTest::addColumn<QString>("ending");
-        QTest::addColumn<int>("triggers");
+        QTest::addColumn<QString>("ending"); QTest::addColumn<int>("triggers");
         QTest::newRow("held") << "" << 1;
         QTest::newRow("released") << "release" << 0;
         QTest::newRow("dragged out") << "drag" << 0;
@@ -163,8 +159,7 @@ private slots:
     }
     void delayedTrigger()
     {
-        QFETCH(QString, ending);
-        QFETCH(int, triggers);
+        QFETCH(QString, ending); QFETCH(int, triggers);
         AbstractButton *b = shownButton();
         AbstractButton *other = shownButton(QRect(10, 50, 100, 30));
         b->setDeylayTrigger(true);
@@ -243,8 +238,7 @@ private slots:
 
     void arrowKeys_data()
     {
-        QTest::addColumn<bool>("exclusive");
-        QTest::addColumn<int>("key");
+        QTest::addColumn<bool>("exclusive"); QTest::addColumn<int>("key");
         QTest::addColumn<int>("target"); // -1: focus stays
         // 0: origin (0,0); 1: same row far right; 2: near but diagonal; 3: same column far below;
         // 4: hidden, between 0 and 1
@@ -255,9 +249,7 @@ private slots:
     }
     void arrowKeys()
     {
-        QFETCH(bool, exclusive);
-        QFETCH(int, key);
-        QFETCH(int, target);
+        QFETCH(bool, exclusive); QFETCH(int, key); QFETCH(int, target);
         const QList<QRect> rects{{0, 0, 100, 30}, {400, 0, 100, 30}, {120, 40, 100, 30}, {0, 300, 100, 30},
                                  {200, 0, 100, 30}};
         QList<AbstractButton *> buttons;

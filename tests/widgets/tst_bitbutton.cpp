@@ -45,65 +45,16 @@ class TestBitButton : public QObject
 private slots:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
 
-    void setterLimits_data()
-    {
-        QTest::addColumn<QString>("property");
-        QTest::addColumn<int>("before");
-        QTest::addColumn<int>("written");
-        QTest::addColumn<int>("expected");
-        QTest::newRow("negative radius") << "cornersRadius" << 5 << -3 << 0;
-        QTest::newRow("negative link") << "comId" << 3 << -1 << 0;
-        QTest::newRow("channel above the count") << "channel" << 2 << 99 << 4;
-        QTest::newRow("authority above 99") << "operationalAuthority" << 5 << 100 << 5;
-        QTest::newRow("authority 99") << "operationalAuthority" << 5 << 99 << 99;
-        // Enums take only their declared values, bit indexes only 0 ... 31, whatever a form holds.
-        QTest::newRow("action 5") << "action" << 2 << 5 << 2;
-        QTest::newRow("action far out") << "action" << 3 << 1094795585 << 3;
-        QTest::newRow("state 2") << "state" << 1 << 2 << 1;
-        QTest::newRow("read bit type 13") << "readBitType" << 3 << 13 << 3;
-        QTest::newRow("read bit type -2") << "readBitType" << 3 << -2 << 3;
-        QTest::newRow("read bit type -1") << "readBitType" << 3 << -1 << -1;
-        QTest::newRow("write bit type 3") << "writeBitType" << 7 << 3 << 7;
-        QTest::newRow("enabled bit type 99") << "enabledBitType" << 1 << 99 << 1;
-        QTest::newRow("visible bit type smallest int") << "visibleBitType" << 2 << INT_MIN << 2;
-        QTest::newRow("user level 10") << "lowestEnablingUserLevel" << 4 << 10 << 4;
-        QTest::newRow("visible user level -1") << "lowestVisibleUserLevel" << 4 << -1 << 4;
-        QTest::newRow("language 10") << "language" << 3 << 10 << 3;
-        QTest::newRow("icon position 5") << "iconPosition" << 1 << 5 << 1;
-        QTest::newRow("read bit index 32") << "readBitIndex" << 4 << 32 << 4;
-        QTest::newRow("read bit index -1") << "readBitIndex" << 4 << -1 << 4;
-        QTest::newRow("write bit index 32") << "writeBitIndex" << 4 << 32 << 4;
-        QTest::newRow("enabled bit index -1") << "enabledBitIndex" << 4 << -1 << 4;
-        QTest::newRow("visible bit index 31") << "visibleBitIndex" << 4 << 31 << 31;
-    }
-
-    void setterLimits()
-    {
-        QFETCH(QString, property);
-        QFETCH(int, before);
-        QFETCH(int, written);
-        QFETCH(int, expected);
-        NORVOInterface_Z3::initialization()->setMaxChannelCount(4);
-        BitButton b;
-        QVERIFY(b.setProperty(qPrintable(property), before));
-        b.setProperty(qPrintable(property), written);
-        QCOMPARE(b.property(qPrintable(property)).toInt(), expected);
-    }
-
     void defaultLook_data()
     {
-        QTest::addColumn<int>("monitorBit");
-        QTest::addColumn<QString>("caption");
-        QTest::addColumn<QColor>("body");
+        QTest::addColumn<int>("monitorBit"); QTest::addColumn<QString>("caption"); QTest::addColumn<QColor>("body");
         QTest::newRow("off") << 0 << "OFF" << QColor(240, 240, 240);
         QTest::newRow("monitor bit 1") << 1 << "ON" << QColor(192, 192, 192);
     }
 
     void defaultLook()
     {
-        QFETCH(int, monitorBit);
-        QFETCH(QString, caption);
-        QFETCH(QColor, body);
+        QFETCH(int, monitorBit); QFETCH(QString, caption); QFETCH(QColor, body);
         Panel panel;
         panel.attach();
         QCOMPARE(panel.app.deliver(panel.button, 0, 0), 1);
@@ -115,74 +66,10 @@ private slots:
             QCOMPARE(QColor(image.pixel(p)), body);
     }
 
-    void registrations_data()
-    {
-        QTest::addColumn<int>("readType");
-        QTest::addColumn<int>("enabledType");
-        QTest::addColumn<int>("visibleType");
-        QTest::addColumn<bool>("chnNoVar");
-        QTest::addColumn<QList<QVariantList>>("expected");
-        // Monitor bit at 11.1, enabled bit at 21.2, visible bit at 31.3; channel property 3.
-        QTest::newRow("default monitor bit only")
-            << int(BitButton::I_BIT) << -1 << -1 << false << QList<QVariantList>{bitRegistration(0, 2, 11, 0, 1)};
-        QTest::newRow("all three in order")
-            << int(BitButton::O_BIT) << int(BitButton::C_BIT) << int(BitButton::Com_BIT) << false
-            << QList<QVariantList>{bitRegistration(0, 2, 11, 1, 1), bitRegistration(1, 2, 21, 2, 2),
-                                   bitRegistration(2, 2, 31, 12, 3)};
-        QTest::newRow("nothing configured") << -1 << -1 << -1 << false << QList<QVariantList>{};
-        QTest::newRow("current-channel flag keeps the stored channel")
-            << int(BitButton::User_BIT) << -1 << int(BitButton::A_BIT) << true
-            << QList<QVariantList>{bitRegistration(0, 2, 11, 7, 1), bitRegistration(2, 2, 31, 4, 3)};
-    }
-
-    void registrations()
-    {
-        QFETCH(int, readType);
-        QFETCH(int, enabledType);
-        QFETCH(int, visibleType);
-        QFETCH(bool, chnNoVar);
-        QFETCH(QList<QVariantList>, expected);
-        Panel panel;
-        BitButton *b = panel.button;
-        b->setComId(ComId);
-        b->SetChannel(3);
-        b->SetChnNoVarEnable(chnNoVar);
-        panel.app.memory().setWord(0, 0, QeltApp::Com, QeltApp::CurrentChannelAddress, 4);
-        b->SetReadBitType(BitButton::ReadBitType(readType));
-        b->SetReadAddress(11);
-        b->SetReadBitIndex(1);
-        b->SetEnabledBitType(BitButton::ReadBitType(enabledType));
-        b->SetEnabledAddress(21);
-        b->SetEnabledBitIndex(2);
-        b->SetVisibleBitType(BitButton::ReadBitType(visibleType));
-        b->SetVisibleAddress(31);
-        b->SetVisibleBitIndex(3);
-        panel.attach();
-        const QList<RecordingQeltApp::Registration> regs = panel.app.registrations();
-        QList<QVariantList> actual;
-        for (const RecordingQeltApp::Registration &r : regs) {
-            QCOMPARE(r.form, static_cast<QWidget *>(&panel.form));
-            QCOMPARE(r.widget.data(), static_cast<QWidget *>(b));
-            QCOMPARE(r.callback, static_cast<norvo_v0::UpdateVariableInterface *>(b));
-            actual << r.arguments();
-        }
-        QCOMPARE(actual, expected);
-        // Attaching reads nothing and starts no updates.
-        QStringList registrationCalls;
-        for (int i = 0; i < expected.size(); ++i)
-            registrationCalls << QStringLiteral("registerUIVariable");
-        QCOMPARE(panel.app.callNames(), registrationCalls);
-        // A second polish event does not attach again.
-        QEvent polish(QEvent::Polish);
-        QApplication::sendEvent(b, &polish);
-        QCOMPARE(int(panel.app.registrations().size()), int(expected.size()));
-    }
-
     // The keep actions, and every way a press ends: momentaryPressEnds.
     void pressAndRelease_data()
     {
-        QTest::addColumn<int>("action");
-        QTest::addColumn<bool>("bitBefore"); // the write bit's value when pressed
+        QTest::addColumn<int>("action"); QTest::addColumn<bool>("bitBefore"); // the write bit's value when pressed
         QTest::addColumn<bool>("written");   // by the press, to bit 5 of user word 100 on channel 1, link 3
         QTest::newRow("SetOff") << int(BitButton::SetOff) << true << false;
         QTest::newRow("Invert of 0") << int(BitButton::Invert) << false << true;
@@ -192,9 +79,7 @@ private slots:
 
     void pressAndRelease()
     {
-        QFETCH(int, action);
-        QFETCH(bool, bitBefore);
-        QFETCH(bool, written);
+        QFETCH(int, action); QFETCH(bool, bitBefore); QFETCH(bool, written);
         Panel panel;
         BitButton *b = panel.button;
         writeUserBit100_5(b, action);
@@ -220,8 +105,7 @@ private slots:
     {
         QTest::addColumn<bool>("chnNoVar");
         QTest::addColumn<int>("currentChannel"); // value of the current-channel word
-        QTest::addColumn<int>("action");
-        QTest::addColumn<int>("expected");
+        QTest::addColumn<int>("action"); QTest::addColumn<int>("expected");
         QTest::newRow("stored channel") << false << 2 << int(BitButton::SetOn) << 2;
         QTest::newRow("current channel 2") << true << 2 << int(BitButton::SetOn) << 1;
         QTest::newRow("current channel 0 gives 0") << true << 0 << int(BitButton::SetOff) << 0;
@@ -230,10 +114,7 @@ private slots:
 
     void channelOfWrites()
     {
-        QFETCH(bool, chnNoVar);
-        QFETCH(int, currentChannel);
-        QFETCH(int, action);
-        QFETCH(int, expected);
+        QFETCH(bool, chnNoVar); QFETCH(int, currentChannel); QFETCH(int, action); QFETCH(int, expected);
         Panel panel;
         BitButton *b = panel.button;
         b->SetChannel(3);
@@ -287,8 +168,7 @@ private slots:
 
     void momentaryPressEnds_data()
     {
-        QTest::addColumn<int>("action");
-        QTest::addColumn<QString>("end");
+        QTest::addColumn<int>("action"); QTest::addColumn<QString>("end");
         for (const char *end : {"release", "drag out", "enabled bit 0", "authority refused", "visible bit hides",
                                 "form hidden", "modal dialog", "window deactivated", "focus lost", "destroyed",
                                 "released outside", "key moved away", "key shrunk", "popup takes the release",
@@ -308,8 +188,7 @@ private slots:
     // channel the press wrote.
     void momentaryPressEnds()
     {
-        QFETCH(int, action);
-        QFETCH(QString, end);
+        QFETCH(int, action); QFETCH(QString, end);
         Panel panel;
         BitButton *b = panel.button;
         writeUserBit100_5(b, action);
@@ -399,27 +278,10 @@ private slots:
         QCOMPARE(panel.app.callsNamed("setBit").size(), writes.size());
     }
 
-    void visibleBit()
-    {
-        for (bool onVisible : {true, false}) {
-            Panel panel;
-            panel.button->SetVisibleBitType(BitButton::O_BIT);
-            panel.button->SetBitOnVisible(onVisible);
-            panel.attach();
-            for (int v : {0, 1, 0}) {
-                QCOMPARE(panel.app.deliver(panel.button, 2, v), 1);
-                QCOMPARE(panel.button->isHidden(), (v == 1) != onVisible);
-            }
-        }
-    }
-
     void resetReadAddress_data()
     {
-        QTest::addColumn<bool>("chnNoVar");
-        QTest::addColumn<bool>("bit");
-        QTest::addColumn<QStringList>("sequence");
-        QTest::addColumn<int>("registeredChannel");
-        QTest::addColumn<int>("readChannel");
+        QTest::addColumn<bool>("chnNoVar"); QTest::addColumn<bool>("bit"); QTest::addColumn<QStringList>("sequence");
+        QTest::addColumn<int>("registeredChannel"); QTest::addColumn<int>("readChannel");
         QTest::newRow("stored channel, bit 1")
             << false << true
             << QStringList{"stopUpdateUI", "removeUIVariable", "registerUIVariable", "getBit", "startUpdateUI"} << 1
@@ -433,10 +295,7 @@ private slots:
 
     void resetReadAddress()
     {
-        QFETCH(bool, chnNoVar);
-        QFETCH(bool, bit);
-        QFETCH(QStringList, sequence);
-        QFETCH(int, registeredChannel);
+        QFETCH(bool, chnNoVar); QFETCH(bool, bit); QFETCH(QStringList, sequence); QFETCH(int, registeredChannel);
         QFETCH(int, readChannel);
         Panel panel;
         BitButton *b = panel.button;
@@ -472,18 +331,14 @@ private slots:
 
     void resetReadAddressRejects_data()
     {
-        QTest::addColumn<int>("channel");
-        QTest::addColumn<int>("bitType");
-        QTest::addColumn<int>("address");
+        QTest::addColumn<int>("channel"); QTest::addColumn<int>("bitType"); QTest::addColumn<int>("address");
         QTest::newRow("channel 9") << 9 << 0 << 0;
         QTest::newRow("bit type 13") << 1 << 13 << 0;
     }
 
     void resetReadAddressRejects()
     {
-        QFETCH(int, channel);
-        QFETCH(int, bitType);
-        QFETCH(int, address);
+        QFETCH(int, channel); QFETCH(int, bitType); QFETCH(int, address);
         Panel panel;
         BitButton *b = panel.button;
         b->SetChannel(3);
@@ -501,216 +356,6 @@ private slots:
         QCOMPARE(int(panel.app.registrations().size()), 1);
     }
 
-    void languages_data()
-    {
-        QTest::addColumn<QStringList>("onList");
-        QTest::addColumn<QStringList>("offList");
-        // "lang N": updateLanguage(N); "caption X": SetOnText(X); "lists": set both lists to On0..2/Off0..2
-        QTest::addColumn<QStringList>("steps");
-        QTest::addColumn<QString>("onText");
-        QTest::addColumn<QString>("offText");
-        const QStringList on{"On0", "On1", "On2"};
-        const QStringList off{"Off0", "Off1", "Off2"};
-        QTest::newRow("first change to the current language applies")
-            << on << off << QStringList{"lang 0"} << "On0" << "Off0";
-        QTest::newRow("second change to the same language does nothing")
-            << on << off << QStringList{"lang 0", "caption X", "lang 0"} << "X" << "Off0";
-        QTest::newRow("change to another language") << on << off << QStringList{"lang 0", "caption X", "lang 2"}
-                                                    << "On2" << "Off2";
-        QTest::newRow("empty lists keep ON/OFF")
-            << QStringList() << QStringList() << QStringList{"lang 0", "lang 1"} << "ON" << "OFF";
-        QTest::newRow("still pending after empty lists")
-            << QStringList() << QStringList() << QStringList{"lang 0", "lists", "lang 0"} << "On0" << "Off0";
-        QTest::newRow("ignored index keeps the language pending")
-            << on << off << QStringList{"lang 3", "lang 0"} << "On0" << "Off0";
-        QTest::newRow("short list keeps its caption")
-            << QStringList{"On0"} << off << QStringList{"lang 2"} << "ON" << "Off2";
-    }
-
-    void languages()
-    {
-        QFETCH(QStringList, onList);
-        QFETCH(QStringList, offList);
-        QFETCH(QStringList, steps);
-        QFETCH(QString, onText);
-        QFETCH(QString, offText);
-        NORVOInterface_Z3::initialization()->setSystemLanguages({"Sans", "Sans", "Sans"});
-        BitButton b;
-        b.setOnTextList(onList);
-        b.setOffTextList(offList);
-        for (const QString &step : steps) {
-            const QString arg = step.section(QLatin1Char(' '), 1);
-            if (step.startsWith("lang")) {
-                b.updateLanguage(arg.toInt());
-            } else if (step.startsWith("caption")) {
-                b.SetOnText(arg);
-            } else {
-                b.setOnTextList({"On0", "On1", "On2"});
-                b.setOffTextList({"Off0", "Off1", "Off2"});
-            }
-        }
-        QCOMPARE(b.onText(), onText);
-        QCOMPARE(b.offText(), offText);
-    }
-
-    void languageFonts_data()
-    {
-        QTest::addColumn<QList<int>>("recordFonts"); // point sizes of the On record's fonts
-        QTest::addColumn<bool>("mapHasLanguage1");   // the caption font map holds 23 pt for language 1
-        QTest::addColumn<int>("expected");           // point size after switching to language 1
-        QTest::newRow("record font") << QList<int>{12, 13} << false << 13;
-        QTest::newRow("short record list falls back to the map") << QList<int>{12} << true << 23;
-        QTest::newRow("map only") << QList<int>{} << true << 23;
-        QTest::newRow("neither keeps the font") << QList<int>{} << false << 11;
-    }
-
-    void languageFonts()
-    {
-        QFETCH(QList<int>, recordFonts);
-        QFETCH(bool, mapHasLanguage1);
-        QFETCH(int, expected);
-        BitButton b;
-        QMap<int, QFont> map{{2, sizedFont(31)}};
-        if (mapHasLanguage1)
-            map.insert(1, sizedFont(23));
-        b.SetMapBuffer(fontMapBuffer(map));
-        b.setFont(sizedFont(11));
-        b.SetTextInfoBuffer(
-            TextInfoCodec::encodeSlots({{record(-1, {"On0", "On1"}, recordFonts)}, {record(-1, {"Off0", "Off1"})}}));
-        b.updateLanguage(1);
-        QCOMPARE(b.onText(), QStringLiteral("On1"));
-        QCOMPARE(b.font().pointSize(), expected);
-    }
-
-    void textInfoRoundTrip()
-    {
-        NORVOInterface_Z3::initialization()->setSystemLanguages({"Sans", "Serif"});
-        const QList<QList<TextData>> records{{record(-1, {"An", "On"}, {12, 13}, 3, 4)},
-                                             {record(-1, {"Aus", "Off"}, {14, 15})}};
-        BitButton first;
-        first.SetTextInfoBuffer(TextInfoCodec::encodeSlots(records));
-        QCOMPARE(first.getOnTextList(), QStringList({"An", "On"}));
-        QCOMPARE(first.getOffTextList(), QStringList({"Aus", "Off"}));
-        QCOMPARE(first.font().pointSize(), 12);
-        // New captions go into a new buffer that another button reads back unchanged.
-        QList<QStringList> translated{{"Ein", "On!"}, {"Aus!", "Off!"}};
-        first.setPluginTransText(translated);
-        BitButton second;
-        second.SetTextInfoBuffer(first.textInfoBuffer());
-        QList<QList<TextData>> expected = records;
-        expected[0][0].texts = translated.at(0);
-        expected[1][0].texts = translated.at(1);
-        QList<QList<TextData>> firstOut, secondOut;
-        first.getPluginNameAndTransText(firstOut);
-        second.getPluginNameAndTransText(secondOut);
-        QCOMPARE(describe(firstOut), describe(expected));
-        QCOMPARE(describe(secondOut), describe(expected));
-        QCOMPARE(second.getOnTextList(), translated.at(0));
-        QCOMPARE(second.getOffTextList(), translated.at(1));
-        second.updateLanguage(1);
-        QCOMPARE(second.onText(), QStringLiteral("On!"));
-        QCOMPARE(second.font().pointSize(), 13);
-    }
-
-    void wordLibrary_data()
-    {
-        QTest::addColumn<int>("wordLibId");
-        QTest::addColumn<QStringList>("libraryAtLoad");    // entry 5; empty: none
-        QTest::addColumn<QStringList>("libraryAtRefresh"); // entry 5; empty: none
-        QTest::addColumn<QStringList>("loaded");
-        QTest::addColumn<QStringList>("refreshed");
-        QTest::addColumn<QString>("caption");
-        QTest::newRow("library texts replace the record's")
-            << 5 << QStringList{"W0", "W1"} << QStringList{"N0", "N1"} << QStringList{"W0", "W1"}
-            << QStringList{"N0", "N1"} << "N0";
-        QTest::newRow("unknown id keeps the record's texts, refresh empties")
-            << 5 << QStringList() << QStringList() << QStringList{"R0", "R1"} << QStringList() << "";
-        QTest::newRow("entry removed later empties")
-            << 5 << QStringList{"W0", "W1"} << QStringList() << QStringList{"W0", "W1"} << QStringList() << "";
-        QTest::newRow("record without id is left alone")
-            << -1 << QStringList{"W0", "W1"} << QStringList{"N0", "N1"} << QStringList{"R0", "R1"}
-            << QStringList{"R0", "R1"} << "ON";
-    }
-
-    void wordLibrary()
-    {
-        QFETCH(int, wordLibId);
-        QFETCH(QStringList, libraryAtLoad);
-        QFETCH(QStringList, libraryAtRefresh);
-        QFETCH(QStringList, loaded);
-        QFETCH(QStringList, refreshed);
-        QFETCH(QString, caption);
-        NORVOInterface_Z3 *hmi = NORVOInterface_Z3::initialization();
-        if (!libraryAtLoad.isEmpty())
-            hmi->setWordLibraryEntry(5, libraryAtLoad);
-        BitButton b;
-        b.SetTextInfoBuffer(
-            TextInfoCodec::encodeSlots({{record(wordLibId, {"R0", "R1"})}, {record(-1, {"Off0", "Off1"})}}));
-        QCOMPARE(b.getOnTextList(), loaded);
-        hmi->setWordLibrary({});
-        if (!libraryAtRefresh.isEmpty())
-            hmi->setWordLibraryEntry(5, libraryAtRefresh);
-        b.upDatePluginTextfromWordLib();
-        QCOMPARE(b.getOnTextList(), refreshed);
-        QCOMPARE(b.onText(), caption);
-        QCOMPARE(b.getOffTextList(), QStringList({"Off0", "Off1"}));
-        QCOMPARE(b.offText(), QStringLiteral("OFF"));
-    }
-
-    void translatedTexts_data()
-    {
-        QTest::addColumn<bool>("designer");
-        QTest::addColumn<bool>("withRecords");
-        QTest::addColumn<QStringList>("hostLog");
-        QTest::addColumn<QString>("property");
-        const QStringList commit{"clearSelection", "select", "setUndoableProperty", "deselect"};
-        QTest::newRow("run time, caption lists") << false << false << QStringList() << QString();
-        QTest::newRow("run time, text records") << false << true << QStringList() << QString();
-        QTest::newRow("designer, caption lists") << true << false << commit << "onTextList";
-        QTest::newRow("designer, text records") << true << true << commit << "textInfoBuffer";
-    }
-
-    void translatedTexts()
-    {
-        QFETCH(bool, designer);
-        QFETCH(bool, withRecords);
-        QFETCH(QStringList, hostLog);
-        QFETCH(QString, property);
-        NORVOInterface_Z3::initialization()->setWordLibraryEntry(5, {"L0", "L1"});
-        QWidget formWindow;
-        std::unique_ptr<FakeDesignerHost> host(designer ? new FakeDesignerHost(&formWindow) : nullptr);
-        auto *b = new BitButton(&formWindow);
-        if (withRecords) {
-            b->SetTextInfoBuffer(
-                TextInfoCodec::encodeSlots({{record(-1, {"A0", "A1"}, {12})}, {record(5, {"B0", "B1"})}}));
-        }
-        if (host)
-            host->log.clear();
-        QList<QStringList> texts{{"T0", "T1"}, {"U0", "U1"}};
-        b->setPluginTransText(texts);
-        const QStringList expectedOff = withRecords ? QStringList{"L0", "L1"} : texts.at(1);
-        QCOMPARE(b->getOnTextList(), texts.at(0));
-        QCOMPARE(b->getOffTextList(), expectedOff);
-        QCOMPARE(b->onText(), QStringLiteral("T0"));
-        QCOMPARE(b->offText(), expectedOff.first());
-        if (withRecords) {
-            // The record with a word-library id is stored without texts.
-            QList<QList<TextData>> stored;
-            QVERIFY(TextInfoCodec::decodeSlots(b->textInfoBuffer(), &stored));
-            const QList<QList<TextData>> expected{{record(-1, texts.at(0), {12})}, {record(5, {})}};
-            QCOMPARE(describe(stored), describe(expected));
-        } else {
-            QCOMPARE(b->textInfoBuffer(), QByteArray());
-        }
-        if (!host)
-            return;
-        QCOMPARE(host->log, hostLog);
-        QCOMPARE(int(host->changes.size()), 1);
-        QCOMPARE(host->changes.first().widget, static_cast<QWidget *>(b));
-        QCOMPARE(host->changes.first().name, property);
-        QVERIFY(host->changes.first().undoable);
-        QCOMPARE(host->changes.first().value, b->property(qPrintable(property)));
-    }
 };
 
 QTEST_MAIN(TestBitButton)

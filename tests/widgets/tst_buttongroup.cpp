@@ -96,9 +96,7 @@ private Q_SLOTS:
 
     void counts()
     {
-        QFETCH(QList<int>, counts);
-        QFETCH(QStringList, keys);
-        QFETCH(int, lastId);
+        QFETCH(QList<int>, counts); QFETCH(QStringList, keys); QFETCH(int, lastId);
         Bar b;
         QVERIFY(b.show());
         const int children = int(b.bar->findChildren<FunctionButton *>().size());

@@ -70,8 +70,7 @@ class TestButtonPainter : public QObject
 private slots:
     void bevel_data()
     {
-        QTest::addColumn<int>("radius");
-        QTest::addColumn<bool>("checked");
+        QTest::addColumn<int>("radius"); QTest::addColumn<bool>("checked");
         QTest::addColumn<QList<QPoint>>("firstColour"); // top and left edges
         QTest::addColumn<QList<QPoint>>("secondColour"); // bottom and right edges
         QTest::addColumn<QList<QPoint>>("body");
@@ -86,11 +85,8 @@ private slots:
     }
     void bevel()
     {
-        QFETCH(int, radius);
-        QFETCH(bool, checked);
-        QFETCH(QList<QPoint>, firstColour);
-        QFETCH(QList<QPoint>, secondColour);
-        QFETCH(QList<QPoint>, body);
+        QFETCH(int, radius); QFETCH(bool, checked); QFETCH(QList<QPoint>, firstColour);
+        QFETCH(QList<QPoint>, secondColour); QFETCH(QList<QPoint>, body);
         OnOffTestButton b;
         b.look.cornersRadius = radius;
         b.setCheckable(true);
@@ -109,11 +105,9 @@ private slots:
 
     void body_data()
     {
-        QTest::addColumn<bool>("enabled");
-        QTest::addColumn<bool>("stateOn");
+        QTest::addColumn<bool>("enabled"); QTest::addColumn<bool>("stateOn");
         QTest::addColumn<QString>("pictures"); // which faces have a picture
-        QTest::addColumn<bool>("border");
-        QTest::addColumn<QColor>("centre");
+        QTest::addColumn<bool>("border"); QTest::addColumn<QColor>("centre");
         QTest::addColumn<QColor>("bevelEdge"); // pixel (50, 2)
         QTest::newRow("off colour") << true << false << "" << true << OffBody << Light;
         QTest::newRow("on colour") << true << true << "" << true << OnBody << Light;
@@ -125,12 +119,8 @@ private slots:
     }
     void body()
     {
-        QFETCH(bool, enabled);
-        QFETCH(bool, stateOn);
-        QFETCH(QString, pictures);
-        QFETCH(bool, border);
-        QFETCH(QColor, centre);
-        QFETCH(QColor, bevelEdge);
+        QFETCH(bool, enabled); QFETCH(bool, stateOn); QFETCH(QString, pictures); QFETCH(bool, border);
+        QFETCH(QColor, centre); QFETCH(QColor, bevelEdge);
         OnOffTestButton b;
         b.setEnabled(enabled);
         b.stateOn = stateOn;
@@ -149,8 +139,7 @@ private slots:
 
     void icon_data()
     {
-        QTest::addColumn<int>("position");
-        QTest::addColumn<QRect>("iconRect");
+        QTest::addColumn<int>("position"); QTest::addColumn<QRect>("iconRect");
         QTest::addColumn<QPoint>("captionShift"); // against a caption without icon aligned as flags say
         QTest::addColumn<int>("flags");
         QTest::newRow("top") << int(AbstractButton::PositionTop) << QRect(42, 5, 16, 16) << QPoint(0, 26)
@@ -166,10 +155,7 @@ private slots:
     }
     void icon()
     {
-        QFETCH(int, position);
-        QFETCH(QRect, iconRect);
-        QFETCH(QPoint, captionShift);
-        QFETCH(int, flags);
+        QFETCH(int, position); QFETCH(QRect, iconRect); QFETCH(QPoint, captionShift); QFETCH(int, flags);
         OnOffTestButton plain;
         plain.resize(100, 80);
         plain.setText("W");
@@ -195,9 +181,7 @@ private slots:
 
     void extremeGeometry_data()
     {
-        QTest::addColumn<int>("position");
-        QTest::addColumn<int>("iconSpace");
-        QTest::addColumn<int>("textSpace");
+        QTest::addColumn<int>("position"); QTest::addColumn<int>("iconSpace"); QTest::addColumn<int>("textSpace");
         QTest::addColumn<int>("iconSide");
         for (int position = AbstractButton::PositionTop; position <= AbstractButton::PositionMid; ++position) {
             const QByteArray name = QMetaEnum::fromType<AbstractButton::EButtonPosition>().valueToKey(position);
@@ -209,10 +193,7 @@ private slots:
     // Spacing and icon size at the ends of int: the icon and caption land off the button, nothing wraps.
     void extremeGeometry()
     {
-        QFETCH(int, position);
-        QFETCH(int, iconSpace);
-        QFETCH(int, textSpace);
-        QFETCH(int, iconSide);
+        QFETCH(int, position); QFETCH(int, iconSpace); QFETCH(int, textSpace); QFETCH(int, iconSide);
         OnOffTestButton b;
         b.setText("W");
         b.setIcon(QIcon(solid(Qt::green, 16)));
@@ -234,8 +215,7 @@ private slots:
 
     void renderCache_data()
     {
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<bool>("cached");
+        QTest::addColumn<QSize>("size"); QTest::addColumn<bool>("cached");
         QTest::newRow("ordinary button") << QSize(100, 30) << true;
         QTest::newRow("at the limit") << QSize(512, 512) << true;
         QTest::newRow("just past the limit") << QSize(513, 512) << false;
@@ -245,8 +225,7 @@ private slots:
     // past the limit drops what it kept.
     void renderCache()
     {
-        QFETCH(QSize, size);
-        QFETCH(bool, cached);
+        QFETCH(QSize, size); QFETCH(bool, cached);
         OnOffTestButton b;
         b.useCache = true;
         QPixmap corner(100, 30);
@@ -260,15 +239,13 @@ private slots:
 
     void pressedShift_data()
     {
-        QTest::addColumn<bool>("down");
-        QTest::addColumn<bool>("checked");
+        QTest::addColumn<bool>("down"); QTest::addColumn<bool>("checked");
         QTest::newRow("down") << true << false;
         QTest::newRow("checked") << false << true;
     }
     void pressedShift()
     {
-        QFETCH(bool, down);
-        QFETCH(bool, checked);
+        QFETCH(bool, down); QFETCH(bool, checked);
         OnOffTestButton b;
         b.setText("Caption");
         const QRect up = captionBox(b.grab().toImage());

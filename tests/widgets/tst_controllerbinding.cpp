@@ -1,6 +1,7 @@
 // The binding every controller widget shares: attachment to its form, the registrations and reads it
-// makes, channel clamping and resolution, and authority combined with the enabled request; and what
-// every widget class of the library starts with.
+// makes, channel clamping and resolution, and authority combined with the enabled request. Then what
+// each widget class does with it, one row per class, reached by name as forms and the panel reach it:
+// property limits, the registrations made, the enabled and visible bits, authority, the panel's font.
 
 #include "controllerbinding.h"
 #include "norvointerface_z3.h"
@@ -11,8 +12,10 @@
 #include <QDialog>
 #include <QtTest>
 
+#include <climits>
 #include <limits>
 #include <memory>
+#include <tuple>
 
 using norvo_v0::QeltApp;
 
@@ -34,13 +37,46 @@ class UnmarkedDialog : public QDialog { public: using QDialog::QDialog; }; // no
 
 QVariant ptr(const void *p) { return RecordingQeltApp::pointer(p); }
 
-QVariantList registration(QWidget *form, BoundWidget *w, const QList<int> &fields)
+// registerUIVariable's arguments after the form, widget and callback.
+QVariantList registration(const QList<int> &fields)
 {
-    QVariantList args{ptr(form), ptr(w), ptr(w->callback())};
+    QVariantList args;
     for (int v : fields)
         args.append(v);
     return args << 1 << 10 << 10 << 0 << 0 << false;
 }
+QVariantList registration(QWidget *form, BoundWidget *w, const QList<int> &fields)
+{
+    return QVariantList{ptr(form), ptr(w), ptr(w->callback())} + registration(fields);
+}
+
+// A widget made by class name on a form that carries the application, as the panel loads it.
+struct ClassForm
+{
+    RecordingQeltApp app;
+    QDialog form;
+    QWidget otherForm; // handed over through setQeltAppAndFormPtr
+    QWidget *widget;
+    explicit ClassForm(const QString &className) : widget(WidgetFactory::create(className, &form))
+    {
+        form.setProperty("QeltApp", QeltApp::toVariant(&app));
+    }
+    // "name=value" assignments; with skipMissing, properties the class lacks are passed over.
+    void set(const QStringList &assignments, bool skipMissing = false)
+    {
+        for (const QString &a : assignments) {
+            const QByteArray name = a.section('=', 0, 0).toLatin1();
+            if (!skipMissing || widget->metaObject()->indexOfProperty(name) >= 0)
+                QVERIFY2(widget->setProperty(name, a.section('=', 1).toInt()), name);
+        }
+    }
+    void deliver(int index, int value) { dynamic_cast<norvo_v0::UpdateVariableInterface *>(widget)->updateData(index, value); }
+    bool attachBySlot()
+    {
+        return QMetaObject::invokeMethod(widget, "setQeltAppAndFormPtr", Q_ARG(void *, static_cast<QeltApp *>(&app)),
+                                         Q_ARG(void *, &otherForm));
+    }
+};
 
 } // namespace
 
@@ -57,6 +93,10 @@ private Q_SLOTS:
     void acceptsAddress_data(); void acceptsAddress();
     void authorityAndEnabledRequest_data(); void authorityAndEnabledRequest();
     void everyWidgetClass_data(); void everyWidgetClass();
+    void propertyLimits_data(); void propertyLimits();
+    void registrations_data(); void registrations();
+    void enabledAndVisibleBits_data(); void enabledAndVisibleBits();
+    void authority_data(); void authority();
 };
 
 void TestControllerBinding::attachment_data()
@@ -288,6 +328,185 @@ void TestControllerBinding::everyWidgetClass()
     std::unique_ptr<QWidget> widget(WidgetFactory::create(className, nullptr));
     QVERIFY(widget);
     QCOMPARE(widget->font().pointSize(), 17); // the panel's font, from the constructor on
+}
+
+void TestControllerBinding::propertyLimits_data()
+{
+    // Whatever a form holds: enums take only their declared values, bit indexes only 0 ... 31.
+    QTest::addColumn<QString>("className"); QTest::addColumn<QString>("property");
+    QTest::addColumn<int>("before"); QTest::addColumn<int>("written"); QTest::addColumn<int>("expected");
+    const auto row = [](const char *className, const char *property, int before, int written, int expected) {
+        QTest::addRow("%s %s %d", className, property, written) << className << property << before << written << expected;
+    };
+    row("BitButton", "cornersRadius", 5, -3, 0);
+    row("BitButton", "comId", 3, -1, 0);
+    row("BitButton", "channel", 2, 99, 4);
+    row("BitButton", "operationalAuthority", 5, 100, 5);
+    row("BitButton", "operationalAuthority", 5, 99, 99);
+    row("BitButton", "action", 3, 1094795585, 3);
+    row("BitButton", "state", 1, 2, 1);
+    row("BitButton", "readBitType", 3, 13, 3);
+    row("BitButton", "readBitType", 3, -2, 3);
+    row("BitButton", "readBitType", 3, -1, -1);
+    row("BitButton", "writeBitType", 7, 3, 7);
+    row("BitButton", "enabledBitType", 1, 99, 1);
+    row("BitButton", "visibleBitType", 2, INT_MIN, 2);
+    row("BitButton", "lowestEnablingUserLevel", 4, 10, 4);
+    row("BitButton", "lowestVisibleUserLevel", 4, -1, 4);
+    row("BitButton", "language", 3, 10, 3);
+    row("BitButton", "iconPosition", 1, 5, 1);
+    row("BitButton", "readBitIndex", 4, 32, 4);
+    row("BitButton", "readBitIndex", 4, -1, 4);
+    row("BitButton", "writeBitIndex", 4, 32, 4);
+    row("BitButton", "enabledBitIndex", 4, -1, 4);
+    row("BitButton", "visibleBitIndex", 4, 31, 31);
+    row("FunctionButton", "comId", 3, -1, 0);
+    row("FunctionButton", "channel", 2, 99, 4);
+    row("FunctionButton", "operationalAuthority", 5, 100, 5);
+    row("FunctionButton", "writeAddress", 8, -1, 8);
+    row("FunctionButton", "writeBitIndex", 8, 32, 8);
+    row("FunctionButton", "writeBitIndex", 8, 31, 31);
+    row("FunctionButton", "textControlAddress", 8, -1, 8);
+    row("FunctionButton", "action", 2, 5, 2);
+    row("FunctionButton", "enabledBitType", 3, 13, 3);
+    row("FunctionButton", "colorBitType", 3, -2, 3);
+    row("FunctionButton", "writeBitType", 8, 6, 8);
+    row("FunctionButton", "textControlDataClass", 2, 6, 2);
+    row("FunctionButton", "textControlDataClass", 2, -1, -1);
+    row("FunctionButton", "lowestVisibleUserLevel", 2, 1094795585, 2);
+    row("FunctionButton", "language", 1, -1, 1);
+    row("FunctionButton", "iconPosition", 3, -1, 3);
+    row("FunctionButton", "enabledBitIndex", 4, 32, 4);
+    row("FunctionButton", "visibleBitIndex", 4, -1, 4);
+    row("FunctionButton", "colorBitIndex", 4, 40, 4);
+    row("KeypadButton", "command", 1, 9, 9);
+    row("KeypadButton", "command", 1, 10, 1);
+    row("KeypadButton", "language", 2, 10, 2);
+    row("KeypadButton", "lowestEnablingUserLevel", 3, -1, 3);
+    row("KeypadButton", "operationalAuthority", 4, 100, 4);
+    row("DynamicImage", "operationalAuthority", 5, 100, 5);
+    row("DynamicImage", "visibleBitIndex", 4, 32, 4);
+    row("DynamicImage", "visibleAddress", 4, -1, 4);
+    row("TabWidget", "channel", 2, 0, 1);
+    row("TabWidget", "comId", 3, -3, 0);
+}
+
+void TestControllerBinding::propertyLimits()
+{
+    QFETCH(QString, className); QFETCH(QString, property); QFETCH(int, before); QFETCH(int, written); QFETCH(int, expected);
+    NORVOInterface_Z3::initialization()->setMaxChannelCount(4);
+    ClassForm f(className);
+    f.set({QStringLiteral("%1=%2").arg(property).arg(before)});
+    f.widget->setProperty(qPrintable(property), written);
+    QCOMPARE(f.widget->property(qPrintable(property)).toInt(), expected);
+}
+
+void TestControllerBinding::registrations_data()
+{
+    // Channel property 3, link 2; monitor bit 11.1, enabled 21.2, visible 31.3, colour 41.4, text-control word 51.
+    QTest::addColumn<QString>("className"); QTest::addColumn<QStringList>("properties");
+    QTest::addColumn<bool>("bySlot"); QTest::addColumn<QList<QList<int>>>("expected"); // as registration()
+    using Regs = QList<QList<int>>;
+    QTest::newRow("BitButton: monitor bit by default") << "BitButton" << QStringList() << false << Regs{{0, 2, 2, 0, 11, 0, 1}};
+    QTest::newRow("BitButton: all three in order") << "BitButton" << QStringList{"readBitType=1", "enabledBitType=2", "visibleBitType=12"}
+        << false << Regs{{0, 2, 2, 0, 11, 1, 1}, {1, 2, 2, 0, 21, 2, 2}, {2, 2, 2, 0, 31, 12, 3}};
+    QTest::newRow("BitButton: nothing configured") << "BitButton" << QStringList{"readBitType=-1"} << false << Regs{};
+    QTest::newRow("BitButton: current-channel flag keeps the stored channel") << "BitButton"
+        << QStringList{"readBitType=7", "visibleBitType=4", "ChnNoVarEnable=1"} << false
+        << Regs{{0, 2, 2, 0, 11, 7, 1}, {2, 2, 2, 0, 31, 4, 3}};
+    const QStringList all{"enabledBitType=0", "visibleBitType=7", "colorBitType=12", "textControlDataClass=5"};
+    const Regs four{{0, 2, 2, 0, 21, 0, 2}, {1, 2, 2, 0, 31, 7, 3}, {2, 2, 2, 0, 41, 12, 4}, {3, 2, 2, 5, 51, -1, 0}};
+    QTest::newRow("FunctionButton: nothing configured") << "FunctionButton" << QStringList() << false << Regs{};
+    QTest::newRow("FunctionButton: all four on polish") << "FunctionButton" << all << false << four;
+    QTest::newRow("FunctionButton: all four through the slot") << "FunctionButton" << all << true << four;
+    QTest::newRow("FunctionButton: text-control word only") << "FunctionButton" << QStringList{"textControlDataClass=0"}
+        << true << Regs{{3, 2, 2, 0, 51, -1, 0}};
+}
+
+void TestControllerBinding::registrations()
+{
+    QFETCH(QString, className); QFETCH(QStringList, properties); QFETCH(bool, bySlot); QFETCH(QList<QList<int>>, expected);
+    ClassForm f(className);
+    f.app.memory().setWord(0, 0, QeltApp::Com, QeltApp::CurrentChannelAddress, 4);
+    f.set({"comId=2", "channel=3", "readAddress=11", "readBitIndex=1", "enabledAddress=21", "enabledBitIndex=2",
+           "visibleAddress=31", "visibleBitIndex=3", "colorAddress=41", "colorBitIndex=4", "textControlAddress=51"}, true);
+    f.set(properties);
+    if (bySlot)
+        QVERIFY(f.attachBySlot());
+    else
+        f.widget->ensurePolished();
+    QWidget *form = bySlot ? &f.otherForm : static_cast<QWidget *>(&f.form);
+    QList<QVariantList> actual, wanted;
+    for (const RecordingQeltApp::Registration &r : f.app.registrations()) {
+        QCOMPARE(r.form, form);
+        QCOMPARE(r.widget.data(), f.widget);
+        QCOMPARE(r.callback, dynamic_cast<norvo_v0::UpdateVariableInterface *>(f.widget));
+        actual << r.arguments();
+    }
+    for (const QList<int> &e : std::as_const(expected))
+        wanted << registration(e);
+    QCOMPARE(actual, wanted);
+    // Attaching reads nothing and starts no updates; a second polish does not attach again.
+    QCOMPARE(f.app.calls().size(), expected.size());
+    QEvent polish(QEvent::Polish);
+    QApplication::sendEvent(f.widget, &polish);
+    QCOMPARE(f.app.registrations().size(), expected.size());
+}
+
+void TestControllerBinding::enabledAndVisibleBits_data()
+{
+    QTest::addColumn<QString>("className"); QTest::addColumn<QString>("bit"); // "enabled" or "visible"
+    QTest::addColumn<int>("index"); QTest::addColumn<int>("bitType"); QTest::addColumn<bool>("bitOnVisible");
+    QTest::addColumn<int>("value"); QTest::addColumn<bool>("expected"); // enabled or shown
+    const QList<std::tuple<const char *, const char *, int>> items{
+        {"BitButton", "enabled", 1}, {"BitButton", "visible", 2}, {"FunctionButton", "enabled", 0},
+        {"FunctionButton", "visible", 1}, {"DynamicImage", "visible", 2}};
+    for (const auto &[className, bit, index] : items) {
+        for (const bool onVisible : {true, false}) {
+            for (const int value : {0, 1}) {
+                const bool expected = QByteArray(bit) == "enabled" ? value == 1 : (value == 1) == onVisible;
+                if (QByteArray(bit) == "visible" || onVisible)
+                    QTest::addRow("%s %s bit %d%s", className, bit, value, onVisible ? "" : ", shown at 0")
+                        << className << bit << index << 1 << onVisible << value << expected;
+            }
+        }
+    }
+    // Without a bit the picture always shows, whatever that registration delivers.
+    QTest::newRow("DynamicImage without a visible bit") << "DynamicImage" << "visible" << 2 << -1 << true << 0 << true;
+}
+
+void TestControllerBinding::enabledAndVisibleBits()
+{
+    QFETCH(QString, className); QFETCH(QString, bit); QFETCH(int, index); QFETCH(int, bitType); QFETCH(bool, bitOnVisible);
+    QFETCH(int, value); QFETCH(bool, expected);
+    ClassForm f(className);
+    f.set({QStringLiteral("%1BitType=%2").arg(bit).arg(bitType), QStringLiteral("bitOnVisible=%1").arg(bitOnVisible)}, true);
+    f.form.show();
+    f.deliver(index, !value); // from the other state
+    f.deliver(index, value);
+    QCOMPARE(bit == "enabled" ? f.widget->isEnabled() : f.widget->isVisible(), expected);
+}
+
+void TestControllerBinding::authority_data()
+{
+    QTest::addColumn<QString>("className"); QTest::addColumn<int>("operatorAuthority"); QTest::addColumn<bool>("request");
+    for (const char *className : {"BitButton", "FunctionButton", "KeypadButton", "PictureButton"}) {
+        QTest::addRow("%s: needs 3, has 3", className) << className << 3 << true;
+        QTest::addRow("%s: needs 3, has 4", className) << className << 4 << true;
+        QTest::addRow("%s: request off", className) << className << 3 << false;
+    }
+}
+
+// The operator's authority reaches each class by name, as the panel calls it; the enabled request
+// reads back unchanged.
+void TestControllerBinding::authority()
+{
+    QFETCH(QString, className); QFETCH(int, operatorAuthority); QFETCH(bool, request);
+    ClassForm f(className);
+    f.set({"operationalAuthority=3", QStringLiteral("enabled=%1").arg(request)});
+    QVERIFY(QMetaObject::invokeMethod(f.widget, "updateAuthority", Q_ARG(int, operatorAuthority)));
+    QCOMPARE(f.widget->isEnabled(), request && operatorAuthority <= 3);
+    QCOMPARE(f.widget->property("enabled").toBool(), request);
 }
 
 QTEST_MAIN(TestControllerBinding)

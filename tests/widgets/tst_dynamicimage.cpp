@@ -120,28 +120,9 @@ class TstDynamicImage : public QObject
 private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
 
-    void defaults()
-    {
-        DynamicImage image;
-        QCOMPARE(image.index(), -1);
-        QCOMPARE(image.nameFilters(), (QStringList{"*.bmp", "*.png"}));
-        QCOMPARE(image.dataClass(), DynamicImage::User);
-        QCOMPARE(image.visibleBitType(), DynamicImage::None);
-        QCOMPARE(image.channel(), 1);
-        QCOMPARE(image.sizeHint(), QSize(200, 200));
-        QCOMPARE(image.minimumSizeHint(), QSize(200, 200));
-        image.setOperationalAuthority(100);
-        QCOMPARE(image.operationalAuthority(), 0);
-        image.SetVisibleBitIndex(32);
-        image.SetVisibleAddress(-1);
-        QCOMPARE(image.visibleBitIndex(), 0);
-        QCOMPARE(image.visibleAddress(), 0);
-    }
-
     void indexRules_data()
     {
-        QTest::addColumn<QList<int>>("values");
-        QTest::addColumn<int>("index");
+        QTest::addColumn<QList<int>>("values"); QTest::addColumn<int>("index");
         QTest::newRow("value 2: the third") << QList<int>{2} << 2;
         QTest::newRow("value 3: nothing") << QList<int>{1, 3} << 1;
         QTest::newRow("value -1: nothing") << QList<int>{0, -1} << 0;
@@ -149,8 +130,7 @@ private Q_SLOTS:
     }
     void indexRules()
     {
-        QFETCH(QList<int>, values);
-        QFETCH(int, index);
+        QFETCH(QList<int>, values); QFETCH(int, index);
         QTemporaryDir dir;
         QStringList files;
         const QColor colours[] = {Qt::red, Qt::green, Qt::blue};
@@ -167,39 +147,6 @@ private Q_SLOTS:
             QCOMPARE(image.currentPixmap().toImage().pixelColor(1, 1), colours[index]);
         else
             QVERIFY(image.currentPixmap().isNull());
-    }
-
-    void visibilityBit_data()
-    {
-        QTest::addColumn<bool>("bitOnVisible");
-        QTest::addColumn<int>("value");
-        QTest::addColumn<bool>("visible");
-        QTest::newRow("on shows: 1") << true << 1 << true;
-        QTest::newRow("on shows: 0") << true << 0 << false;
-        QTest::newRow("off shows: 0") << false << 0 << true;
-        QTest::newRow("off shows: 1") << false << 1 << false;
-    }
-    // Without a visibility bit the picture always shows, whatever that registration delivers.
-    void noVisibilityBit()
-    {
-        QDialog form;
-        auto *image = new DynamicImage(&form);
-        form.show();
-        image->updateData(2, 0);
-        QVERIFY(image->isVisible());
-    }
-    void visibilityBit()
-    {
-        QFETCH(bool, bitOnVisible);
-        QFETCH(int, value);
-        QFETCH(bool, visible);
-        QDialog form;
-        auto *image = new DynamicImage(&form);
-        image->SetVisibleBitType(DynamicImage::O_BIT);
-        image->SetBitOnVisible(bitOnVisible);
-        form.show();
-        image->updateData(2, value);
-        QCOMPARE(image->isVisible(), visible);
     }
 
     void attachment()

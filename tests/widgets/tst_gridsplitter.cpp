@@ -68,25 +68,9 @@ class TstGridSplitter : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void defaults()
-    {
-        GridSplitter grid;
-        QCOMPARE(grid.rowCount(), 3);
-        QCOMPARE(grid.columnCount(), 4);
-        QCOMPARE(grid.frameShape(), QFrame::Box);
-        QCOMPARE(grid.gridLineStyle(), Qt::SolidLine);
-        QCOMPARE(grid.splittersSpacing(), 16);
-        QCOMPARE(grid.centerPartWidth(), 30);
-        QCOMPARE(grid.minimumWidgetSize(), 30);
-        QVERIFY(!grid.cell(0, 0)); // nothing is built before the first polish
-        QCOMPARE(GridSplitter::cellName(1, 12), QStringLiteral("cell0112"));
-    }
-
     void counts_data()
     {
-        QTest::addColumn<bool>("built");
-        QTest::addColumn<int>("columns");
-        QTest::addColumn<int>("expected");
+        QTest::addColumn<bool>("built"); QTest::addColumn<int>("columns"); QTest::addColumn<int>("expected");
         QTest::newRow("0 ignored") << true << 0 << 4;
         QTest::newRow("101 ignored") << true << 101 << 4;
         QTest::newRow("100 taken") << true << 100 << 100;
@@ -95,9 +79,7 @@ private Q_SLOTS:
     }
     void counts()
     {
-        QFETCH(bool, built);
-        QFETCH(int, columns);
-        QFETCH(int, expected);
+        QFETCH(bool, built); QFETCH(int, columns); QFETCH(int, expected);
         Form f(false, [&](GridSplitter *g) {
             if (!built)
                 g->setColumnCount(columns);
@@ -113,8 +95,7 @@ private Q_SLOTS:
 
     void storedPositions_data()
     {
-        QTest::addColumn<QStringList>("stored");
-        QTest::addColumn<QStringList>("expected");
+        QTest::addColumn<QStringList>("stored"); QTest::addColumn<QStringList>("expected");
         QTest::addColumn<bool>("warned");
         QTest::newRow("none: even") << QStringList() << QStringList{"0.25", "0.5", "0.75"} << false;
         QTest::newRow("stored") << QStringList{"0.1", "0.333333", "0.9"} << QStringList{"0.1", "0.333333", "0.9"} << false;
@@ -125,9 +106,7 @@ private Q_SLOTS:
     }
     void storedPositions()
     {
-        QFETCH(QStringList, stored);
-        QFETCH(QStringList, expected);
-        QFETCH(bool, warned);
+        QFETCH(QStringList, stored); QFETCH(QStringList, expected); QFETCH(bool, warned);
         if (warned)
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("\"lineHPos\" is malformed")));
         Form f(false, [&](GridSplitter *g) { g->setLineHPos(stored); });
@@ -139,11 +118,8 @@ private Q_SLOTS:
     // pixel column or row with each line beside it; the last cells reach the frame.
     void geometry_data()
     {
-        QTest::addColumn<int>("lineWidth");
-        QTest::addColumn<int>("spacing");
-        QTest::addColumn<QRect>("firstVertical");
-        QTest::addColumn<QRect>("firstHorizontal");
-        QTest::addColumn<QRect>("topLeftCell");
+        QTest::addColumn<int>("lineWidth"); QTest::addColumn<int>("spacing"); QTest::addColumn<QRect>("firstVertical");
+        QTest::addColumn<QRect>("firstHorizontal"); QTest::addColumn<QRect>("topLeftCell");
         QTest::addColumn<QRect>("bottomRightCell");
         QTest::newRow("pen 1") << 1 << 0 << QRect(75, 1, 3, 298) << QRect(1, 99, 298, 3)
                                << QRect(QPoint(1, 1), QPoint(75, 99)) << QRect(QPoint(226, 201), QPoint(298, 298));
@@ -152,12 +128,8 @@ private Q_SLOTS:
     }
     void geometry()
     {
-        QFETCH(int, lineWidth);
-        QFETCH(int, spacing);
-        QFETCH(QRect, firstVertical);
-        QFETCH(QRect, firstHorizontal);
-        QFETCH(QRect, topLeftCell);
-        QFETCH(QRect, bottomRightCell);
+        QFETCH(int, lineWidth); QFETCH(int, spacing); QFETCH(QRect, firstVertical); QFETCH(QRect, firstHorizontal);
+        QFETCH(QRect, topLeftCell); QFETCH(QRect, bottomRightCell);
         Form f(false, [&](GridSplitter *g) {
             g->setGridLineWidth(lineWidth);
             g->setSpacing(spacing);
@@ -174,9 +146,7 @@ private Q_SLOTS:
     void drag_data()
     {
         QTest::addColumn<int>("line"); // between columns
-        QTest::addColumn<int>("dx");
-        QTest::addColumn<int>("spacing");
-        QTest::addColumn<int>("expectedLeft");
+        QTest::addColumn<int>("dx"); QTest::addColumn<int>("spacing"); QTest::addColumn<int>("expectedLeft");
         QTest::newRow("free") << 1 << -20 << 16 << 129;
         QTest::newRow("stops before the next line") << 1 << 200 << 16 << 224 - 16 - 3; // next at x 224
         QTest::newRow("stops before the previous line") << 1 << -200 << 16 << 77 + 16 + 1 - 1; // previous ends at x 77
@@ -191,10 +161,7 @@ private Q_SLOTS:
     }
     void drag()
     {
-        QFETCH(int, line);
-        QFETCH(int, dx);
-        QFETCH(int, spacing);
-        QFETCH(int, expectedLeft);
+        QFETCH(int, line); QFETCH(int, dx); QFETCH(int, spacing); QFETCH(int, expectedLeft);
         Form f(true, [&](GridSplitter *g) { g->setSplittersSpacing(spacing); });
         AdvSplitter *handle = f.grid->line(Qt::Horizontal, line);
         QCOMPARE(handle->cursor().shape(), Qt::SplitHCursor);
@@ -308,8 +275,7 @@ private Q_SLOTS:
 
     void borderStyleSheet_data()
     {
-        QTest::addColumn<QFrame::Shadow>("shadow");
-        QTest::addColumn<QColor>("color");
+        QTest::addColumn<QFrame::Shadow>("shadow"); QTest::addColumn<QColor>("color");
         QTest::addColumn<QString>("sheet");
         QTest::newRow("plain box") << QFrame::Plain << QColor(10, 20, 30)
                                    << QStringLiteral("GridSplitter{ border: 1px solid rgb(10, 20, 30);}");
@@ -318,9 +284,7 @@ private Q_SLOTS:
     }
     void borderStyleSheet()
     {
-        QFETCH(QFrame::Shadow, shadow);
-        QFETCH(QColor, color);
-        QFETCH(QString, sheet);
+        QFETCH(QFrame::Shadow, shadow); QFETCH(QColor, color); QFETCH(QString, sheet);
         GridSplitter grid;
         grid.setFrameShadow(shadow);
         grid.setBorderColor(color);
@@ -371,15 +335,13 @@ private Q_SLOTS:
 
     void painted_data()
     {
-        QTest::addColumn<Qt::PenStyle>("style");
-        QTest::addColumn<bool>("drawn");
+        QTest::addColumn<Qt::PenStyle>("style"); QTest::addColumn<bool>("drawn");
         QTest::newRow("solid") << Qt::SolidLine << true;
         QTest::newRow("no pen") << Qt::NoPen << false;
     }
     void painted()
     {
-        QFETCH(Qt::PenStyle, style);
-        QFETCH(bool, drawn);
+        QFETCH(Qt::PenStyle, style); QFETCH(bool, drawn);
         Form f(false, [&](GridSplitter *g) {
             g->setGridLineColor(Qt::red);
             g->setGridLineStyle(style);

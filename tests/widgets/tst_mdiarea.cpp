@@ -62,8 +62,7 @@ class TstMdiArea : public QObject
 private Q_SLOTS:
     void cascade_data()
     {
-        QTest::addColumn<QSize>("area");
-        QTest::addColumn<QList<QRect>>("expected");
+        QTest::addColumn<QSize>("area"); QTest::addColumn<QList<QRect>>("expected");
         QTest::newRow("room for all") << QSize(400, 300)
                                       << QList<QRect>{{10, 10, 100, 50}, {20, 20, 100, 50}, {30, 30, 100, 50}};
         QTest::newRow("120 wide: back at the third")
@@ -73,8 +72,7 @@ private Q_SLOTS:
     }
     void cascade()
     {
-        QFETCH(QSize, area);
-        QFETCH(QList<QRect>, expected);
+        QFETCH(QSize, area); QFETCH(QList<QRect>, expected);
         Form f(false, area);
         f.show();
         QStringList names;
@@ -101,9 +99,7 @@ private Q_SLOTS:
 
     void activeFromTheForm_data()
     {
-        QTest::addColumn<bool>("autoHide");
-        QTest::addColumn<bool>("designing");
-        QTest::addColumn<QString>("active");
+        QTest::addColumn<bool>("autoHide"); QTest::addColumn<bool>("designing"); QTest::addColumn<QString>("active");
         QTest::addColumn<QStringList>("shown");
         QTest::newRow("all shown") << false << false << "panelB" << QStringList{"panelA", "panelB", "panelC"};
         QTest::newRow("auto hide") << true << false << "panelB" << QStringList{"panelB"};
@@ -112,10 +108,7 @@ private Q_SLOTS:
     }
     void activeFromTheForm()
     {
-        QFETCH(bool, autoHide);
-        QFETCH(bool, designing);
-        QFETCH(QString, active);
-        QFETCH(QStringList, shown);
+        QFETCH(bool, autoHide); QFETCH(bool, designing); QFETCH(QString, active); QFETCH(QStringList, shown);
         Form f(designing);
         f.area->setActiveSubWindow(active); // the form sets the name before the panels exist
         f.area->setAutoHide(autoHide);
@@ -134,15 +127,13 @@ private Q_SLOTS:
     // both stay.
     void autoHideSwitch_data()
     {
-        QTest::addColumn<bool>("designing");
-        QTest::addColumn<QStringList>("shown");
+        QTest::addColumn<bool>("designing"); QTest::addColumn<QStringList>("shown");
         QTest::newRow("run time") << false << QStringList{"panelB"};
         QTest::newRow("Designer") << true << QStringList{"panelA", "panelB"};
     }
     void autoHideSwitch()
     {
-        QFETCH(bool, designing);
-        QFETCH(QStringList, shown);
+        QFETCH(bool, designing); QFETCH(QStringList, shown);
         Form f(designing);
         f.area->setActiveSubWindow(QStringLiteral("panelA"));
         f.area->setAutoHide(true);
@@ -204,16 +195,14 @@ private Q_SLOTS:
 
     void timeout_data()
     {
-        QTest::addColumn<bool>("connected");
-        QTest::addColumn<bool>("visible");
+        QTest::addColumn<bool>("connected"); QTest::addColumn<bool>("visible");
         QTest::newRow("connected, shown") << true << true;
         QTest::newRow("connected, hidden") << true << false;
         QTest::newRow("not connected") << false << true;
     }
     void timeout()
     {
-        QFETCH(bool, connected);
-        QFETCH(bool, visible);
+        QFETCH(bool, connected); QFETCH(bool, visible);
         Form f;
         SubWindow *panel = f.loadPanel(QStringLiteral("panel"), QRect(0, 0, 100, 100));
         int ticks = 0;

@@ -38,27 +38,9 @@ class TestPictureButton : public QObject
 private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
 
-    void defaults()
-    {
-        PictureButton b;
-        QCOMPARE(b.text(), QStringLiteral("PictureButton"));
-        QCOMPARE(b.softKeyChar(), QStringLiteral("1"));
-        QVERIFY(!b.softKeyEnabled());
-        QCOMPARE(b.wordLibId(), -1);
-        QCOMPARE(b.sizeHint(), QSize(100, 30));
-        QString name;
-        int listType = 0;
-        b.setObjectName(QStringLiteral("key7"));
-        b.getPluginNameAndListType(name, listType);
-        QCOMPARE(name, QStringLiteral("key7"));
-        QCOMPARE(listType, 1);
-    }
-
     void softKeys_data()
     {
-        QTest::addColumn<QString>("written");
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<int>("key");
+        QTest::addColumn<QString>("written"); QTest::addColumn<QString>("stored"); QTest::addColumn<int>("key");
         QTest::addColumn<QString>("text");
         QTest::newRow("abc keeps a") << "abc" << "a" << 0x41 << "a";
         QTest::newRow("digit") << "7" << "7" << int(Qt::Key_7) << "7";
@@ -81,10 +63,7 @@ private Q_SLOTS:
     // One click: exactly one key press with the key and text, never a release, to the focus widget.
     void softKeys()
     {
-        QFETCH(QString, written);
-        QFETCH(QString, stored);
-        QFETCH(int, key);
-        QFETCH(QString, text);
+        QFETCH(QString, written); QFETCH(QString, stored); QFETCH(int, key); QFETCH(QString, text);
         QWidget window;
         auto *field = new KeyLog(&window);
         auto *b = new PictureButton(&window);
@@ -171,36 +150,6 @@ private Q_SLOTS:
         QCOMPARE(b->QWidget::font().pointSize(), 18);
         b->setLanguage(PictureButton::language_2);
         QCOMPARE(b->font().pointSize(), 14); // no map entry: the initial font
-    }
-
-    void languages_data()
-    {
-        QTest::addColumn<QList<int>>("recordFonts"); // point sizes; empty: a record without fonts
-        QTest::addColumn<int>("language");
-        QTest::addColumn<QString>("caption");
-        QTest::addColumn<int>("pointSize");
-        QTest::newRow("record font") << QList<int>{11, 12, 13} << 2 << "C" << 13;
-        QTest::newRow("no record fonts, map entry") << QList<int>{} << 1 << "B" << 17;
-        QTest::newRow("no record fonts, no map entry: initial font") << QList<int>{} << 2 << "C" << 9;
-    }
-
-    void languages()
-    {
-        QFETCH(QList<int>, recordFonts);
-        QFETCH(int, language);
-        QFETCH(QString, caption);
-        QFETCH(int, pointSize);
-        NORVOInterface_Z3::initialization()->setSystemLanguages({"Sans", "Sans", "Sans"});
-        PictureButton b;
-        b.setFont(sizedFont(9));
-        b.SetMapBuffer(fontMapBuffer({{1, sizedFont(17)}}));
-        b.setPluginFont(sizedFont(30));
-        b.SetTextInfoBuffer(TextInfoCodec::encodeSlot({record(-1, {"A", "B", "C"}, recordFonts, -1)}));
-        b.updateLanguage(language);
-        QCOMPARE(b.text(), caption);
-        QCOMPARE(b.QWidget::font().pointSize(), pointSize);
-        b.updateLanguage(7); // not a configured language
-        QCOMPARE(b.text(), caption);
     }
 
     void transTextsWithoutRecords()

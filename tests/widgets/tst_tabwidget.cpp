@@ -71,27 +71,10 @@ class TstTabWidget : public QObject
 private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
 
-    void defaults()
-    {
-        TabWidget t;
-        QCOMPARE(t.tabsCount(), 2);
-        QCOMPARE(t.tabTexts(), (QStringList{"tab_1", "tab_2"}));
-        QCOMPARE(t.tabTextColors(), (QStringList{"#000000", "#000000"}));
-        QCOMPARE(t.operationalAuthoritys(), (QStringList{"0", "0"}));
-        QCOMPARE(t.tabBar()->objectName(), QStringLiteral("tabwidget_tabbar"));
-        QCOMPARE(t.tabBar()->count(), 0); // no tabs before the first polish
-        QCOMPARE(t.dataClass(), TabWidget::None);
-        t.setChannel(0);
-        QCOMPARE(t.channel(), 1);
-        t.setComId(-3);
-        QCOMPARE(t.comId(), 0);
-    }
-
     void counts_data()
     {
         QTest::addColumn<QList<int>>("counts"); // set one after the other after the build
-        QTest::addColumn<QStringList>("texts");
-        QTest::addColumn<QStringList>("tags");
+        QTest::addColumn<QStringList>("texts"); QTest::addColumn<QStringList>("tags");
         QTest::newRow("below 2 ignored") << QList<int>{1, 0, -4} << QStringList{"tab_1", "tab_2"} << QStringList{"tab_1", "tab_2"};
         QTest::newRow("past the limit ignored") << QList<int>{101} << QStringList{"tab_1", "tab_2"} << QStringList{"tab_1", "tab_2"};
         QTest::newRow("grow") << QList<int>{4} << QStringList{"tab_1", "tab_2", "tab_3", "tab_4"}
@@ -103,9 +86,7 @@ private Q_SLOTS:
     }
     void counts()
     {
-        QFETCH(QList<int>, counts);
-        QFETCH(QStringList, texts);
-        QFETCH(QStringList, tags);
+        QFETCH(QList<int>, counts); QFETCH(QStringList, texts); QFETCH(QStringList, tags);
         Form f;
         for (int n : counts)
             f.tabs->setTabsCount(n);
@@ -125,8 +106,7 @@ private Q_SLOTS:
 
     void authority_data()
     {
-        QTest::addColumn<QStringList>("thresholds");
-        QTest::addColumn<int>("level");
+        QTest::addColumn<QStringList>("thresholds"); QTest::addColumn<int>("level");
         QTest::addColumn<QList<bool>>("enabled");
         QTest::newRow("level 7") << QStringList{"0", "5"} << 7 << QList<bool>{true, false};
         QTest::newRow("level 4") << QStringList{"3", "5"} << 4 << QList<bool>{false, true};
@@ -135,9 +115,7 @@ private Q_SLOTS:
     }
     void authority()
     {
-        QFETCH(QStringList, thresholds);
-        QFETCH(int, level);
-        QFETCH(QList<bool>, enabled);
+        QFETCH(QStringList, thresholds); QFETCH(int, level); QFETCH(QList<bool>, enabled);
         Form f;
         f.tabs->setOperationalAuthoritys(thresholds);
         f.tabs->updateAuthority(level);
@@ -151,9 +129,7 @@ private Q_SLOTS:
 
     void controllerDrivenTabs_data()
     {
-        QTest::addColumn<int>("count");
-        QTest::addColumn<int>("value");
-        QTest::addColumn<QStringList>("tabs");
+        QTest::addColumn<int>("count"); QTest::addColumn<int>("value"); QTest::addColumn<QStringList>("tabs");
         QTest::newRow("5: tabs 1 and 3") << 3 << 5 << QStringList{"tab_1", "tab_3"};
         QTest::newRow("0: none") << 3 << 0 << QStringList{};
         QTest::newRow("-1: all") << 3 << -1 << QStringList{"tab_1", "tab_2", "tab_3"};
@@ -161,9 +137,7 @@ private Q_SLOTS:
     }
     void controllerDrivenTabs()
     {
-        QFETCH(int, count);
-        QFETCH(int, value);
-        QFETCH(QStringList, tabs);
+        QFETCH(int, count); QFETCH(int, value); QFETCH(QStringList, tabs);
         RecordingQeltApp app;
         app.memory().setWord(0, 0, 0, 77, value);
         QDialog dialog;
@@ -213,9 +187,7 @@ private Q_SLOTS:
     }
     void currentIndex()
     {
-        QFETCH(int, before);
-        QFETCH(int, after);
-        QFETCH(int, current);
+        QFETCH(int, before); QFETCH(int, after); QFETCH(int, current);
         Form f(3, [&](TabWidget *t) { t->setCurrentIndex(before); });
         QSignalSpy changed(f.tabs, &TabWidget::currentChanged);
         if (after >= -1)
