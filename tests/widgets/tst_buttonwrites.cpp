@@ -1,7 +1,10 @@
+// What a press of a bit or function button writes, on which channel, and every way a held press ends;
+// moving the bit button's monitor bit at run time; the function button's colour bit and caption table.
 #include "bitbutton.h"
 #include "buttontestsupport.h"
-#include "fakedesignerhost.h"
+#include "functionbutton.h"
 #include "norvointerface_z3.h"
+#include "widgetfactory.h"
 
 #include <QLineEdit>
 #include <QMenu>
@@ -14,10 +17,6 @@ using namespace buttontest;
 
 namespace {
 using Panel = buttontest::PanelOf<BitButton>;
-QVariantList bitRegistration(int index, int channel, int address, int bitType, int bitIndex, int comId = ComId)
-{
-    return registration(index, channel, 0, address, bitType, bitIndex, comId);
-}
 // Presses write bit 5 of user word 100 on channel 2, link 3: setBit(1, 7, 100, 5, value, 3).
 void writeUserBit100_5(BitButton *b, int action)
 {
@@ -28,17 +27,16 @@ void writeUserBit100_5(BitButton *b, int action)
     b->SetWriteBitIndex(5);
     b->SetAction(BitButton::Action(action));
 }
-QStringList describe(const QList<QList<TextData>> &slotRecords)
+// Shows what the function button paints in its current state.
+class ProbeButton : public FunctionButton
 {
-    QStringList out;
-    for (int s = 0; s < slotRecords.size(); ++s)
-        for (const TextData &r : slotRecords.at(s))
-            out << QStringLiteral("slot %1: %2").arg(s).arg(describeRecord(r));
-    return out;
-}
+public:
+    using FunctionButton::FunctionButton;
+    ButtonFace shownFace() const { return face(); }
+};
 } // namespace
 
-class TestBitButton : public QObject
+class TestButtonWrites : public QObject
 {
     Q_OBJECT
 
@@ -66,39 +64,59 @@ private slots:
             QCOMPARE(QColor(image.pixel(p)), body);
     }
 
-    // The keep actions, and every way a press ends: momentaryPressEnds.
-    void pressAndRelease_data()
+    // The keep actions' releases, and every way a press ends: momentaryPressEnds.
+    void press_data()
     {
-        QTest::addColumn<int>("action"); QTest::addColumn<bool>("bitBefore"); // the write bit's value when pressed
+        QTest::addColumn<QString>("className"); QTest::addColumn<int>("action");
+        QTest::addColumn<bool>("bitBefore"); // the write bit's value when pressed
         QTest::addColumn<bool>("written");   // by the press, to bit 5 of user word 100 on channel 1, link 3
-        QTest::newRow("SetOff") << int(BitButton::SetOff) << true << false;
-        QTest::newRow("Invert of 0") << int(BitButton::Invert) << false << true;
-        QTest::newRow("Invert of 1") << int(BitButton::Invert) << true << false;
-        QTest::newRow("action 7 ignored: stays SetOn") << 7 << false << true;
+        QTest::addColumn<bool>("chnNoVar");  // the function button keeps it for the application only
+        QTest::newRow("BitButton SetOff") << "BitButton" << int(BitButton::SetOff) << true << false << false;
+        QTest::newRow("BitButton Invert of 0") << "BitButton" << int(BitButton::Invert) << false << true << false;
+        QTest::newRow("BitButton Invert of 1") << "BitButton" << int(BitButton::Invert) << true << false << false;
+        QTest::newRow("BitButton action 7 ignored: stays SetOn") << "BitButton" << 7 << false << true << false;
+        QTest::newRow("FunctionButton SetOn") << "FunctionButton" << int(FunctionButton::SetOn) << false << true << false;
+        QTest::newRow("FunctionButton KeepOn") << "FunctionButton" << int(FunctionButton::KeepOn) << false << true << false;
+        QTest::newRow("FunctionButton KeepOff") << "FunctionButton" << int(FunctionButton::KeepOff) << true << false << false;
+        QTest::newRow("FunctionButton Invert of 0") << "FunctionButton" << int(FunctionButton::Invert) << false << true << false;
+        QTest::newRow("FunctionButton Invert of 1") << "FunctionButton" << int(FunctionButton::Invert) << true << false << false;
+        QTest::newRow("FunctionButton SetOn, current channel not used") << "FunctionButton" << 0 << false << true << true;
+        QTest::newRow("FunctionButton action 5 ignored: stays SetOn") << "FunctionButton" << 5 << false << true << false;
     }
 
-    void pressAndRelease()
+    void press()
     {
-        QFETCH(int, action); QFETCH(bool, bitBefore); QFETCH(bool, written);
-        Panel panel;
-        BitButton *b = panel.button;
-        writeUserBit100_5(b, action);
+        QFETCH(QString, className); QFETCH(int, action); QFETCH(bool, bitBefore); QFETCH(bool, written); QFETCH(bool, chnNoVar);
+        RecordingQeltApp app;
+        QDialog form;
+        form.setProperty("QeltApp", QeltApp::toVariant(&app));
+        form.resize(200, 60);
+        QWidget *b = WidgetFactory::create(className, &form);
+        b->setGeometry(0, 0, 100, 30);
+        for (const auto &[name, value] : std::initializer_list<std::pair<const char *, int>>{
+                 {"comId", 3}, {"channel", 2}, {"writeBitType", 7}, {"writeAddress", 100}, {"writeBitIndex", 5}})
+            QVERIFY(b->setProperty(name, value));
+        b->setProperty("action", action);
+        b->setProperty("ChnNoVarEnable", chnNoVar);
+        app.memory().setWord(0, 0, QeltApp::Com, QeltApp::CurrentChannelAddress, 4);
         // The monitor bit (I0.0) holds the opposite value, so a read of the wrong bit shows.
-        panel.app.memory().setBit(3, 1, QeltApp::User_BIT, 100, 5, bitBefore);
-        panel.app.memory().setBit(3, 1, QeltApp::I_BIT, 0, 0, !bitBefore);
-        panel.form.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&panel.form));
-        panel.app.clearCalls();
+        app.memory().setBit(3, 1, QeltApp::User_BIT, 100, 5, bitBefore);
+        app.memory().setBit(3, 1, QeltApp::I_BIT, 0, 0, !bitBefore);
+        form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        app.clearCalls();
         QTest::mousePress(b, Qt::LeftButton, {}, QPoint(50, 15));
-        QCOMPARE(argumentsOf(panel.app.callsNamed("setBit")), (QList<QVariantList>{{1, 7, 100, 5, written, 3}}));
+        QCOMPARE(argumentsOf(app.callsNamed("setBit")), (QList<QVariantList>{{1, 7, 100, 5, written, 3}}));
         if (action == BitButton::Invert) {
-            QCOMPARE(panel.app.callNames(), QStringList({"getBit", "setBit"}));
-            QCOMPARE(panel.app.calls().first().args, QVariantList({1, 7, 100, 5, 3}));
+            QCOMPARE(app.callNames(), QStringList({"getBit", "setBit"}));
+            QCOMPARE(app.calls().first().args, QVariantList({1, 7, 100, 5, 3}));
         }
-        QCOMPARE(b->state(), BitButton::Off); // the write is not shown until the monitor bit comes back
-        panel.app.clearCalls();
+        QCOMPARE(b->property("state").toInt(), 0); // the write is not shown until the monitor bit comes back
+        app.clearCalls();
+        QSignalSpy released(b, SIGNAL(released()));
         QTest::mouseRelease(b, Qt::LeftButton, {}, QPoint(50, 15));
-        QCOMPARE(panel.app.callNames(), QStringList());
+        QCOMPARE(released.count(), 1);
+        QCOMPARE(app.callNames(), QStringList());
     }
 
     void channelOfWrites_data()
@@ -318,7 +336,7 @@ private slots:
         QCOMPARE(panel.app.callsNamed("getBit").first().args, QVariantList({readChannel, 1, 7, 3, 0}));
         QCOMPARE(int(panel.app.registrations().size()), 1);
         QCOMPARE(panel.app.registrations().first().arguments(),
-                 bitRegistration(0, registeredChannel, 7, int(BitButton::O_BIT), 3));
+                 registration(0, registeredChannel, 0, 7, int(BitButton::O_BIT), 3));
         QCOMPARE(b->state(), bit ? BitButton::On : BitButton::Off);
         // The enabled and visible bits are gone; the monitor bit still arrives.
         QCOMPARE(panel.app.deliver(b, 1, 0), 0);
@@ -356,7 +374,107 @@ private slots:
         QCOMPARE(int(panel.app.registrations().size()), 1);
     }
 
+
+    void colours_data()
+    {
+        // "bit V": colour bit update; "name S": setButtonColor(S); "normal R,G,B": SetButtonColorNormal
+        QTest::addColumn<QStringList>("steps"); QTest::addColumn<QColor>("body"); QTest::addColumn<QColor>("caption");
+        QTest::addColumn<QColor>("normalProperty");
+        const QColor normal(240, 240, 240);
+        const QColor on(200, 0, 0);
+        const QColor enabledText(0, 90, 0);
+        const QColor onText(0, 0, 200);
+        QTest::newRow("default") << QStringList() << normal << enabledText << normal;
+        QTest::newRow("colour bit 1") << QStringList{"bit 1"} << on << onText << normal;
+        QTest::newRow("three numbers") << QStringList{"name 10,20,30"} << QColor(10, 20, 30) << enabledText
+                                       << normal;
+        QTest::newRow("next bit 1 overwrites")
+            << QStringList{"bit 1", "name 10,20,30", "bit 1"} << on << onText << normal;
+        QTest::newRow("two numbers are no colour") << QStringList{"name 10,20"} << QColor() << enabledText
+                                                   << normal;
+        QTest::newRow("not a number counts 0") << QStringList{"name 10,x,30"} << QColor(10, 0, 30)
+                                               << enabledText << normal;
+        QTest::newRow("colour name") << QStringList{"name red"} << QColor(255, 0, 0) << enabledText << normal;
+        QTest::newRow("unknown name") << QStringList{"name nocolour"} << QColor() << enabledText << normal;
+        QTest::newRow("normal colour setter shows at once")
+            << QStringList{"name 10,20,30", "normal 1,2,3"} << QColor(1, 2, 3) << enabledText << QColor(1, 2, 3);
+    }
+
+    void colours()
+    {
+        QFETCH(QStringList, steps); QFETCH(QColor, body); QFETCH(QColor, caption); QFETCH(QColor, normalProperty);
+        PanelOf<ProbeButton> panel;
+        ProbeButton *b = panel.button;
+        b->SetColorBitType(FunctionButton::S_BIT);
+        b->SetButtonColorOn(QColor(200, 0, 0));
+        b->SetTextColorOn(QColor(0, 0, 200));
+        b->SetTextColorEnabled(QColor(0, 90, 0));
+        panel.attachBySlot();
+        for (const QString &step : steps) {
+            const QString arg = step.section(QLatin1Char(' '), 1);
+            if (step.startsWith("bit")) {
+                QCOMPARE(panel.app.deliver(b, 2, arg.toInt()), 1);
+            } else if (step.startsWith("name")) {
+                b->setButtonColor(arg);
+            } else {
+                const QStringList rgb = arg.split(QLatin1Char(','));
+                b->SetButtonColorNormal(QColor(rgb.at(0).toInt(), rgb.at(1).toInt(), rgb.at(2).toInt()));
+            }
+        }
+        const ButtonFace face = b->shownFace();
+        QCOMPARE(face.bodyColor.isValid(), body.isValid());
+        if (body.isValid()) {
+            QCOMPARE(face.bodyColor, body);
+            // The caption is empty, so the middle of the body shows the fill.
+            QCOMPARE(QColor(b->grab().toImage().pixel(50, 15)), body);
+        }
+        QCOMPARE(face.captionColor, caption);
+        QCOMPARE(b->buttonColorNormal(), normalProperty);
+    }
+
+    void captionTable_data()
+    {
+        QTest::addColumn<QStringList>("values"); QTest::addColumn<QStringList>("captions");
+        QTest::addColumn<int>("language"); QTest::addColumn<QList<int>>("delivered"); QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("textList");
+        const QStringList values{"0", "1"};
+        const QStringList captions{"A0;A1", "B0;B1"};
+        const QStringList before{"init", "i1"};
+        QTest::newRow("value 1, language 1") << values << captions << 1 << QList<int>{1} << "B1"
+                                             << QStringList{"B0", "B1"};
+        QTest::newRow("value 0, language 0") << values << captions << 0 << QList<int>{0} << "A0"
+                                             << QStringList{"A0", "A1"};
+        QTest::newRow("absent value changes nothing")
+            << values << captions << 1 << QList<int>{1, 2} << "B1" << QStringList{"B0", "B1"};
+        QTest::newRow("entry without separator") << QStringList{"5"} << QStringList{"Solo"} << 0 << QList<int>{5}
+                                                 << "Solo" << QStringList{"Solo"};
+        QTest::newRow("unequal counts leave the table empty")
+            << values << QStringList{"A0;A1"} << 0 << QList<int>{0} << "init" << before;
+        QTest::newRow("later entry with the same value wins")
+            << QStringList{"3", "3"} << QStringList{"first", "second"} << 0 << QList<int>{3} << "second"
+            << QStringList{"second"};
+    }
+
+    void captionTable()
+    {
+        QFETCH(QStringList, values); QFETCH(QStringList, captions); QFETCH(int, language);
+        QFETCH(QList<int>, delivered); QFETCH(QString, text); QFETCH(QStringList, textList);
+        PanelOf<ProbeButton> panel;
+        ProbeButton *b = panel.button;
+        b->setText(QStringLiteral("init"));
+        b->setTextList({"init", "i1"});
+        b->SetTextControlDataClass(FunctionButton::Reg_Var);
+        b->SetTextValueList(values);
+        b->SetTextStringList(captions);
+        b->setLanguage(FunctionButton::Language(language));
+        panel.attach();
+        for (int value : delivered)
+            QCOMPARE(panel.app.deliver(b, 3, value), 1);
+        QCOMPARE(b->text(), text);
+        QCOMPARE(b->getTextList(), textList);
+    }
+
 };
 
-QTEST_MAIN(TestBitButton)
-#include "tst_bitbutton.moc"
+QTEST_MAIN(TestButtonWrites)
+#include "tst_buttonwrites.moc"

@@ -1,6 +1,8 @@
-// The picture key: soft keys delivered to the focused widget, a numeric keypad made of picture keys,
-// fonts frozen at the first show, and captions and fonts per language.
+// The keys of on-screen keypads. The picture key: soft keys delivered to the focused widget, a numeric
+// keypad made of picture keys, fonts frozen at the first show, texts without records, unreadable buffers.
+// The keypad key: its looks by interaction, and a press that sends nothing but the button's signals.
 #include "PictureButton.h"
+#include "keypadbutton.h"
 #include "buttontestsupport.h"
 #include "norvointerface_z3.h"
 
@@ -31,7 +33,7 @@ protected:
 };
 } // namespace
 
-class TestPictureButton : public QObject
+class TestKeys : public QObject
 {
     Q_OBJECT
 
@@ -184,7 +186,60 @@ private Q_SLOTS:
         QCOMPARE(b.textInfoBuffer(), QByteArray("0badc0de"));
         QCOMPARE(b.wordLibId(), -1);
     }
+
+    void looks_data()
+    {
+        QTest::addColumn<bool>("enabled"); QTest::addColumn<bool>("checkable"); QTest::addColumn<bool>("checked");
+        QTest::addColumn<bool>("focused"); QTest::addColumn<QColor>("body");
+        const QColor normal(240, 240, 240), pushed(192, 192, 192), hot(128, 217, 234), disabled(208, 208, 208);
+        QTest::newRow("normal") << true << false << false << false << normal;
+        QTest::newRow("checked") << true << true << true << false << pushed;
+        QTest::newRow("focused") << true << false << false << true << hot;
+        QTest::newRow("focused, checkable") << true << true << false << true << hot;
+        QTest::newRow("focused and checked: pushed, not checked-hot") << true << true << true << true << pushed;
+        QTest::newRow("disabled") << false << false << false << false << disabled;
+    }
+
+    void looks()
+    {
+        QFETCH(bool, enabled); QFETCH(bool, checkable); QFETCH(bool, checked); QFETCH(bool, focused);
+        QFETCH(QColor, body);
+        QWidget window;
+        auto *b = new KeypadButton(&window);
+        b->setGeometry(0, 0, 100, 30);
+        b->setFocusPolicy(focused ? Qt::StrongFocus : Qt::NoFocus);
+        b->setCheckable(checkable);
+        b->setChecked(checked);
+        b->setEnabled(enabled);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        if (focused)
+            b->setFocus();
+        QTRY_COMPARE(b->hasFocus(), focused);
+        QCOMPARE(b->grab().toImage().pixelColor(50, 6), body);
+    }
+
+    // A key press reaches the focused field only as the form holding the key makes it; the key itself
+    // emits its signals and touches neither the field nor the controller.
+    void pressSendsNothing()
+    {
+        PanelOf<KeypadButton> panel;
+        auto *field = new QLineEdit(&panel.form);
+        field->setGeometry(0, 40, 100, 20);
+        panel.button->setCharacter(QLatin1Char('5'));
+        panel.button->setCommand(KeypadButton::Enter);
+        panel.form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&panel.form));
+        field->setFocus();
+        QSignalSpy pressed(panel.button, &AbstractButton::pressed);
+        QSignalSpy clicked(panel.button, &AbstractButton::clicked);
+        QTest::mouseClick(panel.button, Qt::LeftButton, {}, QPoint(50, 15));
+        QCOMPARE(pressed.count(), 1);
+        QCOMPARE(clicked.count(), 1);
+        QCOMPARE(field->text(), QString());
+        QVERIFY(panel.app.calls().isEmpty());
+    }
 };
 
-QTEST_MAIN(TestPictureButton)
-#include "tst_picturebutton.moc"
+QTEST_MAIN(TestKeys)
+#include "tst_keys.moc"
