@@ -387,8 +387,9 @@ void TestControllerBinding::propertyLimits_data()
     row("DynamicImage", "operationalAuthority", 5, 100, 5);
     row("DynamicImage", "visibleBitIndex", 4, 32, 4);
     row("DynamicImage", "visibleAddress", 4, -1, 4);
-    row("TabWidget", "channel", 2, 0, 1);
-    row("TabWidget", "comId", 3, -3, 0);
+    row("DynamicImage", "visibleAddress", 4, 0, 0);
+    row("TabWidget", "channel", 2, 99, 4);
+    row("TabWidget", "comId", 3, 7, 7); // reaches the binding
 }
 
 void TestControllerBinding::propertyLimits()
