@@ -1,0 +1,526 @@
+// The button base: signals from mouse and keys, auto repeat, the delayed trigger, shortcuts, exclusive
+// groups and arrow keys; and the one painter every button draws with: bevel, body, icon and caption
+// places, extreme geometry, the render cache and the pressed shift.
+#include "abstractbutton.h"
+#include "buttonpainter.h"
+
+#include <QElapsedTimer>
+#include <QPainter>
+#include <QtTest>
+
+#include <climits>
+
+// Records the button's signals in the order they arrive.
+class SignalLog
+{
+public:
+    explicit SignalLog(AbstractButton *b)
+    {
+        QObject::connect(b, &AbstractButton::pressed, b, [this] { add("pressed"); });
+        QObject::connect(b, &AbstractButton::released, b, [this] { add("released"); });
+        QObject::connect(b, &AbstractButton::clicked, b, [this](bool c) { add(c ? "clicked+" : "clicked"); });
+        QObject::connect(b, &AbstractButton::toggled, b, [this](bool c) { add(c ? "toggled+" : "toggled-"); });
+        QObject::connect(b, &AbstractButton::pressDelayTrigger, b, [this] { add("trigger"); });
+        QObject::connect(b, &AbstractButton::keyPress, b, [this](int k) { add(QString("key %1").arg(k)); });
+        clock.start();
+    }
+    void add(const QString &s)
+    {
+        entries << s;
+        times << clock.elapsed();
+    }
+    int count(const QString &s) const { return entries.count(s); }
+    QStringList entries;
+    QList<qint64> times;
+    QElapsedTimer clock;
+};
+
+static void moveMouse(QWidget *w, const QPoint &pos)
+{
+    QMouseEvent e(QEvent::MouseMove, pos, w->mapToGlobal(pos), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(w, &e);
+}
+
+// Runs steps like "press 10 10", "move 200 10", "release 10 10", "rpress 10 10" (right button), "disable 0 0",
+// "hide 0 0", "key 32", "keyup 32", "animate 10 0" (animated click of 10 ms) and "wait 50 0" (ms).
+static void play(AbstractButton *b, const QStringList &steps)
+{
+    for (const QString &step : steps) {
+        const QStringList f = step.split(' ');
+        const QPoint pos(f[1].toInt(), f.value(2).toInt());
+        if (f[0] == "key")
+            QTest::keyPress(b, Qt::Key(pos.x()));
+        else if (f[0] == "keyup")
+            QTest::keyRelease(b, Qt::Key(pos.x()));
+        else if (f[0] == "press")
+            QTest::mousePress(b, Qt::LeftButton, {}, pos);
+        else if (f[0] == "rpress")
+            QTest::mousePress(b, Qt::RightButton, {}, pos);
+        else if (f[0] == "release")
+            QTest::mouseRelease(b, Qt::LeftButton, {}, pos);
+        else if (f[0] == "disable")
+            b->setEnabled(false);
+        else if (f[0] == "hide")
+            b->hide();
+        else if (f[0] == "animate")
+            b->animateClick(pos.x());
+        else if (f[0] == "wait")
+            QTest::qWait(pos.x());
+        else
+            moveMouse(b, pos);
+    }
+}
+
+static const QColor Light(255, 255, 0);
+static const QColor Dark(0, 0, 255);
+static const QColor OffBody(240, 240, 240);
+static const QColor OnBody(192, 192, 192);
+static const QColor DisabledBody(208, 208, 208);
+static const QColor Caption(255, 0, 0);
+
+// A button that, like the bit button, picks its face from an on/off state.
+class OnOffTestButton : public AbstractButton
+{
+public:
+    OnOffTestButton()
+    {
+        resize(100, 30);
+        QPalette pal = palette();
+        pal.setColor(QPalette::Light, Light);
+        pal.setColor(QPalette::Dark, Dark);
+        setPalette(pal);
+        off.bodyColor = OffBody;
+        on.bodyColor = OnBody;
+        disabled.bodyColor = DisabledBody;
+        off.captionColor = on.captionColor = disabled.captionColor = Caption;
+    }
+    ButtonLook look;
+    ButtonFace off, on, disabled;
+    bool stateOn = false;
+    bool useCache = false;
+    ButtonRenderCache cache;
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        ButtonPainter(this, look, useCache ? &cache : nullptr).paint(!isEnabled() ? disabled : stateOn ? on : off);
+    }
+};
+
+static QPixmap solid(const QColor &c, int size = 10)
+{
+    QPixmap p(size, size);
+    p.fill(c);
+    return p;
+}
+
+// The bounding box of the caption's red pixels.
+static QRect captionBox(const QImage &img)
+{
+    QRect box;
+    for (int y = 0; y < img.height(); ++y) {
+        for (int x = 0; x < img.width(); ++x) {
+            const QColor c = img.pixelColor(x, y);
+            if (c.green() < 200 && c.red() > c.green() + 50 && c.red() > c.blue() + 50)
+                box |= QRect(x, y, 1, 1);
+        }
+    }
+    return box;
+}
+
+class TestButtonBase : public QObject
+{
+    Q_OBJECT
+
+private:
+    QWidget *window = nullptr;
+
+    AbstractButton *shownButton(const QRect &geometry = QRect(10, 10, 100, 30))
+    {
+        auto *b = new AbstractButton(window);
+        b->setGeometry(geometry);
+        b->setFocusPolicy(Qt::StrongFocus);
+        b->show();
+        return b;
+    }
+
+private slots:
+    void init()
+    {
+        window = new QWidget;
+        window->resize(600, 400);
+        window->show();
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+    }
+    void cleanup() { delete window; }
+    void mouseAndKeys_data()
+    {
+        QTest::addColumn<bool>("checkable"); QTest::addColumn<QStringList>("steps");
+        QTest::addColumn<QStringList>("expected");
+        const QStringList click{"press 50 15", "release 50 15"};
+        QTest::newRow("click") << false << click << QStringList{"pressed", "released", "clicked"};
+        QTest::newRow("checkable click") << true << click << QStringList{"pressed", "toggled+", "released", "clicked+"};
+        QTest::newRow("drag out and back in")
+            << false << QStringList{"press 50 15", "move 150 15", "move 60 15", "release 60 15"}
+            << QStringList{"pressed", "released", "pressed", "released", "clicked"};
+        QTest::newRow("release outside") << true << QStringList{"press 50 15", "move 150 15", "release 150 15"}
+                                         << QStringList{"pressed", "released"};
+        QTest::newRow("right button") << false << QStringList{"rpress 50 15"} << QStringList{};
+        QTest::newRow("move without press") << false << QStringList{"move 50 15", "move 150 15"} << QStringList{};
+        QTest::newRow("disabled while down") << false << QStringList{"press 50 15", "disable 0 0", "release 50 15"}
+                                             << QStringList{"pressed"};
+        QTest::newRow("space") << false << QStringList{"key 32", "keyup 32"}
+                               << QStringList{"key 32", "pressed", "released", "clicked"};
+        QTest::newRow("escape cancels") << false << QStringList{"key 32", "key 16777216", "keyup 32"}
+                                        << QStringList{"key 32", "pressed", "key 16777216", "released"};
+        // A button that goes up before its click completes is not clicked.
+        QTest::newRow("hidden while down") << false << QStringList{"press 50 15", "hide 0 0", "release 50 15"}
+                                           << QStringList{"pressed"};
+        QTest::newRow("animated click cancelled by Escape")
+            << false << QStringList{"animate 10 0", "key 16777216", "wait 50 0"}
+            << QStringList{"pressed", "key 16777216", "released"};
+        QTest::newRow("return is ignored") << false << QStringList{"key 16777220", "keyup 16777220"}
+                                           << QStringList{"key 16777220"};
+    }
+    void mouseAndKeys()
+    {
+        QFETCH(bool, checkable); QFETCH(QStringList, steps); QFETCH(QStringList, expected);
+        AbstractButton *b = shownButton(QRect(10, 10, 100, 30));
+        b->setCheckable(checkable);
+        b->setFocus();
+        SignalLog log(b);
+        play(b, steps);
+        QCOMPARE(log.entries, expected);
+        QVERIFY(!b->isDown());
+    }
+
+    void autoRepeat()
+    {
+        AbstractButton *b = shownButton();
+        b->setAutoRepeat(true);
+        SignalLog log(b);
+        QTest::mousePress(b, Qt::LeftButton, {}, QPoint(50, 15));
+        QTRY_VERIFY_WITH_TIMEOUT(log.count("clicked") >= 3, 10000);
+        QTest::mouseRelease(b, Qt::LeftButton, {}, QPoint(50, 15));
+        // Timers never fire much early, so the first repeat waits for the 300 ms delay.
+        QVERIFY2(log.times.at(2) >= 250, qPrintable(QString::number(log.times.at(2))));
+        QStringList expected{"pressed"};
+        for (int i = 0; i < log.count("clicked") - 1; ++i)
+            expected << "released" << "clicked" << "pressed";
+        expected << "released" << "clicked";
+        QCOMPARE(log.entries, expected);
+    }
+
+    void delayedTrigger_data()
+    {
+        QTest::addColumn<QString>("ending"); QTest::addColumn<int>("triggers");
+        QTest::newRow("held") << "" << 1;
+        QTest::newRow("released") << "release" << 0;
+        QTest::newRow("dragged out") << "drag" << 0;
+        QTest::newRow("disabled") << "disable" << 0;
+        QTest::newRow("focus lost") << "focus" << 0;
+    }
+    void delayedTrigger()
+    {
+        QFETCH(QString, ending); QFETCH(int, triggers);
+        AbstractButton *b = shownButton();
+        AbstractButton *other = shownButton(QRect(10, 50, 100, 30));
+        b->setDeylayTrigger(true);
+        b->setFocus();
+        SignalLog log(b);
+        QTest::mousePress(b, Qt::LeftButton, {}, QPoint(50, 15));
+        if (ending == "release")
+            QTest::mouseRelease(b, Qt::LeftButton, {}, QPoint(50, 15));
+        else if (ending == "drag")
+            moveMouse(b, QPoint(200, 15));
+        else if (ending == "disable")
+            b->setEnabled(false);
+        else if (ending == "focus")
+            other->setFocus();
+        if (triggers) {
+            QTRY_COMPARE_WITH_TIMEOUT(log.count("trigger"), 1, 10000);
+            QVERIFY(log.times.last() >= 900);
+        }
+        QTest::qWait(1500);
+        QCOMPARE(log.count("trigger"), triggers);
+        QCOMPARE(log.count("clicked"), ending == "release" ? 1 : 0);
+        QCOMPARE(b->isDown(), ending.isEmpty());
+    }
+
+    void shortcutKeys_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::newRow("first key") << int(Qt::Key_K);
+        QTest::newRow("second key") << int(Qt::Key_L);
+    }
+    void shortcutKeys()
+    {
+        QFETCH(int, key);
+        AbstractButton *b = shownButton();
+        b->setShortcut(QKeySequence("Ctrl+K, Ctrl+L"));
+        SignalLog log(b);
+        auto hit = [&] { QTest::keyClick(window, Qt::Key(key), Qt::ControlModifier); };
+        hit();
+        QTRY_COMPARE(log.count("clicked"), 1);
+        b->setShortcutEnabled(false);
+        QCOMPARE(b->shortcut(), QKeySequence("Ctrl+K, Ctrl+L"));
+        hit();
+        QTest::qWait(400);
+        QCOMPARE(log.count("clicked"), 1);
+        b->setShortcutEnabled(true);
+        hit();
+        QTRY_COMPARE(log.count("clicked"), 2);
+    }
+
+    void exclusiveGroup()
+    {
+        QList<AbstractButton *> group;
+        auto *inner = new QWidget(window); // the window's descendants count, not only its children
+        for (QWidget *parent : {window, window, inner}) {
+            auto *b = new AbstractButton(parent);
+            b->setCheckable(true);
+            b->setAutoExclusive(true);
+            group << b;
+        }
+        auto *outsider = new AbstractButton(window);
+        outsider->setCheckable(true);
+        outsider->setChecked(true);
+
+        group[2]->click();
+        group[0]->click();
+        QCOMPARE(group[2]->isChecked(), false);
+        QCOMPARE(group[0]->isChecked(), true);
+        QCOMPARE(outsider->isChecked(), true);
+
+        SignalLog log(group[0]);
+        group[0]->click(); // the refused uncheck
+        group[0]->setChecked(false);
+        QCOMPARE(group[0]->isChecked(), true);
+        QCOMPARE(log.entries, QStringList({"pressed", "released", "clicked+"}));
+    }
+
+    void arrowKeys_data()
+    {
+        QTest::addColumn<bool>("exclusive"); QTest::addColumn<int>("key");
+        QTest::addColumn<int>("target"); // -1: focus stays
+        // 0: origin (0,0); 1: same row far right; 2: near but diagonal; 3: same column far below;
+        // 4: hidden, between 0 and 1
+        QTest::newRow("right prefers the same row") << true << int(Qt::Key_Right) << 1;
+        QTest::newRow("down prefers the same column") << true << int(Qt::Key_Down) << 3;
+        QTest::newRow("nothing to the left") << true << int(Qt::Key_Left) << -1;
+        QTest::newRow("not exclusive: tab chain") << false << int(Qt::Key_Right) << 1;
+    }
+    void arrowKeys()
+    {
+        QFETCH(bool, exclusive); QFETCH(int, key); QFETCH(int, target);
+        const QList<QRect> rects{{0, 0, 100, 30}, {400, 0, 100, 30}, {120, 40, 100, 30}, {0, 300, 100, 30},
+                                 {200, 0, 100, 30}};
+        QList<AbstractButton *> buttons;
+        for (const QRect &r : rects) {
+            buttons << shownButton(r);
+            buttons.last()->setAutoExclusive(exclusive);
+            buttons.last()->setCheckable(true);
+        }
+        buttons[4]->hide();
+        QWidget::setTabOrder(buttons[0], buttons[1]);
+        buttons[0]->setFocus();
+        buttons[0]->setChecked(true);
+        QTest::keyClick(buttons[0], Qt::Key(key));
+        AbstractButton *focused = target < 0 ? buttons[0] : buttons[target];
+        QTRY_VERIFY(focused->hasFocus());
+        // Moving within a group carries the check along.
+        QCOMPARE(focused->isChecked(), exclusive || target < 0);
+    }
+
+    void bevel_data()
+    {
+        QTest::addColumn<int>("radius"); QTest::addColumn<bool>("checked");
+        QTest::addColumn<QList<QPoint>>("firstColour"); // top and left edges
+        QTest::addColumn<QList<QPoint>>("secondColour"); // bottom and right edges
+        QTest::addColumn<QList<QPoint>>("body");
+        const QList<QPoint> edges5{{4, 2}, {50, 2}, {96, 2}, {2, 15}};
+        const QList<QPoint> far5{{98, 4}, {98, 15}, {98, 26}, {50, 28}};
+        const QList<QPoint> inside{{50, 3}, {50, 15}, {97, 15}, {3, 15}, {50, 27}};
+        QTest::newRow("radius 5 raised") << 5 << false << edges5 << far5 << inside;
+        QTest::newRow("radius 5 checked is sunken") << 5 << true << far5 << edges5 << inside;
+        QTest::newRow("radius 0 raised") << 0 << false << QList<QPoint>{{2, 2}, {98, 2}, {2, 28}}
+                                         << QList<QPoint>{{98, 3}, {98, 28}, {50, 28}}
+                                         << (inside + QList<QPoint>{{1, 1}, {98, 1}});
+    }
+    void bevel()
+    {
+        QFETCH(int, radius); QFETCH(bool, checked); QFETCH(QList<QPoint>, firstColour);
+        QFETCH(QList<QPoint>, secondColour); QFETCH(QList<QPoint>, body);
+        OnOffTestButton b;
+        b.look.cornersRadius = radius;
+        b.setCheckable(true);
+        b.setChecked(checked);
+        const QImage img = b.grab().toImage();
+        for (const QPoint &p : firstColour)
+            QCOMPARE(img.pixelColor(p), Light);
+        for (const QPoint &p : secondColour)
+            QCOMPARE(img.pixelColor(p), Dark);
+        for (const QPoint &p : body)
+            QCOMPARE(img.pixelColor(p), OffBody);
+        // Rounded corners leave the corner pixel outside the body; the border blends into the edge.
+        QCOMPARE(img.pixelColor(1, 1) == OffBody, radius == 0);
+        QVERIFY(qGray(img.pixel(0, 15)) < 200 && qGray(img.pixel(0, 15)) > 50);
+    }
+
+    void body_data()
+    {
+        QTest::addColumn<bool>("enabled"); QTest::addColumn<bool>("stateOn");
+        QTest::addColumn<QString>("pictures"); // which faces have a picture
+        QTest::addColumn<bool>("border"); QTest::addColumn<QColor>("centre");
+        QTest::addColumn<QColor>("bevelEdge"); // pixel (50, 2)
+        QTest::newRow("off colour") << true << false << "" << true << OffBody << Light;
+        QTest::newRow("on colour") << true << true << "" << true << OnBody << Light;
+        QTest::newRow("disabled colour, no bevel") << false << false << "" << true << DisabledBody << DisabledBody;
+        QTest::newRow("on picture, on state") << true << true << "on" << true << QColor(Qt::green) << QColor(Qt::green);
+        QTest::newRow("on picture, off state") << true << false << "on" << true << OffBody << Light;
+        QTest::newRow("disabled picture") << false << true << "on disabled" << false << QColor(Qt::green)
+                                          << QColor(Qt::green);
+    }
+    void body()
+    {
+        QFETCH(bool, enabled); QFETCH(bool, stateOn); QFETCH(QString, pictures); QFETCH(bool, border);
+        QFETCH(QColor, centre); QFETCH(QColor, bevelEdge);
+        OnOffTestButton b;
+        b.setEnabled(enabled);
+        b.stateOn = stateOn;
+        b.look.borderEnabled = border;
+        if (pictures.contains("on"))
+            b.on.picture = solid(Qt::green);
+        if (pictures.contains("disabled"))
+            b.disabled.picture = solid(Qt::green);
+        const QImage img = b.grab().toImage();
+        QCOMPARE(img.pixelColor(50, 15), centre);
+        QCOMPARE(img.pixelColor(50, 2), bevelEdge);
+        QCOMPARE(img.pixelColor(98, 15), enabled && centre != Qt::green ? Dark : centre);
+        if (centre == Qt::green)
+            QCOMPARE(img.pixelColor(0, 15) == centre, !border);
+    }
+
+    void icon_data()
+    {
+        QTest::addColumn<int>("position"); QTest::addColumn<QRect>("iconRect");
+        QTest::addColumn<QPoint>("captionShift"); // against a caption without icon aligned as flags say
+        QTest::addColumn<int>("flags");
+        QTest::newRow("top") << int(AbstractButton::PositionTop) << QRect(42, 5, 16, 16) << QPoint(0, 26)
+                             << int(Qt::AlignHCenter | Qt::AlignTop);
+        QTest::newRow("bottom") << int(AbstractButton::PositionBottom) << QRect(42, 59, 16, 16) << QPoint(0, -26)
+                                << int(Qt::AlignHCenter | Qt::AlignBottom);
+        QTest::newRow("left") << int(AbstractButton::PositionLeft) << QRect(5, 32, 16, 16) << QPoint(26, 0)
+                              << int(Qt::AlignLeft | Qt::AlignVCenter);
+        QTest::newRow("right") << int(AbstractButton::PositionRight) << QRect(79, 32, 16, 16) << QPoint(-26, 0)
+                               << int(Qt::AlignRight | Qt::AlignVCenter);
+        QTest::newRow("mid") << int(AbstractButton::PositionMid) << QRect(42, 32, 16, 16) << QPoint(0, 0)
+                             << int(Qt::AlignLeft | Qt::AlignTop);
+    }
+    void icon()
+    {
+        QFETCH(int, position); QFETCH(QRect, iconRect); QFETCH(QPoint, captionShift); QFETCH(int, flags);
+        OnOffTestButton plain;
+        plain.resize(100, 80);
+        plain.setText("W");
+        plain.setAlignment(Qt::Alignment(flags));
+        OnOffTestButton b;
+        b.resize(100, 80);
+        b.setText("W");
+        b.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        b.setIcon(QIcon(solid(Qt::green, 16)));
+        b.setIconSize(QSize(16, 16));
+        b.look.iconPosition = AbstractButton::EButtonPosition(position);
+
+        const QImage img = b.grab().toImage();
+        for (const QPoint &p : {iconRect.topLeft(), iconRect.bottomRight()})
+            QCOMPARE(img.pixelColor(p), QColor(Qt::green));
+        for (const QPoint &p : {iconRect.topLeft() - QPoint(1, 0), iconRect.bottomRight() + QPoint(0, 1)})
+            QVERIFY(img.pixelColor(p) != QColor(Qt::green));
+
+        const QRect expected = captionBox(plain.grab().toImage()).translated(captionShift);
+        QVERIFY(!expected.isEmpty());
+        QCOMPARE(captionBox(img), expected);
+    }
+
+    void extremeGeometry_data()
+    {
+        QTest::addColumn<int>("position"); QTest::addColumn<int>("iconSpace"); QTest::addColumn<int>("textSpace");
+        QTest::addColumn<int>("iconSide");
+        for (int position = AbstractButton::PositionTop; position <= AbstractButton::PositionMid; ++position) {
+            const QByteArray name = QMetaEnum::fromType<AbstractButton::EButtonPosition>().valueToKey(position);
+            QTest::newRow(name + " largest") << position << INT_MAX << INT_MAX << INT_MAX;
+            QTest::newRow(name + " smallest") << position << INT_MIN << INT_MIN << INT_MAX;
+            QTest::newRow(name + " mixed") << position << INT_MIN << INT_MAX << 16;
+        }
+    }
+    // Spacing and icon size at the ends of int: the icon and caption land off the button, nothing wraps.
+    void extremeGeometry()
+    {
+        QFETCH(int, position); QFETCH(int, iconSpace); QFETCH(int, textSpace); QFETCH(int, iconSide);
+        OnOffTestButton b;
+        b.setText("W");
+        b.setIcon(QIcon(solid(Qt::green, 16)));
+        b.setIconSize(QSize(iconSide, iconSide));
+        b.look.iconPosition = AbstractButton::EButtonPosition(position);
+        b.look.iconSpace = iconSpace;
+        b.look.textSpace = textSpace;
+        const ButtonPainter painter(&b, b.look);
+        const QRect icon = painter.iconRect();
+        const QRect caption = painter.captionRect();
+        QVERIFY(icon.width() >= 0 && icon.height() >= 0);
+        QCOMPARE(caption.size(), b.size());
+        if (position == AbstractButton::PositionLeft && iconSpace == INT_MAX)
+            QVERIFY(icon.left() > b.width() && caption.left() > icon.left());
+        if (position == AbstractButton::PositionRight && iconSpace == INT_MAX)
+            QVERIFY(icon.right() < 0 && caption.right() < icon.right());
+        QVERIFY(!b.grab().isNull());
+    }
+
+    void renderCache_data()
+    {
+        QTest::addColumn<QSize>("size"); QTest::addColumn<bool>("cached");
+        QTest::newRow("ordinary button") << QSize(100, 30) << true;
+        QTest::newRow("at the limit") << QSize(512, 512) << true;
+        QTest::newRow("just past the limit") << QSize(513, 512) << false;
+        QTest::newRow("16000 x 16000") << QSize(16000, 16000) << false;
+    }
+    // Only a look that is cheap to keep is cached; a huge button is drawn directly, and one that grows
+    // past the limit drops what it kept.
+    void renderCache()
+    {
+        QFETCH(QSize, size); QFETCH(bool, cached);
+        OnOffTestButton b;
+        b.useCache = true;
+        QPixmap corner(100, 30);
+        b.render(&corner, QPoint(), QRegion(0, 0, 100, 30));
+        QVERIFY(!b.cache.isEmpty());
+        b.resize(size);
+        b.render(&corner, QPoint(), QRegion(0, 0, 100, 30));
+        QCOMPARE(b.cache.isEmpty(), !cached);
+        QCOMPARE(corner.toImage().pixelColor(50, 15), OffBody);
+    }
+
+    void pressedShift_data()
+    {
+        QTest::addColumn<bool>("down"); QTest::addColumn<bool>("checked");
+        QTest::newRow("down") << true << false;
+        QTest::newRow("checked") << false << true;
+    }
+    void pressedShift()
+    {
+        QFETCH(bool, down); QFETCH(bool, checked);
+        OnOffTestButton b;
+        b.setText("Caption");
+        const QRect up = captionBox(b.grab().toImage());
+        b.setCheckable(true);
+        b.setChecked(checked);
+        b.setDown(down);
+        QVERIFY(!up.isEmpty());
+        QCOMPARE(captionBox(b.grab().toImage()), up.translated(1, 1));
+    }
+};
+
+QTEST_MAIN(TestButtonBase)
+#include "tst_buttonbase.moc"
