@@ -4,6 +4,7 @@
 #include "bitbutton.h"
 #include "hexframe.h"
 #include "hexinflater.h"
+#include "languagestate.h"
 #include "norvointerface_z3.h"
 #include "textinfocodec.h"
 
@@ -133,6 +134,7 @@ private Q_SLOTS:
     void inflaterSteps();
     void inflaterBadText_data();
     void inflaterBadText();
+    void languageFallsBackToTheFirst();
     void designerCommit();
 };
 
@@ -471,6 +473,19 @@ void TestCodecs::inflaterBadText()
         QVERIFY(inflater.failed());
         QVERIFY(inflater.data().size() < 5000);
     }
+}
+
+// A caption list shorter than the panel's languages shows its first language.
+void TestCodecs::languageFallsBackToTheFirst()
+{
+    NORVOInterface_Z3 *hmi = NORVOInterface_Z3::initialization();
+    hmi->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Sans"), QStringLiteral("Sans")});
+    hmi->setCurrentLanguageIndex(2);
+    LanguageState state;
+    state.clampTo(3);
+    QCOMPARE(state.current(), 2);
+    state.clampTo(2);
+    QCOMPARE(state.current(), 0);
 }
 
 void TestCodecs::designerCommit()

@@ -4,6 +4,7 @@
 #include "abstractbutton.h"
 #include "formloader.h"
 #include "formsession.h"
+#include "functionbutton.h"
 #include "inputwidget.h"
 #include "keypaddialog.h"
 #include "lastusedtable.h"
@@ -155,10 +156,25 @@ class TestEndToEnd : public QObject
 
 private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
+    void functionButtonFollowsItsEnableBit();
     void tableCellThroughTheKeypad();
     void authorityOnEveryRoute_data();
     void authorityOnEveryRoute();
 };
+
+void TestEndToEnd::functionButtonFollowsItsEnableBit()
+{
+    SimulatedController controller;
+    QDialog form;
+    auto *button = new FunctionButton(&form);
+    button->SetEnabledBitType(FunctionButton::O_BIT);
+    button->SetEnabledAddress(1);
+    button->setQeltAppAndFormPtr(static_cast<QeltApp *>(&controller), &form);
+    controller.startUpdateUI(&form);
+    QTRY_VERIFY(!button->QWidget::isEnabled());
+    controller.setBit(0, QeltApp::O_BIT, 1, 0, true, 0);
+    QTRY_VERIFY(button->QWidget::isEnabled());
+}
 
 void TestEndToEnd::tableCellThroughTheKeypad()
 {
@@ -201,6 +217,9 @@ void TestEndToEnd::tableCellThroughTheKeypad()
     // Opened next to the cell, below it.
     const QRect global(table->viewport()->mapToGlobal(cell.topLeft()), cell.size());
     QVERIFY(qAbs(controller.lastKeypadGeometry().top() - global.bottom()) < 40);
+    bool ok = true; // the refused entry ends as a cancel
+    QCOMPARE(controller.showKeypad(&ok, 10, QString(), 0, QRect(), QRect(), QRect(), nullptr, 20, 0, 0, 9), QString());
+    QVERIFY(!ok);
 }
 
 void TestEndToEnd::authorityOnEveryRoute_data()
