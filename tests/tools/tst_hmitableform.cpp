@@ -115,7 +115,7 @@ class TestHmiTableForm : public QObject
 private Q_SLOTS:
     void writeIntoForm()
     {
-        const QByteArray form = fileBytes(QFINDTESTDATA("data/panel.ui"));
+        const QByteArray form = fileBytes(QStringLiteral(HMI_TABLE_DATA "/panel.ui"));
         QByteArray written;
         Problem problem;
         QVERIFY2(writeTable(form, Cells, &written, &problem), qPrintable(problem.message));
@@ -157,7 +157,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, cells);
         QByteArray form, written, again;
         Problem problem;
-        QVERIFY(writeTable(fileBytes(QFINDTESTDATA("data/panel.ui")), Cells, &form, &problem)); // over another table
+        QVERIFY(writeTable(fileBytes(QStringLiteral(HMI_TABLE_DATA "/panel.ui")), Cells, &form, &problem)); // over another table
         QVERIFY2(writeTable(form, cells, &written, &problem), qPrintable(problem.message));
         const QByteArray text = readTable(written);
         TableCells expected;
@@ -171,7 +171,7 @@ private Q_SLOTS:
     // arrive as byte arrays and the headers as header items.
     void loadsThroughUiLoader()
     {
-        const QByteArray form = fileBytes(QFINDTESTDATA("data/panel.ui"));
+        const QByteArray form = fileBytes(QStringLiteral(HMI_TABLE_DATA "/panel.ui"));
         QByteArray written;
         Problem problem;
         QVERIFY(writeTable(form, Cells, &written, &problem));
@@ -359,7 +359,7 @@ private Q_SLOTS:
     void notesOnDesignerItems()
     {
         QStringList notes;
-        QCOMPARE(readTable(fileBytes(QFINDTESTDATA("data/panel.ui")), QStringLiteral("other"), &notes), QByteArray());
+        QCOMPARE(readTable(fileBytes(QStringLiteral(HMI_TABLE_DATA "/panel.ui")), QStringLiteral("other"), &notes), QByteArray());
         QCOMPARE(notes.size(), 1);
         QVERIFY(notes.at(0).contains(QLatin1String("<item>")));
     }
