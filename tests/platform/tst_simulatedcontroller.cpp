@@ -1,6 +1,7 @@
 // The simulated controller: word bits inside their class words, the current channel taken from word
 // 40017, coalesced deliveries between startUpdateUI and stopUpdateUI, registration clean-up, value
-// formatting, the soft keypad's entry checks and where it opens.
+// formatting, the soft keypad's entry checks and where it opens (driven through the controller:
+// tst_endtoend).
 
 #include "keypaddialog.h"
 #include "keypadplacement.h"
@@ -93,7 +94,6 @@ private Q_SLOTS:
     void formatsValues_data(); void formatsValues();
     void keypadChecksTheEntry_data(); void keypadChecksTheEntry();
     void keypadPlacement_data(); void keypadPlacement();
-    void keypadDrivenWithoutAPerson();
 };
 
 void TestSimulatedController::wordBits_data()
@@ -347,9 +347,6 @@ void TestSimulatedController::keypadChecksTheEntry()
     QCOMPARE(dialog.problem().isEmpty(), accepted);
 }
 
-QTEST_MAIN(TestSimulatedController)
-#include "tst_simulatedcontroller.moc"
-
 void TestSimulatedController::keypadPlacement_data()
 {
     QTest::addColumn<int>("position");
@@ -385,23 +382,5 @@ void TestSimulatedController::keypadPlacement()
     QCOMPARE(KeypadPlacement::place(position, custom, field, form, QSize(200, 300), QRect(0, 0, 1000, 800)), placed);
 }
 
-void TestSimulatedController::keypadDrivenWithoutAPerson()
-{
-    SimulatedController sim;
-    QStringList problems;
-    sim.setKeypadDriver([&](KeypadDialog &keypad) {
-        keypad.typeKey(QStringLiteral("CLR"));
-        keypad.typeKey(QStringLiteral("7"));
-        keypad.accept();
-    });
-    bool ok = false;
-    QCOMPARE(sim.showKeypad(&ok, 10, QStringLiteral("3"), 2, QRect(10, 20, 300, 400), QRect(), QRect(), nullptr, 20, 0,
-                            0, 9),
-             QStringLiteral("7"));
-    QVERIFY(ok);
-    QCOMPARE(sim.lastKeypadGeometry(), QRect(10, 20, 300, 400));
-    sim.setKeypadDriver([](KeypadDialog &keypad) { keypad.reject(); });
-    QCOMPARE(sim.showKeypad(&ok, 10, QStringLiteral("3"), 0, QRect(), QRect(), QRect(), nullptr, 20, 0, 0, 9),
-             QString());
-    QVERIFY(!ok);
-}
+QTEST_MAIN(TestSimulatedController)
+#include "tst_simulatedcontroller.moc"

@@ -122,8 +122,6 @@ private Q_SLOTS:
                                << QList<QStringList>{{QString::fromUtf8("K\xC3\xBChlmittel<multiTexts=K\xC3\xBChlmittel") + Lang
                                                       + QString::fromUtf8("\xE5\x86\xB7\xE5\x8D\xB4>")}}
                                << 1;
-        QTest::newRow("invalid UTF-8 becomes replacement characters")
-            << QByteArray("a\xFF\xFE" "b\n") << QList<QStringList>{{QString::fromUtf8("a\xEF\xBF\xBD\xEF\xBF\xBD" "b")}} << 1;
         QTest::newRow("empty file") << QByteArray() << QList<QStringList>{} << 0;
         QTest::newRow("only a newline: one empty row") << QByteArray("\n") << QList<QStringList>{{}} << 1;
     }

@@ -36,6 +36,13 @@ public:
     QHash<int, int> values;
 };
 
+// Registers a word (dataClass, bitType -1) or a bit (dataClass -1) of the first link for probe.
+void watch(QeltApp &app, QWidget *form, Probe *probe, int index, int dataClass, int bitType, int address, int bitIndex = 0,
+           int channel = 0)
+{
+    app.registerUIVariable(form, probe, probe, index, 0, channel, dataClass, address, bitType, bitIndex, 0, 0, 0, 0, 0, false);
+}
+
 ModbusMap mapOf(const QByteArray &json)
 {
     ModbusMap map;
@@ -83,7 +90,6 @@ void TestModbus::mapErrors_data()
     QTest::addColumn<QByteArray>("json");
     QTest::addColumn<QString>("error");
     QTest::newRow("not json") << QByteArray("{entries: ") << "not JSON at byte";
-    QTest::newRow("no entries") << QByteArray("{}") << "no \"entries\" list";
     QTest::newRow("both kinds") << QByteArray(R"({"entries":[{"dataClass":"User","bitType":"I_BIT","first":0,"last":1,"table":"holding"}]})")
                                 << "entry 1: needs either \"dataClass\" or \"bitType\"";
     QTest::newRow("unknown class") << QByteArray(R"({"entries":[{"dataClass":"Usr","first":0,"last":1,"table":"holding"}]})")
@@ -96,10 +102,10 @@ void TestModbus::mapErrors_data()
                                 << "entry 1: 4294967294 addresses from 0 run past";
     QTest::newRow("last below first") << QByteArray(R"({"entries":[{"dataClass":"User","first":5,"last":1,"table":"holding"}]})")
                                       << "entry 1: \"last\" is below \"first\"";
-    QTest::newRow("past the last address") << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":99,"table":"holding","start":65500}]})")
-                                           << "entry 1: 200 addresses from 65500 run past";
     QTest::newRow("word order") << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding","wordOrder":"middle"}]})")
                                 << "entry 1: \"wordOrder\" must be highFirst or lowFirst";
+    QTest::newRow("past the last address") << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":99,"table":"holding","start":65500}]})")
+                                           << "entry 1: 200 addresses from 65500 run past";
     QTest::newRow("same variables twice")
         << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding"},
                                      {"dataClass":"User","first":5,"last":20,"table":"holding","start":100}]})")
@@ -181,30 +187,17 @@ void TestModbus::readsEveryTable()
     ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
     QDialog form;
     Probe probe(&form);
-    const auto watch = [&](int index, int dataClass, int bitType, int address, int bitIndex) {
-        controller.registerUIVariable(&form, &probe, &probe, index, 0, 0, dataClass, address, bitType, bitIndex, 0, 0,
-                                      0, 0, 0, false);
-    };
-    watch(0, QeltApp::User, -1, 2, 0);
-    watch(1, QeltApp::Sys, -1, 3, 0);
-    watch(2, QeltApp::Sys, -1, 4, 0);
-    watch(3, QeltApp::Reg, -1, 5, 0);
-    watch(4, -1, QeltApp::O_BIT, 7, 0);
-    watch(5, -1, QeltApp::I_BIT, 9, 0);
-    watch(6, -1, QeltApp::User_BIT, 2, 1);  // bit 1 of 65538
-    watch(7, -1, QeltApp::User_BIT, 2, 16); // bit 16 of 65538
-    watch(8, -1, QeltApp::User_BIT, 2, 0);
+    const QList<QList<int>> watched{{QeltApp::User, -1, 2, 0}, {QeltApp::Sys, -1, 3, 0}, {QeltApp::Sys, -1, 4, 0},
+                                    {QeltApp::Reg, -1, 5, 0},  {-1, QeltApp::O_BIT, 7, 0}, {-1, QeltApp::I_BIT, 9, 0},
+                                    {-1, QeltApp::User_BIT, 2, 1}, // bits 1, 16 and 0 of 65538
+                                    {-1, QeltApp::User_BIT, 2, 16}, {-1, QeltApp::User_BIT, 2, 0}};
+    for (int i = 0; i < watched.size(); ++i)
+        watch(controller, &form, &probe, i, watched[i][0], watched[i][1], watched[i][2], watched[i][3]);
     controller.startUpdateUI(&form);
     QTRY_COMPARE_WITH_TIMEOUT(probe.values.value(0), 65538, 5000); // the first delivery is all zeros
-    QCOMPARE(probe.values.size(), 9);
-    QCOMPARE(probe.values.value(1), -1);
-    QCOMPARE(probe.values.value(2), 65543);
-    QCOMPARE(probe.values.value(3), 40000);
-    QCOMPARE(probe.values.value(4), 1);
-    QCOMPARE(probe.values.value(5), 1);
-    QCOMPARE(probe.values.value(6), 1);
-    QCOMPARE(probe.values.value(7), 1);
-    QCOMPARE(probe.values.value(8), 0);
+    const QList<int> expected{65538, -1, 65543, 40000, 1, 1, 1, 1, 0};
+    for (int i = 0; i < watched.size(); ++i)
+        QCOMPARE(probe.values.value(i, -7), expected.at(i));
     QTRY_VERIFY(!controller.marks().isMarked(&probe));
     // A change on the device reaches the widget by the next poll.
     server.command(QStringLiteral("set hr 1 105 9"));
@@ -261,10 +254,10 @@ void TestModbus::pollsMergedRequests()
     Probe probe(&form);
     int index = 0;
     for (int address : {0, 1, 2, 3, 10, 40})
-        controller.registerUIVariable(&form, &probe, &probe, index++, 0, 0, QeltApp::User, address, -1, 0, 0, 0, 0, 0, 0, false);
+        watch(controller, &form, &probe, index++, QeltApp::User, -1, address);
     for (int address : {0, 5, 6})
-        controller.registerUIVariable(&form, &probe, &probe, index++, 0, 0, -1, address, QeltApp::O_BIT, 0, 0, 0, 0, 0, 0, false);
-    controller.registerUIVariable(&form, &probe, &probe, index++, 0, 0, QeltApp::Reg, 4, -1, 0, 0, 0, 0, 0, 0, false);
+        watch(controller, &form, &probe, index++, -1, QeltApp::O_BIT, address);
+    watch(controller, &form, &probe, index++, QeltApp::Reg, -1, 4);
     controller.startUpdateUI(&form);
     QTRY_VERIFY_WITH_TIMEOUT(polls.size() >= 1, 5000);
     QCOMPARE(wordAtPoll.value(0), 7); // announced once the device's values are in
@@ -316,7 +309,7 @@ void TestModbus::deviceRestarts()
     ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), port);
     QDialog form;
     Probe probe(&form);
-    controller.registerUIVariable(&form, &probe, &probe, 0, 0, 0, QeltApp::User, 0, -1, 0, 0, 0, 0, 0, 0, false);
+    watch(controller, &form, &probe, 0, QeltApp::User, -1, 0);
     controller.startUpdateUI(&form);
     QTRY_COMPARE_WITH_TIMEOUT(probe.values.value(0), 7, 5000);
     QTRY_VERIFY(!controller.marks().isMarked(&probe));
@@ -347,9 +340,9 @@ void TestModbus::exceptionsAndGarbage()
         ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
         QDialog form;
         Probe good(&form), beyond(&form);
-        controller.registerUIVariable(&form, &good, &good, 0, 0, 0, QeltApp::User, 0, -1, 0, 0, 0, 0, 0, 0, false);
+        watch(controller, &form, &good, 0, QeltApp::User, -1, 0);
         // Mcm words 5 ... lie past the server's 5,000 registers: it answers with an exception.
-        controller.registerUIVariable(&form, &beyond, &beyond, 0, 0, 0, QeltApp::Mcm, 9, -1, 0, 0, 0, 0, 0, 0, false);
+        watch(controller, &form, &beyond, 0, QeltApp::Mcm, -1, 9);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("refused the read")));
         controller.startUpdateUI(&form);
         QTRY_VERIFY_WITH_TIMEOUT(!controller.marks().isMarked(&good), 5000);
@@ -362,7 +355,7 @@ void TestModbus::exceptionsAndGarbage()
         ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
         QDialog form;
         Probe probe(&form);
-        controller.registerUIVariable(&form, &probe, &probe, 0, 0, 0, QeltApp::User, 0, -1, 0, 0, 0, 0, 0, 0, false);
+        watch(controller, &form, &probe, 0, QeltApp::User, -1, 0);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("refused the read")));
         QSignalSpy polls(&controller, &ModbusController::pollApplied);
         controller.startUpdateUI(&form);
@@ -379,8 +372,8 @@ void TestModbus::unmappedVariableIsNamed()
     Probe probe(&form);
     probe.setObjectName(QStringLiteral("spindleSpeed"));
     QTest::ignoreMessage(QtWarningMsg, "no map entry for link 0, channel 2, User word 7 (widget \"spindleSpeed\")");
-    controller.registerUIVariable(&form, &probe, &probe, 0, 0, 1, QeltApp::User, 7, -1, 0, 0, 0, 0, 0, 0, false);
-    controller.registerUIVariable(&form, &probe, &probe, 1, 0, 0, QeltApp::User, 7, -1, 0, 0, 0, 0, 0, 0, false);
+    watch(controller, &form, &probe, 0, QeltApp::User, -1, 7, 0, 1);
+    watch(controller, &form, &probe, 1, QeltApp::User, -1, 7);
     QCOMPARE(controller.problems(),
              QStringList{QStringLiteral("no map entry for link 0, channel 2, User word 7 (widget \"spindleSpeed\")")});
     QVERIFY(controller.marks().isMarked(&probe));
