@@ -78,27 +78,22 @@ private Q_SLOTS:
     // of the plain stream; reading stops at the end of the rectangles or at one that is not a span.
     void spans_data()
     {
-        QTest::addColumn<QByteArray>("hex");
-        QTest::addColumn<QList<CellSpans::Span>>("spans");
+        QTest::addColumn<QByteArray>("hex"); QTest::addColumn<QList<CellSpans::Span>>("spans");
         QTest::addColumn<bool>("written"); // our writer gives the same bytes
         const QByteArray two = Bytes().i32(2).i32(2).i32(1).i32(3).i32(4).i32(0).i32(0).i32(0).i32(5).raw().toHex();
         QTest::newRow("two") << two << QList<CellSpans::Span>{{2, 1, 2, 4}, {0, 0, 1, 6}} << true;
         QTest::newRow("none") << Bytes().i32(0).raw().toHex() << QList<CellSpans::Span>{} << true;
         QTest::newRow("count beyond the rectangles")
             << Bytes().i32(0x7fffffff).i32(1).i32(1).i32(1).i32(2).raw().toHex() << QList<CellSpans::Span>{{1, 1, 1, 2}} << false;
-        QTest::newRow("backwards rectangle ends it")
-            << Bytes().i32(2).i32(1).i32(1).i32(1).i32(1).i32(5).i32(0).i32(4).i32(0).raw().toHex()
+        QTest::newRow("backwards rectangle ends it") << Bytes().i32(2).i32(1).i32(1).i32(1).i32(1).i32(5).i32(0).i32(4).i32(0).raw().toHex()
             << QList<CellSpans::Span>{{1, 1, 1, 1}} << false;
-        QTest::newRow("reaching the largest number ends a cell short")
-            << QByteArray("00000001" "00000000" "00000003" "7fffffff" "7fffffff")
+        QTest::newRow("reaching the largest number ends a cell short") << QByteArray("00000001" "00000000" "00000003" "7fffffff" "7fffffff")
             << QList<CellSpans::Span>{{0, 3, 0x7fffffff, 0x7fffffff - 3}} << false;
         QTest::newRow("cut in a rectangle") << Bytes().i32(1).i32(1).i32(1).raw().toHex() << QList<CellSpans::Span>{} << false;
     }
     void spans()
     {
-        QFETCH(QByteArray, hex);
-        QFETCH(QList<CellSpans::Span>, spans);
-        QFETCH(bool, written);
+        QFETCH(QByteArray, hex); QFETCH(QList<CellSpans::Span>, spans); QFETCH(bool, written);
         QList<CellSpans::Span> read;
         QVERIFY(CellSpans::decode(hex, &read));
         QCOMPARE(read, spans);
@@ -173,8 +168,7 @@ private Q_SLOTS:
 
     void malformed_data()
     {
-        QTest::addColumn<QByteArray>("buffer");
-        QTest::addColumn<bool>("loads");
+        QTest::addColumn<QByteArray>("buffer"); QTest::addColumn<bool>("loads");
         QTest::addColumn<int>("readableRows"); // rows read before the first malformed item
         QTest::newRow("claims 2^31 rows") << Bytes().i32(0x7fffffff).i32(8).framed() << false << 0;
         QTest::newRow("negative columns") << Bytes().i32(1).i32(-1).framed() << false << 0;
@@ -186,19 +180,15 @@ private Q_SLOTS:
         QTest::newRow("not hex") << QByteArray("zz") << false << 0;
         QTest::newRow("role count past the data") << Bytes().i32(1).i32(1).i32(0x10000000).framed() << true << 0;
         QTest::newRow("string past the data")
-            << Bytes().i32(2).i32(1).i32(1).stringRole(0, "ok").i32(1).i32(0).i32(10).u8(0).i32(0x7ffffffe).framed()
-            << true << 1;
+            << Bytes().i32(2).i32(1).i32(1).stringRole(0, "ok").i32(1).i32(0).i32(10).u8(0).i32(0x7ffffffe).framed() << true << 1;
         QTest::newRow("an icon is not read") // Qt 4 type 69
-            << Bytes().i32(3).i32(1).i32(1).stringRole(0, "a").i32(1).stringRole(0, "b").i32(1).i32(1).i32(69).u8(0).framed()
-            << true << 2;
+            << Bytes().i32(3).i32(1).i32(1).stringRole(0, "a").i32(1).stringRole(0, "b").i32(1).i32(1).i32(69).u8(0).framed() << true << 2;
         QTest::newRow("cut short") << Bytes().i32(3).i32(1).i32(1).stringRole(0, "a").i32(1).framed() << true << 1;
     }
 
     void malformed()
     {
-        QFETCH(QByteArray, buffer);
-        QFETCH(bool, loads);
-        QFETCH(int, readableRows);
+        QFETCH(QByteArray, buffer); QFETCH(bool, loads); QFETCH(int, readableRows);
         TableContents contents;
         QCOMPARE(contents.load(buffer), loads);
         if (!loads) {

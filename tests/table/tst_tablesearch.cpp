@@ -117,8 +117,7 @@ private Q_SLOTS:
 
     void patterns_data()
     {
-        QTest::addColumn<int>("method");
-        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("method"); QTest::addColumn<QString>("text");
         QTest::addColumn<QStringList>("fields"); // class index, channel, address, bit index, link
         QTest::addColumn<QString>("pattern");    // empty: refused
         const QString any = QStringLiteral("\\S+");
@@ -149,10 +148,7 @@ private Q_SLOTS:
     }
     void patterns()
     {
-        QFETCH(int, method);
-        QFETCH(QString, text);
-        QFETCH(QStringList, fields);
-        QFETCH(QString, pattern);
+        QFETCH(int, method); QFETCH(QString, text); QFETCH(QStringList, fields); QFETCH(QString, pattern);
         JumpPattern::Input input;
         input.method = method;
         input.text = text;
@@ -169,8 +165,7 @@ private Q_SLOTS:
 
     void jumpMethods_data()
     {
-        QTest::addColumn<int>("method");
-        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<int>("method"); QTest::addColumn<QString>("pattern");
         QTest::addColumn<QList<QPoint>>("hits"); // successive searches; (-1, -1): not found
         const QPoint none(-1, -1);
         QTest::newRow("row 0") << 0 << "0" << QList<QPoint>{none};
@@ -180,18 +175,14 @@ private Q_SLOTS:
         QTest::newRow("number, then the next one") << 1 << "7" << QList<QPoint>{QPoint(7, 0), QPoint(57, 0)};
         QTest::newRow("text, once round") << 2 << "Name 4999" << QList<QPoint>{QPoint(4999, 0), QPoint(4999, 0)};
         QTest::newRow("text missing") << 2 << "Name" << QList<QPoint>{none};
-        QTest::newRow("exact register word")
-            << 3 << JumpPattern::valuePattern("1", "3", "200", "0") << QList<QPoint>{QPoint(40, 2)};
+        QTest::newRow("exact register word") << 3 << JumpPattern::valuePattern("1", "3", "200", "0") << QList<QPoint>{QPoint(40, 2)};
         QTest::newRow("short form, far down")
             << 4 << JumpPattern::build({4, "U100", 0, {}, {}, {}, {}}).value() << QList<QPoint>{QPoint(4500, 2)};
-        QTest::newRow("register bit")
-            << 4 << JumpPattern::build({4, "R5.3", 0, {}, {}, {}, {}}).value() << QList<QPoint>{QPoint(70, 2)};
+        QTest::newRow("register bit") << 4 << JumpPattern::build({4, "R5.3", 0, {}, {}, {}, {}}).value() << QList<QPoint>{QPoint(70, 2)};
     }
     void jumpMethods()
     {
-        QFETCH(int, method);
-        QFETCH(QString, pattern);
-        QFETCH(QList<QPoint>, hits);
+        QFETCH(int, method); QFETCH(QString, pattern); QFETCH(QList<QPoint>, hits);
         SearchPanel p;
         JumpSearch search(p.table);
         for (const QPoint &hit : hits) {
@@ -242,9 +233,7 @@ private Q_SLOTS:
 
     void dialog_data()
     {
-        QTest::addColumn<int>("method");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("accepted");
+        QTest::addColumn<int>("method"); QTest::addColumn<QString>("text"); QTest::addColumn<bool>("accepted");
         QTest::addColumn<QString>("label"); // shown afterwards
         QTest::newRow("found") << 4 << "R5.3" << true << "";
         QTest::newRow("refused input") << 4 << "R5.3Q" << false << "label_error";
@@ -252,10 +241,7 @@ private Q_SLOTS:
     }
     void dialog()
     {
-        QFETCH(int, method);
-        QFETCH(QString, text);
-        QFETCH(bool, accepted);
-        QFETCH(QString, label);
+        QFETCH(int, method); QFETCH(QString, text); QFETCH(bool, accepted); QFETCH(QString, label);
         SearchPanel p(200);
         bool shownAfter[2] = {true, true};
         ModalDriver driver({[&](JumpToDialog *d) {
@@ -276,9 +262,7 @@ private Q_SLOTS:
 
     void dialogOpening_data()
     {
-        QTest::addColumn<int>("method");
-        QTest::addColumn<int>("mask");
-        QTest::addColumn<QString>("focus");
+        QTest::addColumn<int>("method"); QTest::addColumn<int>("mask"); QTest::addColumn<QString>("focus");
         QTest::addColumn<QList<bool>>("visible");
         QTest::newRow("all methods, by row") << 0 << -1 << "lineEdit_text" << QList<bool>{true, true, true, true, true};
         QTest::newRow("row and text") << 2 << 5 << "lineEdit_text" << QList<bool>{true, false, true, false, false};
@@ -286,10 +270,7 @@ private Q_SLOTS:
     }
     void dialogOpening()
     {
-        QFETCH(int, method);
-        QFETCH(int, mask);
-        QFETCH(QString, focus);
-        QFETCH(QList<bool>, visible);
+        QFETCH(int, method); QFETCH(int, mask); QFETCH(QString, focus); QFETCH(QList<bool>, visible);
         SearchPanel p(10);
         QList<bool> shown;
         QString focused;

@@ -191,8 +191,7 @@ private Q_SLOTS:
 
     void loadedValuesAreChecked_data()
     {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QStringList>("writes");
+        QTest::addColumn<QByteArray>("file"); QTest::addColumn<QStringList>("writes");
         QTest::newRow("more places than the cell: cut") << QByteArray("x\t1.236") << QStringList{"setData(0,0,100,123,0)"};
         QTest::newRow("outside the limits") << QByteArray("x\t1000.01") << QStringList{};
         QTest::newRow("hex text") << QByteArray("x\t2E") << QStringList{};
@@ -206,8 +205,7 @@ private Q_SLOTS:
     }
     void loadedValuesAreChecked()
     {
-        QFETCH(QByteArray, file);
-        QFETCH(QStringList, writes);
+        QFETCH(QByteArray, file); QFETCH(QStringList, writes);
         FilePanel p;
         writeFile(p.path("t.txt"), file);
         p.table->loadFormFile(p.path("t.txt"));
@@ -232,24 +230,18 @@ private Q_SLOTS:
     // told; a program not read whole is never written back over its file.
     void filesNotReadWhole_data()
     {
-        QTest::addColumn<bool>("program");
-        QTest::addColumn<QByteArray>("line");
-        QTest::addColumn<int>("count");
+        QTest::addColumn<bool>("program"); QTest::addColumn<QByteArray>("line"); QTest::addColumn<int>("count");
         QTest::addColumn<int>("rows"); // -1: fewer than count
         const QByteArray longLine = "Feed\tX" + QByteArray(3 << 19, '1');
         QTest::newRow("table: a line over 1 MiB") << false << longLine << 2 << 2;
         QTest::newRow("table: over 16 MiB") << false << QByteArray(600 << 10, 'x') << 30 << -1;
         QTest::newRow("program: a line over 1 MiB") << true << longLine << 2 << 2;
-        QTest::newRow("program: more lines than a view holds") << true << QByteArray("G1") << NcView::MaxLines + 1
-                                                                << NcView::MaxLines;
+        QTest::newRow("program: more lines than a view holds") << true << QByteArray("G1") << NcView::MaxLines + 1 << NcView::MaxLines;
         QTest::newRow("program: over 16 MiB") << true << QByteArray(100 << 10, 'x') << 170 << -1;
     }
     void filesNotReadWhole()
     {
-        QFETCH(bool, program);
-        QFETCH(QByteArray, line);
-        QFETCH(int, count);
-        QFETCH(int, rows);
+        QFETCH(bool, program); QFETCH(QByteArray, line); QFETCH(int, count); QFETCH(int, rows);
         FilePanel p;
         const QString file = p.path("big.txt");
         writeFile(file, (line + '\n').repeated(count));
@@ -288,9 +280,7 @@ private Q_SLOTS:
     }
     void filesThatCannotBeOpened()
     {
-        QFETCH(int, operation);
-        QFETCH(QString, file);
-        QFETCH(QString, message);
+        QFETCH(int, operation); QFETCH(QString, file); QFETCH(QString, message);
         FilePanel p;
         QCOMPARE(mkfifo(QFile::encodeName(p.path("pipe")).constData(), 0600), 0);
         const QString path = QDir::isAbsolutePath(file) ? file : p.path(qPrintable(file));
@@ -309,8 +299,7 @@ private Q_SLOTS:
 
     void ncWords_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QStringList>("cells"); // header|lead, then G, X, Y, F as text|trailing or -
+        QTest::addColumn<QString>("line"); QTest::addColumn<QStringList>("cells"); // header|lead, then G, X, Y, F as text|trailing or -
         QTest::newRow("words and blanks") << "G01 X10.5 Y-3" << QStringList{"0000|", "01| ", "10.5| ", "-3|", "-"};
         QTest::newRow("lower case") << "g01 x10.5" << QStringList{"0000|", "01| ", "10.5|", "-", "-"};
         QTest::newRow("text before the first word") << "N10 G00" << QStringList{"0000|N10 ", "00|", "-", "-", "-"};
@@ -324,8 +313,7 @@ private Q_SLOTS:
     }
     void ncWords()
     {
-        QFETCH(QString, line);
-        QFETCH(QStringList, cells);
+        QFETCH(QString, line); QFETCH(QStringList, cells);
         Panel p(2, 2);
         p.show();
         QTemporaryDir dir;
@@ -390,11 +378,8 @@ private Q_SLOTS:
 
     void bitMonitor_data()
     {
-        QTest::addColumn<int>("bitType");
-        QTest::addColumn<int>("start");
-        QTest::addColumn<int>("titleType");
-        QTest::addColumn<QString>("title15");
-        QTest::addColumn<QString>("row1");
+        QTest::addColumn<int>("bitType"); QTest::addColumn<int>("start"); QTest::addColumn<int>("titleType");
+        QTest::addColumn<QString>("title15"); QTest::addColumn<QString>("row1");
         QTest::addColumn<QList<int>>("cell35"); // address, bit index of cell 35 (row 2, column 3)
         QTest::addColumn<QList<int>>("channel"); // given, registered
         QTest::newRow("output bits") << 1 << 2 << 1 << "15" << "0080" << QList<int>{99, 99} << QList<int>{2, 1};
@@ -403,24 +388,17 @@ private Q_SLOTS:
     }
     void bitMonitor()
     {
-        QFETCH(int, bitType);
-        QFETCH(int, start);
-        QFETCH(int, titleType);
-        QFETCH(QString, title15);
-        QFETCH(QString, row1);
-        QFETCH(QList<int>, cell35);
-        QFETCH(QList<int>, channel);
+        QFETCH(int, bitType); QFETCH(int, start); QFETCH(int, titleType); QFETCH(QString, title15); QFETCH(QString, row1);
+        QFETCH(QList<int>, cell35); QFETCH(QList<int>, channel);
         Panel p(3, 3);
         p.show();
         p.app.clearCalls();
         p.table->showAsCNCBit(channel.at(0), bitType, start, 40, titleType);
-        QCOMPARE(p.table->rowCount(), 3);
-        QCOMPARE(p.table->columnCount(), 16);
-        QCOMPARE(p.table->horizontalHeaderItem(15)->text(), title15);
-        QCOMPARE(p.table->horizontalHeaderItem(0)->text(), titleType == 1 ? QStringLiteral("00") : QStringLiteral("0"));
-        QCOMPARE(p.table->verticalHeaderItem(1)->text(), row1);
-        QCOMPARE(p.table->findChild<QAbstractButton *>(QString(), Qt::FindDirectChildrenOnly)->text(),
-                 BitView::BitTypeNames.at(bitType));
+        QCOMPARE((QStringList{QString::number(p.table->rowCount()), QString::number(p.table->columnCount()),
+                              p.table->horizontalHeaderItem(0)->text(), p.table->horizontalHeaderItem(15)->text(),
+                              p.table->verticalHeaderItem(1)->text(),
+                              p.table->findChild<QAbstractButton *>(QString(), Qt::FindDirectChildrenOnly)->text()}),
+                 (QStringList{"3", "16", titleType == 1 ? "00" : "0", title15, row1, BitView::BitTypeNames.at(bitType)}));
         const QTableWidgetItem *cell = p.table->item(2, 3);
         QCOMPARE((QList<int>{cell->data(BitView::AddressRole).toInt(), cell->data(BitView::BitIndexRole).toInt()}), cell35);
         QCOMPARE(cell->data(BitView::FlagRole), QVariant(false));
@@ -431,10 +409,8 @@ private Q_SLOTS:
         // Every cell on screen is registered as its bit; the updates colour the cells.
         const QList<UiRegistration> regs = p.app.registrations();
         QCOMPARE(regs.size(), 40);
-        const UiRegistration &r = regs.at(35);
-        QCOMPARE(r.arguments(), (QVariantList{35, 0, channel.at(1), 0, cell35.at(0), bitType, cell35.at(1), 1, 10, 10, 0, 0, false}));
-        QVERIFY(p.app.callNames().indexOf(QStringLiteral("stopUpdateUI"))
-                < p.app.callNames().indexOf(QStringLiteral("registerUIVariable")));
+        QCOMPARE(regs.at(35).arguments(), (QVariantList{35, 0, channel.at(1), 0, cell35.at(0), bitType, cell35.at(1), 1, 10, 10, 0, 0, false}));
+        QVERIFY(p.app.callNames().indexOf(QStringLiteral("stopUpdateUI")) < p.app.callNames().indexOf(QStringLiteral("registerUIVariable")));
         QCOMPARE(p.app.callNames().last(), QStringLiteral("startUpdateUI"));
         p.app.deliver(p.table, 35, 1);
         QCOMPARE(cell->background().color(), QColor(255, 50, 50));
@@ -461,9 +437,7 @@ private Q_SLOTS:
 
     void bitMonitorRefusals_data()
     {
-        QTest::addColumn<int>("bitType");
-        QTest::addColumn<int>("start");
-        QTest::addColumn<int>("titleType");
+        QTest::addColumn<int>("bitType"); QTest::addColumn<int>("start"); QTest::addColumn<int>("titleType");
         QTest::addColumn<int>("columns"); // afterwards
         QTest::newRow("bit type past the names") << 11 << 0 << 1 << 2;
         QTest::newRow("negative bit type") << -1 << 0 << 1 << 2;
@@ -473,10 +447,7 @@ private Q_SLOTS:
     }
     void bitMonitorRefusals()
     {
-        QFETCH(int, bitType);
-        QFETCH(int, start);
-        QFETCH(int, titleType);
-        QFETCH(int, columns);
+        QFETCH(int, bitType); QFETCH(int, start); QFETCH(int, titleType); QFETCH(int, columns);
         Panel p(2, 2, contents(2, 2, [](int, int) { return QString(); },
                                [](QTableWidgetItem *item, int, int) { item->setText(QStringLiteral("kept")); }));
         p.show();
@@ -490,9 +461,7 @@ private Q_SLOTS:
 
     void linesOfAnyEnd_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QStringList>("lines");
-        QTest::addColumn<int>("cut");
+        QTest::addColumn<QByteArray>("bytes"); QTest::addColumn<QStringList>("lines"); QTest::addColumn<int>("cut");
         QTest::newRow("LF") << QByteArray("a\nb\n") << QStringList{"a", "b"} << 0;
         QTest::newRow("CR-LF, last without") << QByteArray("a\r\nb") << QStringList{"a", "b"} << 0;
         QTest::newRow("empty lines") << QByteArray("\n\na") << QStringList{"", "", "a"} << 0;
@@ -501,9 +470,7 @@ private Q_SLOTS:
     }
     void linesOfAnyEnd()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QStringList, lines);
-        QFETCH(int, cut);
+        QFETCH(QByteArray, bytes); QFETCH(QStringList, lines); QFETCH(int, cut);
         QBuffer buffer(&bytes);
         QVERIFY(buffer.open(QIODevice::ReadOnly));
         TextFileLines reader(&buffer, 8);
