@@ -12,30 +12,17 @@ Q_DECLARE_METATYPE(CellSpans::Span)
 
 namespace {
 
+// A Qt 4.8 stream written by hand: big-endian numbers, UTF-16 strings, item roles as role, Qt 4 type
+// id, null flag, value.
 class Bytes
 {
 public:
     Bytes &i32(qint32 v) { char b[4]; qToBigEndian(v, b); m_data.append(b, 4); return *this; }
     Bytes &u8(quint8 v) { m_data.append(char(v)); return *this; }
-    Bytes &string(const QString &s)
-    {
-        i32(qint32(s.size() * 2));
-        for (QChar c : s) {
-            char b[2];
-            qToBigEndian(c.unicode(), b);
-            m_data.append(b, 2);
-        }
-        return *this;
-    }
-    // One role of an item: role, Qt 4 type id, null flag, value.
+    Bytes &string(const QString &s) { i32(qint32(s.size() * 2)); for (QChar c : s) m_data.append(char(c.unicode() >> 8)).append(char(c.unicode() & 0xff)); return *this; }
     Bytes &stringRole(int role, const QString &s) { return i32(role).i32(10).u8(0).string(s); }
     Bytes &intRole(int role, int v) { return i32(role).i32(2).u8(0).i32(v); }
-    Bytes &bytesRole(int role, const QByteArray &a)
-    {
-        i32(role).i32(12).u8(0).i32(qint32(a.size()));
-        m_data.append(a);
-        return *this;
-    }
+    Bytes &bytesRole(int role, const QByteArray &a) { i32(role).i32(12).u8(0).i32(qint32(a.size())).m_data.append(a); return *this; }
     QByteArray framed() const { return qCompress(m_data).toHex(); }
     QByteArray raw() const { return m_data; }
 
@@ -113,8 +100,7 @@ private Q_SLOTS:
         b.i32(1).stringRole(Qt::DisplayRole, QStringLiteral("x"));
         TableContents contents;
         QVERIFY(contents.load(b.framed()));
-        QCOMPARE(contents.rowCount(), 2);
-        QCOMPARE(contents.columnCount(), 2);
+        QCOMPARE((QList<int>{contents.rowCount(), contents.columnCount()}), (QList<int>{2, 2}));
         QList<TableContents::Roles> cells;
         QVERIFY(contents.readRow(0, 2, &cells));
         QCOMPARE(describe(cells), (QStringList{"0=Feed,5=1@0@100@8@2@0@9999", ""}));
@@ -124,8 +110,7 @@ private Q_SLOTS:
 
         // The flags role becomes the new item's flags.
         const std::unique_ptr<QTableWidgetItem> flagged = TableContents::makeItem({{0x13370551, 33}, {0, QStringLiteral("v")}});
-        QCOMPARE(int(flagged->flags()), 33);
-        QCOMPARE(flagged->text(), QStringLiteral("v"));
+        QCOMPARE(QString::number(flagged->flags()) + flagged->text(), QStringLiteral("33v"));
 
         // Our writer gives the same bytes, on every Qt major.
         QTableWidgetItem feed(QStringLiteral("Feed"));
@@ -144,15 +129,14 @@ private Q_SLOTS:
         QVERIFY(contents.load(longTable(1000, 3)));
         QCOMPARE(contents.knownRows(), 0);
         QList<TableContents::Roles> cells;
-        QVERIFY(contents.readRow(999, 3, &cells));
-        QCOMPARE(cells.at(2).first().second.toString(), QStringLiteral("r999c2"));
-        QCOMPARE(contents.knownRows(), 999);
+        QVERIFY(contents.readRow(999, 3, &cells) && contents.knownRows() == 999);
+        QCOMPARE(describe(cells), (QStringList{"0=r999c0", "0=r999c1", "0=r999c2"}));
         QVERIFY(contents.readRow(5, 3, &cells));
-        QCOMPARE(cells.at(0).first().second.toString(), QStringLiteral("r5c0"));
+        QCOMPARE(describe(cells).first(), QStringLiteral("0=r5c0"));
         QVERIFY(contents.readRow(500, 2, &cells)); // surplus stored column skipped, rows stay aligned
         QCOMPARE(describe(cells), (QStringList{"0=r500c0", "0=r500c1"}));
         QVERIFY(contents.readRow(501, 3, &cells));
-        QCOMPARE(cells.at(0).first().second.toString(), QStringLiteral("r501c0"));
+        QCOMPARE(describe(cells).first(), QStringLiteral("0=r501c0"));
     }
 
     // Rows without columns hold nothing: any of them reads at once as empty.
@@ -161,8 +145,7 @@ private Q_SLOTS:
         TableContents contents;
         QVERIFY(contents.load(Bytes().i32(TableContents::MaxRows).i32(0).framed()));
         QList<TableContents::Roles> cells{{}};
-        QVERIFY(contents.readRow(TableContents::MaxRows - 1, 8, &cells));
-        QVERIFY(cells.isEmpty());
+        QVERIFY(contents.readRow(TableContents::MaxRows - 1, 8, &cells) && cells.isEmpty());
         QVERIFY(!contents.readRow(TableContents::MaxRows, 8, &cells));
     }
 

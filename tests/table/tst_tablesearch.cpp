@@ -271,7 +271,7 @@ private Q_SLOTS:
         p.table->updateData(-1001, method);
         p.table->updateData(-1002, mask);
         p.table->jumpTo(0);
-        QCOMPARE(seen, offered + QStringList{focus, QString::number(method), QString::fromUtf8("表格跳转")});
+        QCOMPARE(seen, (offered + QStringList{focus, QString::number(method), QString::fromUtf8("表格跳转")}));
         QCOMPARE(during, QString::fromUtf8("no shortcuts <<- 焦点上移 焦点下移 确定 取消 - - >>-"));
         QCOMPARE(keys(), before);
         QVERIFY(before.startsWith(QLatin1String("shortcuts")));
