@@ -172,7 +172,7 @@ private Q_SLOTS:
         Panel p(2, 40, contents(2, 40, [](int r, int c) { return r == 0 && c < 3 ? QStringLiteral("1@0@7@8@0@0@9") : QString(); }));
         p.table->setDataClass(TableWidget::User);
         // Numbers only, at most 11 words: the twelfth address is not read.
-        p.table->setAddress(QStringList{QStringLiteral("10"), QStringLiteral("x"), QStringLiteral("11")} + QStringList(10, QStringLiteral("12")));
+        p.table->setAddress(QStringLiteral("10 x 11 12 12 12 12 12 12 12 12 12 12").split(QLatin1Char(' ')));
         p.app.memory().setWord(0, 0, 0, 10, 0b101);
         p.app.memory().setWord(0, 0, 0, 11, ~0);
         p.show();
