@@ -1,19 +1,15 @@
-// The parameter table on a recording application: what it registers for value and bit cells, the
-// values it shows, how updates reach cells, columns and the search state, the texts per language,
-// spans, the formatting slots, and that only the rows on screen are loaded and registered.
+// The parameter table on a recording application: what its cells' binding texts register and show,
+// how updates reach cells, columns and the search state, the texts per language, spans, the formatting
+// slots, bounded counts and properties, and that only the rows on screen are loaded and registered.
 #include "celllanguagetexts.h"
 #include "headertexts.h"
 #include "norvointerface_z3.h"
-#include "tablecontents.h"
 #include "tabletestsupport.h"
-#include "tablewidget.h"
 #include "textinfocodec.h"
 
-#include <QDialog>
 #include <QHeaderView>
 #include <QStyledItemDelegate>
 #include <QScrollBar>
-#include <QtTest>
 
 #include <limits>
 
@@ -38,45 +34,55 @@ class TstTableWidget : public QObject
 private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
 
+    // A cell's binding text: what it registers, the value it shows, and what the accessors say of it
+    // once current.
     void cellRegistration_data()
     {
-        QTest::addColumn<QString>("binding");
-        QTest::addColumn<int>("memoryWord");
-        QTest::addColumn<QVariantList>("arguments"); // index ... asText, as registered
-        QTest::addColumn<QString>("shown");
-        // index, comId, channel, class, address, bit type, bit index, format1-4, reserved, as text
-        QTest::newRow("value, short form") << "1@0@100@8@2@0@9999" << 12345
-                                           << QVariantList{1, 0, 0, 0, 100, -1, 0, 4, 10, 8, 2, 0, true} << "123.45";
-        QTest::newRow("value, long form in hex") << "2@3@7@4@0@0@100@2@1@3" << 255
-                                                 << QVariantList{1, 3, 1, 3, 7, -1, 0, 2, 16, 4, 0, 0, true} << "00FF";
-        QTest::newRow("value, radix index past the four") << "1@1@5@6@1@0@10@4@7@0" << -15
-                                                          << QVariantList{1, 0, 0, 1, 5, -1, 0, 4, 10, 6, 1, 0, true}
-                                                          << "-1.5";
-        QTest::newRow("value, fields not numbers") << "x@0@5@8@y@0" << 7
-                                                   << QVariantList{1, 0, 0, 0, 5, -1, 0, 4, 10, 8, 0, 0, true} << "7";
-        QTest::newRow("bit") << "bit@2@1@30@5@0" << 0
-                             << QVariantList{1, 0, 1, 0, 30, 1, 5, 1, 10, 10, 0, 0, false} << "before";
-        QTest::newRow("bit on a link") << "bit@1@9@40017@3@2" << 0
-                                       << QVariantList{1, 2, 0, 0, 40017, 9, 3, 1, 10, 10, 0, 0, false} << "before";
-        QTest::newRow("too few fields: text") << "1@0@100@8@2" << 0 << QVariantList{} << "before";
+        QTest::addColumn<QString>("binding"); QTest::addColumn<int>("word");
+        // index, link, channel, class, address, bit type, bit index, size, radix, width, decimals, reserved, as text
+        QTest::addColumn<QVariantList>("registered"); QTest::addColumn<QString>("shown");
+        QTest::addColumn<QList<int>>("accessors"); // link, channel, class or type, address, bit
+        const int least = std::numeric_limits<int>::min();
+        const QList<int> none{-1, -1, -1, -1, -1};
+        QTest::newRow("value, short form") << "1@0@100@8@2@0@9999" << 12345 << QVariantList{1, 0, 0, 0, 100, -1, 0, 4, 10, 8, 2, 0, true}
+                                           << "123.45" << QList<int>{0, 1, 0, 100, -1};
+        QTest::newRow("value, long form in hex") << "2@3@7@4@0@0@100@2@1@3" << 255 << QVariantList{1, 3, 1, 3, 7, -1, 0, 2, 16, 4, 0, 0, true}
+                                                 << "00FF" << QList<int>{3, 2, 3, 7, -1};
+        QTest::newRow("radix index 3 is binary") << "1@3@7@6@0@0@1@2@3@0@9" << 5 << QVariantList{1, 0, 0, 3, 7, -1, 0, 2, 2, 6, 0, 0, true}
+                                                 << "000101" << QList<int>{0, 1, 3, 7, -1};
+        QTest::newRow("radix index past the four: decimal") << "1@1@5@6@1@0@10@4@7@0" << -15
+                                                            << QVariantList{1, 0, 0, 1, 5, -1, 0, 4, 10, 6, 1, 0, true} << "-1.5" << QList<int>{0, 1, 1, 5, -1};
+        QTest::newRow("nine fields: no long form") << "2@3@7@6@0@0@1@2@1" << 5 << QVariantList{1, 0, 1, 3, 7, -1, 0, 4, 10, 6, 0, 0, true}
+                                                   << "5" << QList<int>{0, 2, 3, 7, -1};
+        QTest::newRow("fields not numbers read as 0") << "x@0@5@8@y@0" << 7 << QVariantList{1, 0, 0, 0, 5, -1, 0, 4, 10, 8, 0, 0, true}
+                                                      << "7" << QList<int>{0, 0, 0, 5, -1};
+        QTest::newRow("channel at the smallest int is the first") << "-2147483648@0@1@1@0@0@1" << 1
+                                                                  << QVariantList{1, 0, 0, 0, 1, -1, 0, 4, 10, 1, 0, 0, true} << "1"
+                                                                  << QList<int>{0, least, 0, 1, -1};
+        QTest::newRow("bit") << "bit@2@1@30@5@0" << 0 << QVariantList{1, 0, 1, 0, 30, 1, 5, 1, 10, 10, 0, 0, false} << "before"
+                             << QList<int>{0, 2, 1, 30, 5};
+        QTest::newRow("bit on a link, more fields") << "bit@1@9@40017@3@2@x@y" << 0
+                                                    << QVariantList{1, 2, 0, 0, 40017, 9, 3, 1, 10, 10, 0, 0, false} << "before"
+                                                    << QList<int>{2, 1, 9, 40017, 3};
+        QTest::newRow("bit channel at the smallest int") << "bit@-2147483648@1@30@5@0" << 0
+                                                         << QVariantList{1, 0, 0, 0, 30, 1, 5, 1, 10, 10, 0, 0, false} << "before"
+                                                         << QList<int>{0, least, 1, 30, 5};
+        QTest::newRow("five fields: text") << "1@0@100@8@2" << 0 << QVariantList{} << "before" << none;
+        QTest::newRow("bit with five fields: text") << "bit@1@1@1@1" << 0 << QVariantList{} << "before" << none;
+        QTest::newRow("language texts: text") << "multiTexts=Feed##!&*_Vorschub" << 0 << QVariantList{} << "Feed" << none;
     }
     void cellRegistration()
     {
-        QFETCH(QString, binding);
-        QFETCH(int, memoryWord);
-        QFETCH(QVariantList, arguments);
-        QFETCH(QString, shown);
+        QFETCH(QString, binding); QFETCH(int, word); QFETCH(QVariantList, registered); QFETCH(QString, shown); QFETCH(QList<int>, accessors);
         Panel p(2, 2, contents(2, 2, [&](int r, int c) { return r == 0 && c == 1 ? binding : QString(); },
                                 [](QTableWidgetItem *item, int, int) { item->setText(QStringLiteral("before")); }));
-        const int channel = arguments.isEmpty() ? 0 : arguments.at(2).toInt();
-        const int dataClass = arguments.isEmpty() ? 0 : arguments.at(3).toInt();
-        const int address = arguments.isEmpty() ? 0 : arguments.at(4).toInt();
-        p.app.memory().setWord(arguments.isEmpty() ? 0 : arguments.at(1).toInt(), channel, dataClass, address, memoryWord);
+        if (!registered.isEmpty())
+            p.app.memory().setWord(registered.at(1).toInt(), registered.at(2).toInt(), registered.at(3).toInt(), registered.at(4).toInt(), word);
         p.show();
         const QList<UiRegistration> regs = p.app.registrations();
-        QCOMPARE(regs.size(), arguments.isEmpty() ? 0 : 1);
-        if (!arguments.isEmpty()) {
-            QCOMPARE(regs.first().arguments(), arguments);
+        QCOMPARE(regs.size(), registered.isEmpty() ? 0 : 1);
+        if (!registered.isEmpty()) {
+            QCOMPARE(regs.first().arguments(), registered);
             QCOMPARE(regs.first().callback, static_cast<norvo_v0::UpdateVariableInterface *>(p.table));
         }
         QCOMPARE(p.table->item(0, 1)->text(), shown);
@@ -84,6 +90,11 @@ private Q_SLOTS:
         const QStringList names = p.app.callNames();
         QVERIFY(names.indexOf(QStringLiteral("stopUpdateUI")) < names.indexOf(QStringLiteral("removeUIVariable")));
         QCOMPARE(names.last(), QStringLiteral("startUpdateUI"));
+        p.table->setCurrentCell(0, 1);
+        QCOMPARE((QList<int>{p.table->getVariableComId(), p.table->getVariableChannel(), p.table->getVariableClass(),
+                             p.table->getVariableAddress(), p.table->getVariableBit()}), accessors);
+        p.table->setCurrentItem(nullptr);
+        QCOMPARE(p.table->getVariableAddress(), -1);
     }
 
     void onlyRowsOnScreenAreLoadedAndRegistered()
@@ -95,7 +106,6 @@ private Q_SLOTS:
         QVERIFY(screen > 3);
         QCOMPARE(p.registeredRows().size(), screen + 1);
         QVERIFY(p.table->loadedRowCount() <= 3 * screen + 3);
-
         p.table->verticalScrollBar()->setValue(99000);
         const int first = p.table->rowAt(0);
         QVERIFY(first >= 98990);
@@ -109,11 +119,8 @@ private Q_SLOTS:
 
     void updates_data()
     {
-        QTest::addColumn<int>("index");
-        QTest::addColumn<int>("value");
-        QTest::addColumn<QString>("text"); // sent as text when not empty
-        QTest::addColumn<QString>("cell10"); // row 1 column 0 afterwards
-        QTest::addColumn<QString>("cell11");
+        QTest::addColumn<int>("index"); QTest::addColumn<int>("value"); QTest::addColumn<QString>("text"); // sent as text when not empty
+        QTest::addColumn<QString>("cell10"); QTest::addColumn<QString>("cell11"); // row 1 afterwards
         QTest::newRow("text to a value cell") << 2 << 0 << "12.50" << "12.50" << "bit@1@0@4@0@0";
         QTest::newRow("bit on") << 3 << 7 << "" << "1@0@1@8@2@0@9" << "1";
         QTest::newRow("bit off") << 3 << 0 << "" << "1@0@1@8@2@0@9" << "0";
@@ -122,11 +129,7 @@ private Q_SLOTS:
     }
     void updates()
     {
-        QFETCH(int, index);
-        QFETCH(int, value);
-        QFETCH(QString, text);
-        QFETCH(QString, cell10);
-        QFETCH(QString, cell11);
+        QFETCH(int, index); QFETCH(int, value); QFETCH(QString, text); QFETCH(QString, cell10); QFETCH(QString, cell11);
         Panel p(2, 2, contents(2, 2, [](int r, int c) {
             return r == 1 ? (c == 0 ? QStringLiteral("1@0@1@8@2@0@9") : QStringLiteral("bit@1@0@4@0@0")) : QString();
         }, [](QTableWidgetItem *item, int, int) { item->setText(item->whatsThis()); }));
@@ -168,25 +171,25 @@ private Q_SLOTS:
     {
         Panel p(2, 40, contents(2, 40, [](int r, int c) { return r == 0 && c < 3 ? QStringLiteral("1@0@7@8@0@0@9") : QString(); }));
         p.table->setDataClass(TableWidget::User);
-        p.table->setAddress({QStringLiteral("10"), QStringLiteral("x"), QStringLiteral("11")});
+        // Numbers only, at most 11 words: the twelfth address is not read.
+        p.table->setAddress(QStringLiteral("10 x 11 12 12 12 12 12 12 12 12 12 12").split(QLatin1Char(' ')));
         p.app.memory().setWord(0, 0, 0, 10, 0b101);
         p.app.memory().setWord(0, 0, 0, 11, ~0);
         p.show();
-        QVERIFY(!p.table->isColumnHidden(0));
-        QVERIFY(p.table->isColumnHidden(1));
-        QVERIFY(!p.table->isColumnHidden(2));
-        QVERIFY(!p.table->isColumnHidden(33));
+        QCOMPARE((QList<bool>{p.table->isColumnHidden(0), p.table->isColumnHidden(1), p.table->isColumnHidden(2),
+                              p.table->isColumnHidden(33)}), (QList<bool>{false, true, false, false}));
         QList<int> wordIndexes;
         for (const UiRegistration &r : p.app.registrations())
             wordIndexes << r.index << (r.index < 0 ? r.address : 0);
         // A hidden column's cells are neither made nor registered.
-        QCOMPARE(wordIndexes, (QList<int>{0, 0, 2, 0, -100, 10, -101, 11}));
+        QList<int> expected{0, 0, 2, 0, -100, 10, -101, 11};
+        for (int word = 2; word < 11; ++word)
+            expected << -100 - word << 12;
+        QCOMPARE(wordIndexes, expected);
         QVERIFY(!p.table->item(0, 1));
-        // The controller's change arrives under the registered index and reaches the columns; a column
-        // shown is made and registered then.
+        // The controller's change arrives under the registered index; a column shown is made and registered then.
         QCOMPARE(p.app.deliver(p.table, -100, 0b10), 1);
-        QVERIFY(p.table->isColumnHidden(0));
-        QVERIFY(!p.table->isColumnHidden(1));
+        QVERIFY(p.table->isColumnHidden(0) && !p.table->isColumnHidden(1));
         QCOMPARE(p.table->item(0, 1)->whatsThis(), QStringLiteral("1@0@7@8@0@0@9"));
         QCOMPARE(p.app.registrations().first().index, 1);
         p.table->updateData(-101, 0);
@@ -199,12 +202,11 @@ private Q_SLOTS:
         QFont bold(QStringLiteral("Sans"), 14);
         bold.setBold(true);
         const QByteArray cellRecords = CellLanguageTexts::encode({record({"Feed", "Vorschub"}, {QFont(), bold})});
-        Panel p(1, 3, contents(1, 3, [](int, int c) {
-            return c == 1 ? QStringLiteral("multiTexts=Speed##!&*_Drehzahl") : QString();
-        }, [&](QTableWidgetItem *item, int, int c) {
-            if (c == 0)
-                item->setData(Qt::StatusTipRole, cellRecords);
-        }));
+        Panel p(1, 3, contents(1, 3, [](int, int c) { return c == 1 ? QStringLiteral("multiTexts=Speed##!&*_Drehzahl") : QString(); },
+                               [&](QTableWidgetItem *item, int, int c) {
+                                   if (c == 0)
+                                       item->setData(Qt::StatusTipRole, cellRecords);
+                               }));
         for (int c = 0; c < 3; ++c)
             p.table->setHorizontalHeaderItem(c, new QTableWidgetItem(QStringLiteral("h%1").arg(c)));
         p.table->horizontalHeaderItem(1)->setWhatsThis(QStringLiteral("multiTexts=Value##!&*_Wert##8!&*_columnWidth=123"));
@@ -213,15 +215,64 @@ private Q_SLOTS:
         QCOMPARE(p.table->columnWidth(1), 123);
         QCOMPARE(p.table->horizontalHeaderItem(0)->text(), QStringLiteral("Name"));
         p.table->updateLanguage(1);
-        QCOMPARE(p.table->horizontalHeaderItem(0)->text(), QStringLiteral("Bezeichnung"));
-        QCOMPARE(p.table->horizontalHeaderItem(1)->text(), QStringLiteral("Wert"));
-        QCOMPARE(p.table->horizontalHeaderItem(2)->text(), QStringLiteral("h2"));
-        QCOMPARE(p.table->item(0, 0)->text(), QStringLiteral("Vorschub"));
+        const auto shown = [&p] {
+            return QStringList{p.table->horizontalHeaderItem(0)->text(), p.table->horizontalHeaderItem(1)->text(),
+                               p.table->horizontalHeaderItem(2)->text(), p.table->item(0, 0)->text(), p.table->item(0, 1)->text()};
+        };
+        QCOMPARE(shown(), (QStringList{"Bezeichnung", "Wert", "h2", "Vorschub", "Drehzahl"}));
         QCOMPARE(p.table->item(0, 0)->font().pointSize(), 14);
-        QCOMPARE(p.table->item(0, 1)->text(), QStringLiteral("Drehzahl"));
         p.table->updateLanguage(0);
-        QCOMPARE(p.table->item(0, 1)->text(), QStringLiteral("Speed"));
+        QCOMPARE(shown(), (QStringList{"Name", "Value", "h2", "Feed", "Speed"}));
+    }
+
+    // The translation tool's view: header records (built from the header items when there are none),
+    // then each text cell with texts per language; the translations come back in the same order.
+    void translationTexts()
+    {
+        NORVOInterface_Z3::initialization()->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Sans")});
+        const QByteArray records = CellLanguageTexts::encode({record({"Feed", "Vorschub"})});
+        Panel p(1, 3, contents(1, 3, [](int, int c) {
+            return c == 1 ? QStringLiteral("multiTexts=Speed##!&*_Drehzahl") : c == 2 ? QStringLiteral("1@0@1@8@0@0") : QString();
+        }, [&](QTableWidgetItem *item, int, int c) {
+            if (c == 0)
+                item->setData(Qt::StatusTipRole, records);
+        }));
+        p.table->setHorizontalHeaderItem(0, new QTableWidgetItem(QStringLiteral("Name")));
+        p.table->setHorizontalHeaderItem(1, new QTableWidgetItem(QStringLiteral("Value")));
+        p.table->horizontalHeaderItem(1)->setWhatsThis(QStringLiteral("multiTexts=Value##!&*_Wert"));
+        p.show();
+        // The word library's refresh keeps typed headers, with or without records made from them.
+        p.table->upDatePluginTextfromWordLib();
         QCOMPARE(p.table->horizontalHeaderItem(0)->text(), QStringLiteral("Name"));
+        QList<QList<TextData>> texts;
+        p.table->getPluginNameAndTransText(texts);
+        p.table->upDatePluginTextfromWordLib();
+        p.table->getPluginNameAndTransText(texts);
+        QStringList got;
+        for (const QList<TextData> &t : texts)
+            got << t.first().texts.join(QLatin1Char('/'));
+        QCOMPARE(got, (QStringList{"Name/Name", "Value/Wert", "", "Feed/Vorschub", "Speed/Drehzahl"}));
+        QString name;
+        int listType = 0;
+        p.table->setObjectName(QStringLiteral("params"));
+        p.table->getPluginNameAndListType(name, listType);
+        QCOMPARE(name + QString::number(listType), QStringLiteral("params2"));
+
+        QList<QStringList> translated{{"Name", "Bezeichnung"}, {"Value", "Wert"}, {}, {"Feed", "Zustellung"}, {"Speed", "Geschwindigkeit"}};
+        p.table->setPluginTransText(translated);
+        p.table->updateLanguage(1);
+        QCOMPARE(p.table->horizontalHeaderItem(0)->text(), QStringLiteral("Bezeichnung"));
+        QCOMPARE(p.table->item(0, 0)->text(), QStringLiteral("Zustellung"));
+        QCOMPARE(p.table->item(0, 1)->text(), QStringLiteral("Geschwindigkeit"));
+        // Stored again: the header records and the contents, the value cell untouched.
+        HeaderTexts headers;
+        QVERIFY(headers.decode(p.table->headerTextInfoBuffer()));
+        QCOMPARE(headers.text(0, 1), QStringLiteral("Bezeichnung"));
+        TableContents stored;
+        QList<TableContents::Roles> row;
+        QVERIFY(stored.load(p.table->data()) && stored.readRow(0, 3, &row));
+        QCOMPARE(TableContents::makeItem(row.at(1))->whatsThis(), QStringLiteral("multiTexts=Speed##!&*_Geschwindigkeit"));
+        QCOMPARE(TableContents::makeItem(row.at(2))->whatsThis(), QStringLiteral("1@0@1@8@0@0"));
     }
 
     void storedItemsAndSpans()
@@ -249,8 +300,7 @@ private Q_SLOTS:
         QCOMPARE(p.table->item(0, 0)->font().family(), QStringLiteral("Sans"));
         QCOMPARE(p.table->item(0, 1)->font().family(), QStringLiteral("Serif"));
         QCOMPARE(int(p.table->item(1, 0)->flags()), int(Qt::ItemIsEnabled));
-        // The first selectable item became current.
-        QCOMPARE(p.table->currentItem(), p.table->item(0, 0));
+        QCOMPARE(p.table->currentItem(), p.table->item(0, 0)); // the first selectable item became current
         const QImage shown = p.table->viewport()->grab().toImage();
         for (int c = 0; c < 2; ++c)
             QCOMPARE(shown.pixelColor(p.table->visualItemRect(p.table->item(2, c)).center()), QColor(c ? Qt::blue : Qt::red));
@@ -282,15 +332,10 @@ private Q_SLOTS:
         t.setColumnCount(3);
         t.setColumnHeaderLabel(3, QStringLiteral("none"));
         QVERIFY(!t.horizontalHeaderItem(3));
-        t.setColumnHeaderLabel(2, QStringLiteral("Wert"));
-        QCOMPARE(t.horizontalHeaderItem(2)->text(), QStringLiteral("Wert"));
         t.setItemData(0, 0, 0.1);
-        QCOMPARE(t.itemData(0, 0).toString(), QStringLiteral("0.1"));
-        t.setItemData(0, 0, 1234567.0);
-        QCOMPARE(t.itemData(0, 0).toString(), QStringLiteral("1.23457e+06"));
-        t.setItemData(0, 1, 42);
-        QCOMPARE(t.itemData(0, 1).toString(), QStringLiteral("42"));
-        QCOMPARE(t.itemData(1, 2).toString(), QString());
+        t.setItemData(0, 1, 1234567.0);
+        QCOMPARE(t.itemData(0, 0).toString() + t.itemData(0, 1).toString(), QStringLiteral("0.11.23457e+06"));
+        // Column settings reach the rows made later.
         t.setColumnTextAlignment(2, Qt::AlignCenter);
         t.setColumnBackgroundColor(1, QStringLiteral("255, 0, 0"));
         t.setColumnTextColor(1, QStringLiteral("blue"));
@@ -299,10 +344,7 @@ private Q_SLOTS:
         QCOMPARE(t.item(1, 2)->textAlignment(), int(Qt::AlignCenter));
         QCOMPARE(t.item(1, 1)->background().color(), QColor(255, 0, 0));
         QCOMPARE(t.item(1, 1)->foreground().color(), QColor(Qt::blue));
-        QVERIFY(!(t.item(1, 0)->flags() & Qt::ItemIsSelectable));
-        QVERIFY(!(t.item(2, 0)->flags() & Qt::ItemIsSelectable));
-        t.setItemEditable(0, 2, false);
-        QCOMPARE(t.item(0, 2)->data(Qt::ToolTipRole).toInt(), 0);
+        QVERIFY(!(t.item(1, 0)->flags() & Qt::ItemIsSelectable) && !(t.item(2, 0)->flags() & Qt::ItemIsSelectable));
         t.setItemTextAlignment(5, 0, Qt::AlignRight); // outside: nothing made
         QCOMPARE(t.rowCount(), 3);
     }
@@ -320,8 +362,7 @@ private Q_SLOTS:
     }
     void boundedCounts()
     {
-        QFETCH(QList<int>, counts);
-        QFETCH(int, warnings);
+        QFETCH(QList<int>, counts); QFETCH(int, warnings);
         for (int i = 0; i < warnings; ++i)
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^TableWidget \"t\": .*(Count|insert)")));
         TableWidget t;
@@ -331,6 +372,31 @@ private Q_SLOTS:
         t.insertRow(0);
         t.insertRow(0); // said once
         QCOMPARE(t.rowCount(), counts.at(4));
+    }
+
+    // Other numbers from a form that have bounds: what the table keeps of them.
+    void boundedProperties_data()
+    {
+        QTest::addColumn<QString>("name"); QTest::addColumn<int>("value"); QTest::addColumn<int>("kept"); QTest::addColumn<bool>("warned");
+        QTest::newRow("row height below the least") << "rowHeight" << 9 << 30 << false;
+        QTest::newRow("row height") << "rowHeight" << 44 << 44 << false;
+        QTest::newRow("row height past the most") << "rowHeight" << 1000000 << 30 << true;
+        QTest::newRow("scroll bar below the least") << "scrollBarExtent" << 12 << 16 << false;
+        QTest::newRow("negative search address") << "defaultSearchMethodAddress" << -3 << 0 << false;
+        QTest::newRow("negative visible search address") << "searchMethodVisibleAddress" << -3 << 0 << false;
+        QTest::newRow("authority past the most: ignored") << "operationalAuthority" << 100 << 0 << false;
+    }
+    void boundedProperties()
+    {
+        QFETCH(QString, name); QFETCH(int, value); QFETCH(int, kept); QFETCH(bool, warned);
+        if (warned)
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("\"%1\": out of range").arg(name)));
+        TableWidget t;
+        t.setRowCount(3);
+        t.setProperty(qPrintable(name), value);
+        QCOMPARE(t.property(qPrintable(name)).toInt(), kept);
+        if (name == QLatin1String("rowHeight"))
+            QCOMPARE(t.rowHeight(2), kept);
     }
 
     // A long list fitted to its contents: the rows whose cells change are measured, not every row.
@@ -354,166 +420,35 @@ private Q_SLOTS:
     }
 
     // A form sets the row count before the column count; widening keeps what the table holds.
-    void widening_data()
-    {
-        QTest::addColumn<bool>("withItem");
-        QTest::newRow("empty") << false;
-        QTest::newRow("holding an item") << true;
-    }
     void widening()
     {
-        QFETCH(bool, withItem);
-        TableWidget t;
-        t.setRowCount(1000);
-        if (withItem)
-            t.setItem(500, 1, new QTableWidgetItem(QStringLiteral("kept")));
-        t.setRowHeight(7, 50);
-        QVERIFY(t.setProperty("columnCount", 8));
-        QCOMPARE(t.rowCount(), 1000);
-        QCOMPARE(t.columnCount(), 8);
-        if (withItem) {
-            QCOMPARE(t.item(500, 1)->text(), QStringLiteral("kept"));
-            QCOMPARE(t.rowHeight(7), 50);
+        for (const bool withItem : {false, true}) {
+            TableWidget t;
+            t.setRowCount(1000);
+            if (withItem)
+                t.setItem(500, 1, new QTableWidgetItem(QStringLiteral("kept")));
+            t.setRowHeight(7, 50);
+            QVERIFY(t.setProperty("columnCount", 8));
+            QCOMPARE((QList<int>{t.rowCount(), t.columnCount()}), (QList<int>{1000, 8}));
+            if (withItem)
+                QCOMPARE(t.item(500, 1)->text() + QString::number(t.rowHeight(7)), QStringLiteral("kept50"));
         }
-    }
-
-    void propertiesAndStyleSheets()
-    {
-        TableWidget t;
-        QCOMPARE(t.styleSheet(), QStringLiteral("QTableView{gridline-color : rgb(216, 216, 216);}"));
-        t.setGridColor(QColor(1, 2, 3));
-        QCOMPARE(t.styleSheet(), QStringLiteral("QTableView{gridline-color : rgb(1, 2, 3);}"));
-        t.setScrollBarExtent(12);
-        QCOMPARE(t.scrollBarExtent(), 16);
-        QVERIFY(t.verticalScrollBar()->styleSheet().isEmpty());
-        t.setScrollBarExtent(30);
-        QCOMPARE(t.verticalScrollBar()->styleSheet(),
-                 QStringLiteral("QScrollBar:vertical {border-radius: 4px; border: 0px solid grey;background: grey;"
-                                "width: 30px;margin: 0px,0px,0px,0px;padding-top:0px;padding-bottom:0px;}\t\t\t"
-                                "QScrollBar::handle:vertical {border-radius: 4px; background: #efefef;min-height: 20px;}"
-                                "\t\t\tQScrollBar::add-line:vertical{height:0px;width:40px;subcontrol-position:bottom;}"
-                                "\t\t\tQScrollBar::sub-line:vertical{height:0px;width:40px;subcontrol-position:top;}"));
-        QCOMPARE(t.horizontalScrollBar()->styleSheet(),
-                 QStringLiteral("QScrollBar:horizontal {border-radius: 4px; border: 0px solid grey;background: grey;"
-                                "height: 30px;margin: 0px,0px,0px,0px;padding-left:0px;padding-right:0px;}\t\t\t"
-                                "QScrollBar::handle:horizontal {border-radius: 4px; background: #efefef;min-width: 20px;}"
-                                "\t\t\tQScrollBar::add-line:horizontal{height:40px;width:0px;subcontrol-position:right;}"
-                                "\t\t\tQScrollBar::sub-line:horizontal{height:40px;width:0px;subcontrol-position:left;}"));
-        t.setRowsHeight(9);
-        QCOMPARE(t.rowsHeight(), 30);
-        t.setRowsHeight(44);
-        QCOMPARE(t.rowHeight(2), 44);
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("\"rowHeight\": out of range")));
-        t.setRowsHeight(1000000);
-        QCOMPARE(t.rowsHeight(), 44);
-        t.setChannel(0);
-        QCOMPARE(t.channel(), 1);
-        t.setChannel(1000);
-        QCOMPARE(t.channel(), NORVOInterface_Z3::initialization()->maxChannelCount());
-        t.setComId(-4);
-        QCOMPARE(t.comId(), 0);
-        t.setDefaultSearchMethodAddress(-3);
-        QCOMPARE(t.defaultSearchMethodAddress(), 0);
-        t.setLanguage(TableWidget::language_3);
-        QCOMPARE(t.whatsThis(), QStringLiteral("3"));
-        QVERIFY(!t.setProperty("dataClass", 17) || t.dataClass() == TableWidget::None);
     }
 
     // A bit cell whose address the controller moves: the received value less field 10 is its address.
     void indirectBitCell()
     {
-        Panel p(2, 2, contents(2, 2, [](int r, int c) {
-            return r == 1 && c == 1 ? QStringLiteral("bit@2@9@0@3@1@0@0@0@0@5") : QString();
-        }));
+        Panel p(2, 2, contents(2, 2, [](int r, int c) { return r == 1 && c == 1 ? QStringLiteral("bit@2@9@0@3@1@0@0@0@0@5") : QString(); }));
         p.table->SetChnNoVarEnable(true);
         p.show();
         p.app.clearCalls();
         p.table->updateData(-10000 - 3, 105);
-        const QList<UiRegistration> regs = p.app.registrations();
-        QCOMPARE(regs.last().arguments(),
+        QCOMPARE(p.app.registrations().last().arguments(),
                  (QVariantList{3, 1, norvo_v0::QeltApp::CurrentChannel, 0, 100, 9, 3, 1, 10, 10, 0, 0, false}));
         QCOMPARE(p.app.callNames(), (QStringList{"stopUpdateUI", "registerUIVariable", "startUpdateUI"}));
         p.app.clearCalls();
         p.table->updateData(-10000 - 2, 7); // a cell without a binding
         QVERIFY(p.app.calls().isEmpty());
-    }
-
-    // The translation tool's view: header records (built from the header items when there are none),
-    // then each text cell with texts per language; the translations come back in the same order.
-    void translationTexts()
-    {
-        NORVOInterface_Z3::initialization()->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Sans")});
-        const QByteArray records = CellLanguageTexts::encode({record({"Feed", "Vorschub"})});
-        Panel p(1, 3, contents(1, 3, [](int, int c) {
-            return c == 1 ? QStringLiteral("multiTexts=Speed##!&*_Drehzahl") : c == 2 ? QStringLiteral("1@0@1@8@0@0") : QString();
-        }, [&](QTableWidgetItem *item, int, int c) {
-            if (c == 0)
-                item->setData(Qt::StatusTipRole, records);
-        }));
-        p.table->setHorizontalHeaderItem(0, new QTableWidgetItem(QStringLiteral("Name")));
-        p.table->setHorizontalHeaderItem(1, new QTableWidgetItem(QStringLiteral("Value")));
-        p.table->horizontalHeaderItem(1)->setWhatsThis(QStringLiteral("multiTexts=Value##!&*_Wert"));
-        p.show();
-        // The word library's refresh keeps typed headers, with or without records made from them.
-        p.table->upDatePluginTextfromWordLib();
-        QCOMPARE(p.table->horizontalHeaderItem(0)->text(), QStringLiteral("Name"));
-        QList<QList<TextData>> texts;
-        p.table->getPluginNameAndTransText(texts);
-        p.table->upDatePluginTextfromWordLib();
-        p.table->getPluginNameAndTransText(texts);
-        QCOMPARE(texts.size(), 3 + 2);
-        QCOMPARE(texts.at(0).first().texts, (QStringList{"Name", "Name"}));
-        QCOMPARE(texts.at(1).first().texts, (QStringList{"Value", "Wert"}));
-        QVERIFY(texts.at(2).first().texts.isEmpty());
-        QCOMPARE(texts.at(3).first().texts, (QStringList{"Feed", "Vorschub"}));
-        QCOMPARE(texts.at(4).first().texts, (QStringList{"Speed", "Drehzahl"}));
-        QString name;
-        int listType = 0;
-        p.table->setObjectName(QStringLiteral("params"));
-        p.table->getPluginNameAndListType(name, listType);
-        QCOMPARE(name, QStringLiteral("params"));
-        QCOMPARE(listType, 2);
-
-        QList<QStringList> translated{{"Name", "Bezeichnung"}, {"Value", "Wert"}, {}, {"Feed", "Zustellung"},
-                                      {"Speed", "Geschwindigkeit"}};
-        p.table->setPluginTransText(translated);
-        p.table->updateLanguage(1);
-        QCOMPARE(p.table->horizontalHeaderItem(0)->text(), QStringLiteral("Bezeichnung"));
-        QCOMPARE(p.table->item(0, 0)->text(), QStringLiteral("Zustellung"));
-        QCOMPARE(p.table->item(0, 1)->text(), QStringLiteral("Geschwindigkeit"));
-        // Stored again: the header records and the contents, the value cell untouched.
-        HeaderTexts headers;
-        QVERIFY(headers.decode(p.table->headerTextInfoBuffer()));
-        QCOMPARE(headers.text(0, 1), QStringLiteral("Bezeichnung"));
-        TableContents stored;
-        QVERIFY(stored.load(p.table->data()));
-        QList<TableContents::Roles> row;
-        QVERIFY(stored.readRow(0, 3, &row));
-        QCOMPARE(TableContents::makeItem(row.at(1))->whatsThis(), QStringLiteral("multiTexts=Speed##!&*_Geschwindigkeit"));
-        QCOMPARE(TableContents::makeItem(row.at(2))->whatsThis(), QStringLiteral("1@0@1@8@0@0"));
-    }
-
-    void authority_data()
-    {
-        QTest::addColumn<int>("authority");
-        QTest::addColumn<int>("level");
-        QTest::addColumn<bool>("editing");
-        QTest::newRow("no requirement") << 0 << 9 << true;
-        QTest::newRow("within") << 5 << 3 << true;
-        QTest::newRow("equal") << 5 << 5 << true;
-        QTest::newRow("above") << 5 << 7 << false;
-        QTest::newRow("out of range ignored") << 100 << 9 << true;
-    }
-    void authority()
-    {
-        QFETCH(int, authority);
-        QFETCH(int, level);
-        QFETCH(bool, editing);
-        TableWidget t;
-        t.setOperationalAuthority(authority);
-        t.updateAuthority(level);
-        QCOMPARE(t.editingEnabled(), editing);
-        QVERIFY(t.isEnabled());
     }
 };
 

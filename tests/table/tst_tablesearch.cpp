@@ -24,53 +24,33 @@ using namespace TableTest;
 
 namespace {
 
-// Answers the modal windows the table opens, one at a time as they come: message boxes are
-// counted and closed, the jump dialog is handed to the next step of the script.
+// Answers the modal windows the table opens as they come: message boxes are counted and closed,
+// the jump dialog is handed to the step (or rejected when there is none).
 class ModalDriver
 {
 public:
-    using Step = std::function<void(JumpToDialog *)>;
-
-    explicit ModalDriver(QList<Step> steps = {})
-        : m_steps(std::move(steps))
+    explicit ModalDriver(std::function<void(JumpToDialog *)> step = {})
+        : m_step(std::move(step))
     {
-        m_timer.setInterval(5);
-        QObject::connect(&m_timer, &QTimer::timeout, [this] { poll(); });
-        m_timer.start();
+        QObject::connect(&m_timer, &QTimer::timeout, [this] {
+            QWidget *modal = QApplication::activeModalWidget();
+            if (auto *box = qobject_cast<QMessageBox *>(modal)) {
+                ++boxes;
+                box->accept();
+            } else if (auto *dialog = qobject_cast<JumpToDialog *>(modal); dialog && dialog->isActiveWindow()) {
+                m_step ? std::exchange(m_step, nullptr)(dialog) : dialog->reject();
+            }
+        });
+        m_timer.start(5);
     }
-    int boxes() const { return m_boxes; }
+    int boxes = 0;
 
 private:
-    void poll()
-    {
-        QWidget *modal = QApplication::activeModalWidget();
-        if (auto *box = qobject_cast<QMessageBox *>(modal)) {
-            ++m_boxes;
-            box->accept();
-        } else if (auto *dialog = qobject_cast<JumpToDialog *>(modal); dialog && dialog->isActiveWindow()) {
-            if (m_steps.isEmpty()) {
-                dialog->reject();
-                return;
-            }
-            m_steps.takeFirst()(dialog);
-        }
-    }
-
     QTimer m_timer;
-    QList<Step> m_steps;
-    int m_boxes = 0;
+    std::function<void(JumpToDialog *)> m_step;
 };
 
 // Rows: "Name r" in column 0, the row number in column 1, a bound cell in column 2.
-QString cellOf(int r, int c)
-{
-    if (c == 0)
-        return QStringLiteral("Name %1").arg(r);
-    if (c == 1)
-        return QString::number(r % 50);
-    return QString();
-}
-
 QString bindingOf(int r, int c)
 {
     if (c != 2)
@@ -91,7 +71,7 @@ struct SearchPanel : Panel
     explicit SearchPanel(int rows = 5000)
         : Panel(rows, 3, contents(rows, 3, bindingOf, [](QTableWidgetItem *item, int r, int c) {
             if (c < 2)
-                item->setText(cellOf(r, c));
+                item->setText(c == 0 ? QStringLiteral("Name %1").arg(r) : QString::number(r % 50));
         }))
     {
         show();
@@ -117,8 +97,7 @@ private Q_SLOTS:
 
     void patterns_data()
     {
-        QTest::addColumn<int>("method");
-        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("method"); QTest::addColumn<QString>("text");
         QTest::addColumn<QStringList>("fields"); // class index, channel, address, bit index, link
         QTest::addColumn<QString>("pattern");    // empty: refused
         const QString any = QStringLiteral("\\S+");
@@ -149,28 +128,14 @@ private Q_SLOTS:
     }
     void patterns()
     {
-        QFETCH(int, method);
-        QFETCH(QString, text);
-        QFETCH(QStringList, fields);
-        QFETCH(QString, pattern);
-        JumpPattern::Input input;
-        input.method = method;
-        input.text = text;
-        if (!fields.isEmpty()) {
-            input.classIndex = fields.at(0).toInt();
-            input.channel = fields.at(1);
-            input.address = fields.at(2);
-            input.bitIndex = fields.at(3);
-            input.com = fields.at(4);
-        }
-        const auto built = JumpPattern::build(input);
+        QFETCH(int, method); QFETCH(QString, text); QFETCH(QStringList, fields); QFETCH(QString, pattern);
+        const auto built = JumpPattern::build({method, text, fields.value(0).toInt(), fields.value(1), fields.value(2), fields.value(3), fields.value(4)});
         QCOMPARE(built.value_or(QString()), pattern);
     }
 
     void jumpMethods_data()
     {
-        QTest::addColumn<int>("method");
-        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<int>("method"); QTest::addColumn<QString>("pattern");
         QTest::addColumn<QList<QPoint>>("hits"); // successive searches; (-1, -1): not found
         const QPoint none(-1, -1);
         QTest::newRow("row 0") << 0 << "0" << QList<QPoint>{none};
@@ -180,18 +145,14 @@ private Q_SLOTS:
         QTest::newRow("number, then the next one") << 1 << "7" << QList<QPoint>{QPoint(7, 0), QPoint(57, 0)};
         QTest::newRow("text, once round") << 2 << "Name 4999" << QList<QPoint>{QPoint(4999, 0), QPoint(4999, 0)};
         QTest::newRow("text missing") << 2 << "Name" << QList<QPoint>{none};
-        QTest::newRow("exact register word")
-            << 3 << JumpPattern::valuePattern("1", "3", "200", "0") << QList<QPoint>{QPoint(40, 2)};
+        QTest::newRow("exact register word") << 3 << JumpPattern::valuePattern("1", "3", "200", "0") << QList<QPoint>{QPoint(40, 2)};
         QTest::newRow("short form, far down")
             << 4 << JumpPattern::build({4, "U100", 0, {}, {}, {}, {}}).value() << QList<QPoint>{QPoint(4500, 2)};
-        QTest::newRow("register bit")
-            << 4 << JumpPattern::build({4, "R5.3", 0, {}, {}, {}, {}}).value() << QList<QPoint>{QPoint(70, 2)};
+        QTest::newRow("register bit") << 4 << JumpPattern::build({4, "R5.3", 0, {}, {}, {}, {}}).value() << QList<QPoint>{QPoint(70, 2)};
     }
     void jumpMethods()
     {
-        QFETCH(int, method);
-        QFETCH(QString, pattern);
-        QFETCH(QList<QPoint>, hits);
+        QFETCH(int, method); QFETCH(QString, pattern); QFETCH(QList<QPoint>, hits);
         SearchPanel p;
         JumpSearch search(p.table);
         for (const QPoint &hit : hits) {
@@ -213,38 +174,36 @@ private Q_SLOTS:
         JumpSearch search(p.table);
         // Only the long form has the fields a variable pattern asks for: rows 40 and 4500.
         const QString word = JumpPattern::valuePattern("1", QString(), QString(), QString());
-        QCOMPARE(search.search(3, word, 0)->first, 40);
-        QCOMPARE(search.search(3, word, 0)->first, 4500);
-        QCOMPARE(search.search(3, word, 0)->first, 40);
-        QCOMPARE(search.search(2, QStringLiteral("Name 3"), 0)->first, 3);
-        QCOMPARE(search.search(3, word, 0)->first, 40);
+        QList<int> rows;
+        for (const QString &pattern : {word, word, word, QStringLiteral("Name 3"), word})
+            rows << search.search(pattern == word ? 3 : 2, pattern, 0)->first;
+        QCOMPARE(rows, (QList<int>{40, 4500, 40, 3, 40}));
     }
 
     void textSearch()
     {
         SearchPanel p(300);
         ModalDriver driver;
-        p.table->find(QStringLiteral("Name 29")); // rows 29 and 290 ... 299
-        QCOMPARE(p.current(), QPoint(29, 0));
+        // Rows 29 and 290 ... 299; past the first or the last: the box, then the other end.
+        QStringList seen;
+        const auto see = [&] { seen << QStringLiteral("%1 %2").arg(p.table->currentRow()).arg(driver.boxes); };
+        p.table->find(QStringLiteral("Name 29"));
+        see();
         p.table->findNext();
-        QCOMPARE(p.current(), QPoint(290, 0));
+        see();
         p.table->findPrevious();
-        p.table->findPrevious(); // past the first: the box, then the last
-        QCOMPARE(driver.boxes(), 1);
-        QCOMPARE(p.current(), QPoint(299, 0));
-        p.table->findNext(); // past the last: the box, then the first
-        QCOMPARE(driver.boxes(), 2);
-        QCOMPARE(p.current(), QPoint(29, 0));
+        p.table->findPrevious();
+        see();
+        p.table->findNext();
+        see();
         p.table->find(QStringLiteral("nowhere"));
-        QCOMPARE(driver.boxes(), 3);
-        QCOMPARE(p.current(), QPoint(29, 0));
+        see();
+        QCOMPARE(seen, (QStringList{"29 0", "290 0", "299 1", "29 2", "29 3"}));
     }
 
     void dialog_data()
     {
-        QTest::addColumn<int>("method");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("accepted");
+        QTest::addColumn<int>("method"); QTest::addColumn<QString>("text"); QTest::addColumn<bool>("accepted");
         QTest::addColumn<QString>("label"); // shown afterwards
         QTest::newRow("found") << 4 << "R5.3" << true << "";
         QTest::newRow("refused input") << 4 << "R5.3Q" << false << "label_error";
@@ -252,13 +211,10 @@ private Q_SLOTS:
     }
     void dialog()
     {
-        QFETCH(int, method);
-        QFETCH(QString, text);
-        QFETCH(bool, accepted);
-        QFETCH(QString, label);
+        QFETCH(int, method); QFETCH(QString, text); QFETCH(bool, accepted); QFETCH(QString, label);
         SearchPanel p(200);
         bool shownAfter[2] = {true, true};
-        ModalDriver driver({[&](JumpToDialog *d) {
+        ModalDriver driver([&](JumpToDialog *d) {
             child<QRadioButton>(d, "radioButton_varm")->setChecked(true);
             child<QLineEdit>(d, "lineEdit_text")->setText(text);
             child<QPushButton>(d, "pushButton_ok")->click();
@@ -266,7 +222,7 @@ private Q_SLOTS:
             shownAfter[1] = child<QLabel>(d, "label_error_2")->isVisible();
             if (d->isVisible())
                 d->reject();
-        }});
+        });
         p.table->updateData(-1001, method);
         p.table->jumpTo(1);
         QCOMPARE(shownAfter[0], label == QLatin1String("label_error"));
@@ -274,51 +230,62 @@ private Q_SLOTS:
         QCOMPARE(p.current(), accepted ? QPoint(70, 2) : QPoint(0, 0));
     }
 
+    // The dialog opens with the methods offered and the one preselected, the focus on its first input,
+    // no error shown; while it is open the soft keys are its own and act as no shortcuts.
     void dialogOpening_data()
     {
-        QTest::addColumn<int>("method");
-        QTest::addColumn<int>("mask");
-        QTest::addColumn<QString>("focus");
-        QTest::addColumn<QList<bool>>("visible");
-        QTest::newRow("all methods, by row") << 0 << -1 << "lineEdit_text" << QList<bool>{true, true, true, true, true};
-        QTest::newRow("row and text") << 2 << 5 << "lineEdit_text" << QList<bool>{true, false, true, false, false};
-        QTest::newRow("exact variable") << 3 << 0b1001 << "lineEdit_address" << QList<bool>{true, false, false, true, false};
+        QTest::addColumn<int>("method"); QTest::addColumn<int>("mask"); QTest::addColumn<QString>("focus");
+        QTest::addColumn<QStringList>("offered");
+        QTest::newRow("all methods, by row") << 0 << -1 << "lineEdit_text" << QStringList{"row", "no", "text", "var", "varm"};
+        QTest::newRow("row and text") << 2 << 5 << "lineEdit_text" << QStringList{"row", "text"};
+        QTest::newRow("exact variable") << 3 << 0b1001 << "lineEdit_address" << QStringList{"row", "var"};
     }
     void dialogOpening()
     {
-        QFETCH(int, method);
-        QFETCH(int, mask);
-        QFETCH(QString, focus);
-        QFETCH(QList<bool>, visible);
+        QFETCH(int, method); QFETCH(int, mask); QFETCH(QString, focus); QFETCH(QStringList, offered);
         SearchPanel p(10);
-        QList<bool> shown;
-        QString focused;
-        int checked = -1;
-        bool labelsHidden = false;
-        ModalDriver driver({[&](JumpToDialog *d) {
-            for (const char *name : {"radioButton_row", "radioButton_no", "radioButton_text", "radioButton_var",
-                                     "radioButton_varm"})
-                shown << child<QRadioButton>(d, name)->isVisible();
-            focused = QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString();
-            checked = d->method();
-            labelsHidden = !child<QLabel>(d, "label_error")->isVisible() && !child<QLabel>(d, "label_error_2")->isVisible();
-            QCOMPARE(d->windowTitle(), QString::fromUtf8("表格跳转"));
+        auto *bar = new ButtonGroup(&p.form);
+        bar->setButtonCount(6);
+        bar->resize(600, 40);
+        bar->show();
+        QTRY_VERIFY(bar->isBuilt());
+        const auto keys = [bar] {
+            QStringList list{bar->shortcutEnabled() ? "shortcuts" : "no shortcuts"};
+            for (FunctionButton *b : bar->shownButtons())
+                list << b->text() + (b->isEnabled() ? "" : "-");
+            return list.join(QLatin1Char(' '));
+        };
+        const QString before = keys();
+        QStringList seen;
+        QString during;
+        ModalDriver driver([&](JumpToDialog *d) {
+            for (const char *name : {"row", "no", "text", "var", "varm"})
+                if (child<QRadioButton>(d, qPrintable(QStringLiteral("radioButton_") + QLatin1String(name)))->isVisible())
+                    seen << name;
+            seen << QApplication::focusWidget()->objectName() << QString::number(d->method()) << d->windowTitle();
+            if (child<QLabel>(d, "label_error")->isVisible() || child<QLabel>(d, "label_error_2")->isVisible())
+                seen << QStringLiteral("error shown");
+            during = keys();
             d->reject();
-        }});
+        });
         p.table->updateData(-1001, method);
         p.table->updateData(-1002, mask);
         p.table->jumpTo(0);
-        QCOMPARE(shown, visible);
-        QCOMPARE(checked, method);
-        QCOMPARE(focused, focus);
-        QVERIFY(labelsHidden);
+        QCOMPARE(seen, (offered + QStringList{focus, QString::number(method), QString::fromUtf8("表格跳转")}));
+        QCOMPARE(during, QString::fromUtf8("no shortcuts <<- 焦点上移 焦点下移 确定 取消 - - >>-"));
+        QCOMPARE(keys(), before);
+        QVERIFY(before.startsWith(QLatin1String("shortcuts")));
     }
 
-    void dialogKeys()
+    // Made for panels without a keyboard: the arrow keys and F1 move the focus, F3 confirms, a click on
+    // an enabled line opens the soft keypad.
+    void dialogKeysAndKeypad()
     {
         SearchPanel p(100);
+        p.table->setSoftKeypad(true);
+        p.app.setKeypadAnswer(QStringLiteral("42"), true);
         QStringList path;
-        ModalDriver driver({[&](JumpToDialog *d) {
+        ModalDriver driver([&](JumpToDialog *d) {
             auto *text = child<QLineEdit>(d, "lineEdit_text");
             text->setFocus();
             QTest::keyClick(text, Qt::Key_Up); // to the last radio button before it
@@ -329,59 +296,15 @@ private Q_SLOTS:
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_F1);
             path << QApplication::focusWidget()->objectName();
             child<QRadioButton>(d, "radioButton_row")->setChecked(true);
-            text->setText(QStringLiteral("42"));
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_F3);
-        }});
-        p.table->jumpTo(0);
-        QCOMPARE(path, (QStringList{"radioButton_varm", "pushButton_ok", "lineEdit_text"}));
-        QCOMPARE(p.current(), QPoint(41, 0));
-    }
-
-    void keypadOnTheDialogsLines()
-    {
-        SearchPanel p(10);
-        p.table->setSoftKeypad(true);
-        p.app.setKeypadAnswer(QStringLiteral("3"), true);
-        ModalDriver driver({[&](JumpToDialog *d) {
-            auto *text = child<QLineEdit>(d, "lineEdit_text");
-            QTest::mouseClick(text, Qt::LeftButton);
-            QCOMPARE(text->text(), QStringLiteral("3"));
             QTest::mouseClick(child<QLineEdit>(d, "lineEdit_address"), Qt::LeftButton); // disabled: no keypad
-            QTest::keyClick(text, Qt::Key_Return);
-        }});
+            QTest::mouseClick(text, Qt::LeftButton);
+            path << text->text();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_F3);
+        });
         p.table->jumpTo(0);
+        QCOMPARE(path, (QStringList{"radioButton_varm", "pushButton_ok", "lineEdit_text", "42"}));
         QCOMPARE(p.app.callsNamed(QStringLiteral("showKeypad")).size(), 1);
-        QCOMPARE(p.current(), QPoint(2, 0));
-    }
-
-    void softKeysWhileTheDialogIsOpen()
-    {
-        SearchPanel p(10);
-        auto *bar = new ButtonGroup(&p.form);
-        bar->setButtonCount(6);
-        bar->resize(600, 40);
-        bar->show();
-        QTRY_VERIFY(bar->isBuilt());
-        const auto captions = [bar] {
-            QStringList list;
-            for (FunctionButton *b : bar->shownButtons())
-                list << b->text() + (b->isEnabled() ? "" : "-");
-            return list;
-        };
-        const QStringList before = captions();
-        QStringList during;
-        bool shortcutsDuring = true;
-        ModalDriver driver({[&](JumpToDialog *d) {
-            during = captions();
-            shortcutsDuring = bar->shortcutEnabled();
-            d->reject();
-        }});
-        p.table->jumpTo(0);
-        QCOMPARE(during, (QStringList{"<<-", QString::fromUtf8("焦点上移"), QString::fromUtf8("焦点下移"),
-                                      QString::fromUtf8("确定"), QString::fromUtf8("取消"), "-", "-", ">>-"}));
-        QVERIFY(!shortcutsDuring);
-        QCOMPARE(captions(), before);
-        QVERIFY(bar->shortcutEnabled());
+        QCOMPARE(p.current(), QPoint(41, 0));
     }
 };
 

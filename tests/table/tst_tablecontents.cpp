@@ -12,30 +12,17 @@ Q_DECLARE_METATYPE(CellSpans::Span)
 
 namespace {
 
+// A Qt 4.8 stream written by hand: big-endian numbers, UTF-16 strings, item roles as role, Qt 4 type
+// id, null flag, value.
 class Bytes
 {
 public:
     Bytes &i32(qint32 v) { char b[4]; qToBigEndian(v, b); m_data.append(b, 4); return *this; }
     Bytes &u8(quint8 v) { m_data.append(char(v)); return *this; }
-    Bytes &string(const QString &s)
-    {
-        i32(qint32(s.size() * 2));
-        for (QChar c : s) {
-            char b[2];
-            qToBigEndian(c.unicode(), b);
-            m_data.append(b, 2);
-        }
-        return *this;
-    }
-    // One role of an item: role, Qt 4 type id, null flag, value.
+    Bytes &string(const QString &s) { i32(qint32(s.size() * 2)); for (QChar c : s) m_data.append(char(c.unicode() >> 8)).append(char(c.unicode() & 0xff)); return *this; }
     Bytes &stringRole(int role, const QString &s) { return i32(role).i32(10).u8(0).string(s); }
     Bytes &intRole(int role, int v) { return i32(role).i32(2).u8(0).i32(v); }
-    Bytes &bytesRole(int role, const QByteArray &a)
-    {
-        i32(role).i32(12).u8(0).i32(qint32(a.size()));
-        m_data.append(a);
-        return *this;
-    }
+    Bytes &bytesRole(int role, const QByteArray &a) { i32(role).i32(12).u8(0).i32(qint32(a.size())).m_data.append(a); return *this; }
     QByteArray framed() const { return qCompress(m_data).toHex(); }
     QByteArray raw() const { return m_data; }
 
@@ -78,27 +65,22 @@ private Q_SLOTS:
     // of the plain stream; reading stops at the end of the rectangles or at one that is not a span.
     void spans_data()
     {
-        QTest::addColumn<QByteArray>("hex");
-        QTest::addColumn<QList<CellSpans::Span>>("spans");
+        QTest::addColumn<QByteArray>("hex"); QTest::addColumn<QList<CellSpans::Span>>("spans");
         QTest::addColumn<bool>("written"); // our writer gives the same bytes
         const QByteArray two = Bytes().i32(2).i32(2).i32(1).i32(3).i32(4).i32(0).i32(0).i32(0).i32(5).raw().toHex();
         QTest::newRow("two") << two << QList<CellSpans::Span>{{2, 1, 2, 4}, {0, 0, 1, 6}} << true;
         QTest::newRow("none") << Bytes().i32(0).raw().toHex() << QList<CellSpans::Span>{} << true;
         QTest::newRow("count beyond the rectangles")
             << Bytes().i32(0x7fffffff).i32(1).i32(1).i32(1).i32(2).raw().toHex() << QList<CellSpans::Span>{{1, 1, 1, 2}} << false;
-        QTest::newRow("backwards rectangle ends it")
-            << Bytes().i32(2).i32(1).i32(1).i32(1).i32(1).i32(5).i32(0).i32(4).i32(0).raw().toHex()
+        QTest::newRow("backwards rectangle ends it") << Bytes().i32(2).i32(1).i32(1).i32(1).i32(1).i32(5).i32(0).i32(4).i32(0).raw().toHex()
             << QList<CellSpans::Span>{{1, 1, 1, 1}} << false;
-        QTest::newRow("reaching the largest number ends a cell short")
-            << QByteArray("00000001" "00000000" "00000003" "7fffffff" "7fffffff")
+        QTest::newRow("reaching the largest number ends a cell short") << QByteArray("00000001" "00000000" "00000003" "7fffffff" "7fffffff")
             << QList<CellSpans::Span>{{0, 3, 0x7fffffff, 0x7fffffff - 3}} << false;
         QTest::newRow("cut in a rectangle") << Bytes().i32(1).i32(1).i32(1).raw().toHex() << QList<CellSpans::Span>{} << false;
     }
     void spans()
     {
-        QFETCH(QByteArray, hex);
-        QFETCH(QList<CellSpans::Span>, spans);
-        QFETCH(bool, written);
+        QFETCH(QByteArray, hex); QFETCH(QList<CellSpans::Span>, spans); QFETCH(bool, written);
         QList<CellSpans::Span> read;
         QVERIFY(CellSpans::decode(hex, &read));
         QCOMPARE(read, spans);
@@ -118,8 +100,7 @@ private Q_SLOTS:
         b.i32(1).stringRole(Qt::DisplayRole, QStringLiteral("x"));
         TableContents contents;
         QVERIFY(contents.load(b.framed()));
-        QCOMPARE(contents.rowCount(), 2);
-        QCOMPARE(contents.columnCount(), 2);
+        QCOMPARE((QList<int>{contents.rowCount(), contents.columnCount()}), (QList<int>{2, 2}));
         QList<TableContents::Roles> cells;
         QVERIFY(contents.readRow(0, 2, &cells));
         QCOMPARE(describe(cells), (QStringList{"0=Feed,5=1@0@100@8@2@0@9999", ""}));
@@ -129,8 +110,7 @@ private Q_SLOTS:
 
         // The flags role becomes the new item's flags.
         const std::unique_ptr<QTableWidgetItem> flagged = TableContents::makeItem({{0x13370551, 33}, {0, QStringLiteral("v")}});
-        QCOMPARE(int(flagged->flags()), 33);
-        QCOMPARE(flagged->text(), QStringLiteral("v"));
+        QCOMPARE(QString::number(flagged->flags()) + flagged->text(), QStringLiteral("33v"));
 
         // Our writer gives the same bytes, on every Qt major.
         QTableWidgetItem feed(QStringLiteral("Feed"));
@@ -149,15 +129,14 @@ private Q_SLOTS:
         QVERIFY(contents.load(longTable(1000, 3)));
         QCOMPARE(contents.knownRows(), 0);
         QList<TableContents::Roles> cells;
-        QVERIFY(contents.readRow(999, 3, &cells));
-        QCOMPARE(cells.at(2).first().second.toString(), QStringLiteral("r999c2"));
-        QCOMPARE(contents.knownRows(), 999);
+        QVERIFY(contents.readRow(999, 3, &cells) && contents.knownRows() == 999);
+        QCOMPARE(describe(cells), (QStringList{"0=r999c0", "0=r999c1", "0=r999c2"}));
         QVERIFY(contents.readRow(5, 3, &cells));
-        QCOMPARE(cells.at(0).first().second.toString(), QStringLiteral("r5c0"));
+        QCOMPARE(describe(cells).first(), QStringLiteral("0=r5c0"));
         QVERIFY(contents.readRow(500, 2, &cells)); // surplus stored column skipped, rows stay aligned
         QCOMPARE(describe(cells), (QStringList{"0=r500c0", "0=r500c1"}));
         QVERIFY(contents.readRow(501, 3, &cells));
-        QCOMPARE(cells.at(0).first().second.toString(), QStringLiteral("r501c0"));
+        QCOMPARE(describe(cells).first(), QStringLiteral("0=r501c0"));
     }
 
     // Rows without columns hold nothing: any of them reads at once as empty.
@@ -166,15 +145,13 @@ private Q_SLOTS:
         TableContents contents;
         QVERIFY(contents.load(Bytes().i32(TableContents::MaxRows).i32(0).framed()));
         QList<TableContents::Roles> cells{{}};
-        QVERIFY(contents.readRow(TableContents::MaxRows - 1, 8, &cells));
-        QVERIFY(cells.isEmpty());
+        QVERIFY(contents.readRow(TableContents::MaxRows - 1, 8, &cells) && cells.isEmpty());
         QVERIFY(!contents.readRow(TableContents::MaxRows, 8, &cells));
     }
 
     void malformed_data()
     {
-        QTest::addColumn<QByteArray>("buffer");
-        QTest::addColumn<bool>("loads");
+        QTest::addColumn<QByteArray>("buffer"); QTest::addColumn<bool>("loads");
         QTest::addColumn<int>("readableRows"); // rows read before the first malformed item
         QTest::newRow("claims 2^31 rows") << Bytes().i32(0x7fffffff).i32(8).framed() << false << 0;
         QTest::newRow("negative columns") << Bytes().i32(1).i32(-1).framed() << false << 0;
@@ -186,19 +163,15 @@ private Q_SLOTS:
         QTest::newRow("not hex") << QByteArray("zz") << false << 0;
         QTest::newRow("role count past the data") << Bytes().i32(1).i32(1).i32(0x10000000).framed() << true << 0;
         QTest::newRow("string past the data")
-            << Bytes().i32(2).i32(1).i32(1).stringRole(0, "ok").i32(1).i32(0).i32(10).u8(0).i32(0x7ffffffe).framed()
-            << true << 1;
+            << Bytes().i32(2).i32(1).i32(1).stringRole(0, "ok").i32(1).i32(0).i32(10).u8(0).i32(0x7ffffffe).framed() << true << 1;
         QTest::newRow("an icon is not read") // Qt 4 type 69
-            << Bytes().i32(3).i32(1).i32(1).stringRole(0, "a").i32(1).stringRole(0, "b").i32(1).i32(1).i32(69).u8(0).framed()
-            << true << 2;
+            << Bytes().i32(3).i32(1).i32(1).stringRole(0, "a").i32(1).stringRole(0, "b").i32(1).i32(1).i32(69).u8(0).framed() << true << 2;
         QTest::newRow("cut short") << Bytes().i32(3).i32(1).i32(1).stringRole(0, "a").i32(1).framed() << true << 1;
     }
 
     void malformed()
     {
-        QFETCH(QByteArray, buffer);
-        QFETCH(bool, loads);
-        QFETCH(int, readableRows);
+        QFETCH(QByteArray, buffer); QFETCH(bool, loads); QFETCH(int, readableRows);
         TableContents contents;
         QCOMPARE(contents.load(buffer), loads);
         if (!loads) {

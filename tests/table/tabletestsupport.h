@@ -38,6 +38,18 @@ inline QByteArray contents(int rows, int columns, const std::function<QString(in
     return TableContents::encode(rows, columns, grid);
 }
 
+inline QByteArray readAll(const QString &fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+inline bool writeFile(const QString &fileName, const QByteArray &bytes)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
 // A table in a form attached to a recording application, shown at a fixed size.
 struct Panel
 {
