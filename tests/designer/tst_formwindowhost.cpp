@@ -1,6 +1,5 @@
 #include "designercore.h"
 #include "formwindowhost.h"
-#include "probewidget.h"
 
 #include <QtDesigner/QDesignerFormWindowInterface>
 
@@ -15,8 +14,7 @@ class TestFormWindowHost : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
-        ProbeWidgetPlugin::registerInCollection(); // installs the host on initialisation
-        DesignerCore::instance();
+        DesignerCore::instance(); // every descriptor installs the host on initialisation
         QVERIFY(host());
     }
     void init()
