@@ -1,7 +1,9 @@
-// The widget collection as Designer sees it: the registry's order, the ten descriptors with groups,
+// The designer host on the real core (form window, project folder, undoable commands, selection,
+// managed widgets), and the widget collection as Designer sees it: the registry's order, the ten descriptors with groups,
 // headers, icons and initial XML, the widget box, every offered widget placed from its initial XML
 // with its one task menu action, and a form holding every widget saved, reopened and saved again alike.
 #include "designercore.h"
+#include "formwindowhost.h"
 #include "widgetpluginregistry.h"
 
 #include <QtDesigner/QDesignerComponents>
@@ -15,6 +17,9 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
+#include <QLabel>
+#include <QUndoStack>
 #include <QTest>
 
 namespace {
@@ -75,30 +80,6 @@ QString bigForm()
                           "<height>900</height></rect></property></widget></ui>");
 }
 
-class PlaceDescriptor : public QObject, public QDesignerCustomWidgetInterface
-{
-    Q_OBJECT
-    Q_INTERFACES(QDesignerCustomWidgetInterface)
-public:
-    PlaceDescriptor(const QString &name, QObject *parent) : QObject(parent), m_name(name) {}
-    QString name() const override { return m_name; }
-    QString group() const override { return QString(); }
-    QString toolTip() const override { return QString(); }
-    QString whatsThis() const override { return QString(); }
-    QString includeFile() const override { return QString(); }
-    QIcon icon() const override { return QIcon(); }
-    bool isContainer() const override { return false; }
-    QWidget *createWidget(QWidget *parent) override { return new QWidget(parent); }
-
-private:
-    QString m_name;
-};
-
-template <int N> QDesignerCustomWidgetInterface *place(QObject *parent)
-{
-    return new PlaceDescriptor(QString::number(N), parent);
-}
-
 } // namespace
 
 class TestCollectionDesigner : public QObject
@@ -110,32 +91,14 @@ private Q_SLOTS:
     void cleanup() { DesignerCore::instance().closeForms(); }
     void cleanupTestCase() { DesignerCore::release(); }
 
-    void registryOrder_data()
+    void takenPlaceRefused()
     {
-        QTest::addColumn<QStringList>("expected");
-        QTest::newRow("ordered by place") << QStringList{QStringLiteral("1"), QStringLiteral("5"), QStringLiteral("7")};
-        QTest::newRow("taken place refused") << QStringList{QStringLiteral("8")};
-    }
-    void registryOrder()
-    {
-        QFETCH(QStringList, expected);
         WidgetPluginRegistry registry;
-        if (expected.size() == 3) {
-            QVERIFY(registry.add(WidgetPluginRegistry::ButtonGroup, place<7>));
-            QVERIFY(registry.add(WidgetPluginRegistry::FunctionButton, place<1>));
-            QVERIFY(registry.add(WidgetPluginRegistry::BitButton, place<5>));
-        } else {
-            QVERIFY(registry.add(WidgetPluginRegistry::TabWidget, place<8>));
-            QTest::ignoreMessage(QtWarningMsg, "WidgetPluginRegistry: place 8 of the plugin collection is already taken");
-            QVERIFY(!registry.add(WidgetPluginRegistry::TabWidget, place<1>));
-        }
-        QObject parent;
-        QStringList names;
-        for (QDesignerCustomWidgetInterface *descriptor : registry.create(&parent)) {
-            names.append(descriptor->name());
-            QCOMPARE(dynamic_cast<QObject *>(descriptor)->parent(), &parent);
-        }
-        QCOMPARE(names, expected);
+        const auto none = [](QObject *) -> QDesignerCustomWidgetInterface * { return nullptr; };
+        QVERIFY(registry.add(WidgetPluginRegistry::TabWidget, none));
+        QTest::ignoreMessage(QtWarningMsg, "WidgetPluginRegistry: place 8 of the plugin collection is already taken");
+        QVERIFY(!registry.add(WidgetPluginRegistry::TabWidget, none));
+        QCOMPARE(registry.count(), 1);
     }
 
     void descriptorsInOrder()
@@ -235,6 +198,100 @@ private Q_SLOTS:
         }
         QCOMPARE(second, first);
     }
+
+
+    void formWindowAndProjectFolder_data()
+    {
+        QTest::addColumn<QString>("fileName");
+        QTest::addColumn<QString>("projectPath");
+        QTest::newRow("unsaved form") << QString() << QDir::currentPath();
+        QTest::newRow("saved form") << QStringLiteral("/srv/panels/line1/main.ui") << QStringLiteral("/srv/panels/line1");
+        QTest::newRow("form at the root") << QStringLiteral("/main.ui") << QStringLiteral("/");
+    }
+    void formWindowAndProjectFolder()
+    {
+        openLabels();
+        QFETCH(QString, fileName);
+        QFETCH(QString, projectPath);
+        QCOMPARE(DesignerHost::formWindowOf(m_label), static_cast<QWidget *>(m_form));
+        QLabel outside;
+        QVERIFY(!DesignerHost::formWindowOf(&outside));
+        m_form->setFileName(fileName);
+        QCOMPARE(host()->fileName(m_form), fileName);
+        QCOMPARE(host()->projectPath(m_form), projectPath);
+    }
+
+    void undoableCommands_data()
+    {
+        QTest::addColumn<bool>("grouped");
+        QTest::newRow("single property") << false;
+        QTest::newRow("grouped command") << true;
+    }
+    void undoableCommands()
+    {
+        openLabels();
+        QFETCH(bool, grouped);
+        if (grouped)
+            host()->beginCommand(m_form, QStringLiteral("Edit label"));
+        host()->setUndoableProperty(m_label, QStringLiteral("text"), QStringLiteral("New"));
+        if (grouped) {
+            host()->setUndoableProperty(m_other, QStringLiteral("indent"), 7);
+            host()->endCommand(m_form);
+        }
+        QCOMPARE(m_label->text(), QStringLiteral("New"));
+        QCOMPARE(m_form->commandHistory()->count(), 1);
+        QVERIFY(m_form->contents().contains(QLatin1String("<string>New</string>")));
+        m_form->commandHistory()->undo();
+        QCOMPARE(m_label->text(), QStringLiteral("Old"));
+        QCOMPARE(m_other->indent(), -1);
+        QVERIFY(!m_form->isDirty());
+    }
+
+    void selection()
+    {
+        openLabels();
+        host()->clearSelection(m_form);
+        host()->selectWidget(m_form, m_label, true);
+        host()->selectWidget(m_form, m_other, true);
+        QVERIFY(host()->isSelected(m_form, m_label) && host()->isSelected(m_form, m_other));
+        host()->selectWidget(m_form, m_label, false);
+        QVERIFY(!host()->isSelected(m_form, m_label) && host()->isSelected(m_form, m_other));
+        QTRY_COMPARE(host()->propertyEditorObject(), static_cast<QObject *>(m_other));
+    }
+
+    void managedWidgetGetsAUniqueName()
+    {
+        openLabels();
+        auto *page = new QLabel(m_form->mainContainer());
+        page->setObjectName(QStringLiteral("label"));
+        host()->manageWidget(m_form, page);
+        QVERIFY(m_form->isManaged(page));
+        QCOMPARE(page->objectName(), QStringLiteral("label_2"));
+        host()->refreshEditors(m_form);
+        QVERIFY(m_form->contents().contains(QLatin1String("name=\"label_2\"")));
+        host()->unmanageWidget(m_form, page);
+        QVERIFY(!m_form->contents().contains(QLatin1String("name=\"label_2\"")));
+    }
+
+private:
+    void openLabels()
+    {
+        m_form = DesignerCore::instance().createForm(DesignerCore::formDocument(QStringLiteral(
+            "<widget class=\"QLabel\" name=\"label\"><property name=\"geometry\"><rect><x>10</x><y>10</y>"
+            "<width>100</width><height>30</height></rect></property>"
+            "<property name=\"text\"><string>Old</string></property></widget>"
+            "<widget class=\"QLabel\" name=\"other\"><property name=\"geometry\"><rect><x>10</x><y>50</y>"
+            "<width>100</width><height>30</height></rect></property></widget>")));
+        QVERIFY(m_form);
+        m_label = DesignerCore::formWidget<QLabel>(m_form, QStringLiteral("label"));
+        m_other = DesignerCore::formWidget<QLabel>(m_form, QStringLiteral("other"));
+        QVERIFY(m_label && m_other);
+    }
+    FormWindowHost *host() const { return qobject_cast<FormWindowHost *>(DesignerHost::instance()); }
+
+    QDesignerFormWindowInterface *m_form = nullptr;
+    QLabel *m_label = nullptr;
+    QLabel *m_other = nullptr;
 };
 
 QTEST_MAIN(TestCollectionDesigner)
