@@ -72,11 +72,6 @@ DesignerCore::~DesignerCore()
     delete m_host;
 }
 
-QWidget *DesignerCore::topLevel() const
-{
-    return m_topLevel;
-}
-
 QDesignerFormWindowInterface *DesignerCore::createForm(const QString &uiDocument, bool shown)
 {
     QDesignerFormWindowManagerInterface *manager = m_core->formWindowManager();

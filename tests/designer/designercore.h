@@ -28,7 +28,6 @@ public:
     static void release();
 
     QDesignerFormEditorInterface *core() const { return m_core; }
-    QWidget *topLevel() const;
 
     // A new, active form window holding the given .ui document (a plain QWidget form when empty),
     // clean and with an empty undo stack. Null (with a warning) when Designer refuses the document.
