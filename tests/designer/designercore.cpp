@@ -81,9 +81,8 @@ QDesignerFormWindowInterface *DesignerCore::createForm(const QString &uiDocument
         m_host->resize(1300, 1000);
     }
     QDesignerFormWindowInterface *form = manager->createFormWindow(shown ? m_host : nullptr, shown ? Qt::WindowFlags() : Qt::Window);
-    const QString contents = uiDocument.isEmpty() ? formDocument(QString()) : uiDocument;
-    if (!form->setContents(contents)) {
-        qWarning("Designer refused the form: %s", qPrintable(contents));
+    if (!form->setContents(uiDocument)) {
+        qWarning("Designer refused the form: %s", qPrintable(uiDocument));
         manager->removeFormWindow(form);
         delete form;
         return nullptr;
@@ -134,15 +133,21 @@ QWidget *DesignerCore::formWidget(QDesignerFormWindowInterface *form, const QStr
     return container->findChild<QWidget *>(objectName);
 }
 
+QList<QDesignerCustomWidgetInterface *> DesignerCore::descriptors()
+{
+    QList<QDesignerCustomWidgetInterface *> found;
+    for (QObject *instance : instance().core()->pluginInstances()) {
+        if (auto *collection = qobject_cast<QDesignerCustomWidgetCollectionInterface *>(instance))
+            found << collection->customWidgets();
+    }
+    return found;
+}
+
 QDesignerCustomWidgetInterface *DesignerCore::descriptor(const QString &name)
 {
-    for (QObject *instance : instance().core()->pluginInstances()) {
-        if (auto *collection = qobject_cast<QDesignerCustomWidgetCollectionInterface *>(instance)) {
-            for (QDesignerCustomWidgetInterface *w : collection->customWidgets()) {
-                if (w->name() == name)
-                    return w;
-            }
-        }
+    for (QDesignerCustomWidgetInterface *w : descriptors()) {
+        if (w->name() == name)
+            return w;
     }
     return nullptr;
 }

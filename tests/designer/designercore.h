@@ -32,7 +32,7 @@ public:
     // A new, active form window holding the given .ui document (a plain QWidget form when empty),
     // clean and with an empty undo stack. Null (with a warning) when Designer refuses the document.
     // With shown, the form sits in a shown host window, as in Designer (shown widgets build then).
-    QDesignerFormWindowInterface *createForm(const QString &uiDocument = QString(), bool shown = false);
+    QDesignerFormWindowInterface *createForm(const QString &uiDocument, bool shown = false);
     // Removes and deletes every form window.
     void closeForms();
 
@@ -45,7 +45,8 @@ public:
         return qobject_cast<T *>(formWidget(form, objectName));
     }
 
-    // The descriptor of one of the plugin's widgets, or null.
+    // The plugin's descriptors in their order, and one of them by name (or null).
+    static QList<QDesignerCustomWidgetInterface *> descriptors();
     static QDesignerCustomWidgetInterface *descriptor(const QString &name);
     // Opens the editor dialog of widget's preferred task-menu action and runs step on it while it is
     // open; a dialog step leaves open is cancelled. False when no dialog opened.
