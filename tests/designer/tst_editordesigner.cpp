@@ -1,7 +1,8 @@
 // Every "Edit Properties..." dialog through one driver: a field typed into shows in the preview, Ok
 // commits it as one undo step that undo takes back, Cancel and an unchanged value commit nothing;
-// every field naming a property path is bound and has its status tip. Then the text page, whose
-// companion editor commits the captions in every language in the same step.
+// every field naming a property path is bound and has its status tip. Then the companion editors
+// that commit in the same step: the text page (captions in every language), the table's items and
+// keypad record, and the picture list of the dynamic image.
 #include "bitbutton.h"
 #include "celllanguagetexts.h"
 #include "designercore.h"
@@ -565,7 +566,7 @@ private Q_SLOTS:
             dialog->activateWindow();
             QVERIFY(QTest::qWaitForWindowActive(dialog));
             field->setFocus();
-            QTRY_COMPARE(description->text(), field->statusTip());
+            QTRY_COMPARE_WITH_TIMEOUT(description->text(), field->statusTip(), 1000);
             QCOMPARE(::shown(field), shown);
             const QVariant previewBefore = preview->property(property);
             type(field, typed);
