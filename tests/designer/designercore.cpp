@@ -1,4 +1,5 @@
 #include "designercore.h"
+#include "formloader.h"
 
 #include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
 #include <QtDesigner/QDesignerComponents>
@@ -14,8 +15,14 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QBuffer>
+#include <QClipboard>
 #include <QDialog>
 #include <QMainWindow>
+#include <QMimeData>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 #include <QUndoStack>
 #include <QtGlobal>
@@ -62,25 +69,32 @@ DesignerCore::~DesignerCore()
     delete m_core->propertyEditor();
     delete m_core;
     delete m_topLevel;
+    delete m_host;
 }
 
-QWidget *DesignerCore::topLevel() const
-{
-    return m_topLevel;
-}
-
-QDesignerFormWindowInterface *DesignerCore::createForm(const QString &uiDocument)
+QDesignerFormWindowInterface *DesignerCore::createForm(const QString &uiDocument, bool shown)
 {
     QDesignerFormWindowManagerInterface *manager = m_core->formWindowManager();
-    QDesignerFormWindowInterface *form = manager->createFormWindow(nullptr, Qt::Window);
-    const QString contents = uiDocument.isEmpty() ? formDocument(QString()) : uiDocument;
-    if (!form->setContents(contents)) {
-        qWarning("Designer refused the form: %s", qPrintable(contents));
+    // A shown form window needs a parent: a parentless one crashes Designer's event filter.
+    if (shown && !m_host) {
+        m_host = new QWidget;
+        m_host->resize(1300, 1000);
+    }
+    QDesignerFormWindowInterface *form = manager->createFormWindow(shown ? m_host : nullptr, shown ? Qt::WindowFlags() : Qt::Window);
+    if (!form->setContents(uiDocument)) {
+        qWarning("Designer refused the form: %s", qPrintable(uiDocument));
         manager->removeFormWindow(form);
         delete form;
         return nullptr;
     }
     manager->setActiveFormWindow(form);
+    if (shown) {
+        form->resize(m_host->size());
+        form->show();
+        m_host->show();
+        if (!QTest::qWaitForWindowExposed(m_host))
+            qWarning("The form's host window was not shown");
+    }
     form->commandHistory()->clear();
     form->setDirty(false);
     return form;
@@ -119,15 +133,21 @@ QWidget *DesignerCore::formWidget(QDesignerFormWindowInterface *form, const QStr
     return container->findChild<QWidget *>(objectName);
 }
 
+QList<QDesignerCustomWidgetInterface *> DesignerCore::descriptors()
+{
+    QList<QDesignerCustomWidgetInterface *> found;
+    for (QObject *instance : instance().core()->pluginInstances()) {
+        if (auto *collection = qobject_cast<QDesignerCustomWidgetCollectionInterface *>(instance))
+            found << collection->customWidgets();
+    }
+    return found;
+}
+
 QDesignerCustomWidgetInterface *DesignerCore::descriptor(const QString &name)
 {
-    for (QObject *instance : instance().core()->pluginInstances()) {
-        if (auto *collection = qobject_cast<QDesignerCustomWidgetCollectionInterface *>(instance)) {
-            for (QDesignerCustomWidgetInterface *w : collection->customWidgets()) {
-                if (w->name() == name)
-                    return w;
-            }
-        }
+    for (QDesignerCustomWidgetInterface *w : descriptors()) {
+        if (w->name() == name)
+            return w;
     }
     return nullptr;
 }
@@ -152,4 +172,41 @@ bool DesignerCore::runEditor(QWidget *widget, const std::function<void(QDialog *
     inLoop.start(0);
     menu->preferredEditAction()->trigger();
     return opened;
+}
+
+void DesignerCore::paste(QDesignerFormWindowInterface *form, QWidget *target, const QString &widgetElement)
+{
+    auto *mime = new QMimeData;
+    mime->setText(QStringLiteral("<ui><widget class=\"QWidget\" name=\"__qt_fake_top_level\">%1</widget></ui>")
+                      .arg(widgetElement));
+    QApplication::clipboard()->setMimeData(mime);
+    form->clearSelection();
+    form->selectWidget(target, true);
+    QMetaObject::invokeMethod(form, "paste");
+}
+
+std::unique_ptr<QWidget> DesignerCore::loadAtRunTime(const QString &uiDocument, bool show)
+{
+    FormLoader loader;
+    QBuffer buffer;
+    buffer.setData(uiDocument.toUtf8());
+    buffer.open(QIODevice::ReadOnly);
+    std::unique_ptr<QWidget> root(loader.load(&buffer));
+    if (root && show)
+        root->show();
+    return root;
+}
+
+QString DesignerCore::uicCode(const QString &uiDocument)
+{
+    QTemporaryDir dir;
+    QFile file(dir.filePath(QStringLiteral("form.ui")));
+    if (!file.open(QIODevice::WriteOnly))
+        return QString();
+    file.write(uiDocument.toUtf8());
+    file.close();
+    QProcess uic;
+    uic.start(QStringLiteral(HMI_UIC), {file.fileName()});
+    uic.waitForFinished();
+    return QString::fromUtf8(uic.readAllStandardOutput());
 }

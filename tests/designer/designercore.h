@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 
 class QDesignerCustomWidgetInterface;
 class QDialog;
@@ -27,11 +28,11 @@ public:
     static void release();
 
     QDesignerFormEditorInterface *core() const { return m_core; }
-    QWidget *topLevel() const;
 
     // A new, active form window holding the given .ui document (a plain QWidget form when empty),
     // clean and with an empty undo stack. Null (with a warning) when Designer refuses the document.
-    QDesignerFormWindowInterface *createForm(const QString &uiDocument = QString());
+    // With shown, the form sits in a shown host window, as in Designer (shown widgets build then).
+    QDesignerFormWindowInterface *createForm(const QString &uiDocument, bool shown = false);
     // Removes and deletes every form window.
     void closeForms();
 
@@ -44,17 +45,25 @@ public:
         return qobject_cast<T *>(formWidget(form, objectName));
     }
 
-    // The descriptor of one of the plugin's widgets, or null.
+    // The plugin's descriptors in their order, and one of them by name (or null).
+    static QList<QDesignerCustomWidgetInterface *> descriptors();
     static QDesignerCustomWidgetInterface *descriptor(const QString &name);
     // Opens the editor dialog of widget's preferred task-menu action and runs step on it while it is
     // open; a dialog step leaves open is cancelled. False when no dialog opened.
     static bool runEditor(QWidget *widget, const std::function<void(QDialog *)> &step);
+
+    // Pastes the <widget> element onto target (a page, cell, panel or the form), as a drop does.
+    static void paste(QDesignerFormWindowInterface *form, QWidget *target, const QString &widgetElement);
+    // A saved form as the panel loads it (and shows it), and as uic code.
+    static std::unique_ptr<QWidget> loadAtRunTime(const QString &uiDocument, bool show = true);
+    static QString uicCode(const QString &uiDocument);
 
 private:
     DesignerCore();
     ~DesignerCore();
 
     QMainWindow *m_topLevel = nullptr;
+    QWidget *m_host = nullptr;
     QDesignerFormEditorInterface *m_core = nullptr;
     QDesignerIntegration *m_integration = nullptr;
 };

@@ -1,0 +1,711 @@
+// Every "Edit Properties..." dialog through one driver: a field typed into shows in the preview, Ok
+// commits it as one undo step that undo takes back, Cancel and an unchanged value commit nothing;
+// every field naming a property path is bound and has its status tip. Then the companion editors
+// that commit in the same step: the text page (captions in every language), the table's items and
+// keypad record, and the picture list of the dynamic image.
+#include "bitbutton.h"
+#include "celllanguagetexts.h"
+#include "designercore.h"
+#include "designerhost.h"
+#include "dynamicimage.h"
+#include "fieldbinder.h"
+#include "fieldbinding.h"
+#include "fontmapcodec.h"
+#include "nkeypadeditor.h"
+#include "norvointerface_z3.h"
+#include "propertydialog.h"
+#include "propertypath.h"
+#include "tablecontents.h"
+#include "tablewidget.h"
+#include "textinfocodec.h"
+#include "textpropertyeditor_z12.h"
+
+#include <QtDesigner/QDesignerFormEditorInterface>
+#include <QtDesigner/QDesignerFormWindowInterface>
+#include <QtDesigner/QDesignerPropertyEditorInterface>
+#include <QtDesigner/QDesignerTaskMenuExtension>
+#include <QtDesigner/QExtensionManager>
+#include <QtUiPlugin/QDesignerCustomWidgetInterface>
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QImage>
+#include <QKeySequenceEdit>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QRegularExpression>
+#include <QShowEvent>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QUndoStack>
+
+#include <functional>
+
+namespace {
+
+QString objectNameOf(const QString &widget) { return widget.left(1).toLower() + widget.mid(1); }
+
+QString prop(const char *name, const QString &type, const QString &value)
+{
+    return QStringLiteral("<property name=\"%1\"><%2>%3</%2></property>").arg(QLatin1String(name), type, value);
+}
+
+QWidget *fieldOf(QDialog *dialog, const QString &path)
+{
+    QList<QWidget *> found;
+    for (QWidget *w : dialog->findChildren<QWidget *>())
+        if (w->whatsThis() == path)
+            found.append(w);
+    return found.size() == 1 ? found.first() : nullptr;
+}
+
+// A field's value is its widget's user property (text, value, checked, current text, key sequence).
+bool isInput(QWidget *w) { return w->metaObject()->userProperty().isValid(); }
+QString shown(QWidget *field) { return field->metaObject()->userProperty().read(field).toString(); }
+
+void type(QWidget *field, const QVariant &value)
+{
+    if (auto *radio = qobject_cast<QRadioButton *>(field))
+        radio->click();
+    else
+        field->metaObject()->userProperty().write(field, value);
+}
+
+void click(QDialog *dialog, QDialogButtonBox::StandardButton which)
+{
+    dialog->findChild<QDialogButtonBox *>(QStringLiteral("buttonBox"))->button(which)->click();
+}
+
+textPropertyEditor_Z12 *textEditor(QDialog *dialog)
+{
+    return dialog->findChild<textPropertyEditor_Z12 *>(QStringLiteral("mTextPropertyEditor"));
+}
+
+QTableWidget *textTable(QDialog *dialog) { return textEditor(dialog)->findChild<QTableWidget *>(); }
+
+// Fonts as text, so that fonts read back from a stored stream compare by what they draw.
+QStringList described(const QList<QFont> &fonts)
+{
+    QStringList texts;
+    for (const QFont &font : fonts)
+        texts.append(QStringLiteral("%1 %2%3").arg(font.family()).arg(font.pointSize()).arg(font.bold() ? " bold" : ""));
+    return texts;
+}
+
+
+// A parameter name's own text in every language.
+QByteArray feedRecord()
+{
+    TextData texts;
+    texts.texts = QStringList{QStringLiteral("Feed"), QStringLiteral("Vorschub")};
+    return CellLanguageTexts::encode({texts});
+}
+
+QByteArray cells()
+{
+    QTableWidgetItem name(QStringLiteral("Feed"));
+    name.setData(Qt::StatusTipRole, feedRecord());
+    name.setFlags(Qt::ItemIsEnabled);
+    QTableWidgetItem value;
+    value.setWhatsThis(QStringLiteral("1@0@100@8@2@0@9999"));
+    QTableWidgetItem bit(QStringLiteral("0"));
+    bit.setWhatsThis(QStringLiteral("bit@1@0@30@5@0"));
+    return TableContents::encode(3, 2, {{&name, &value}, {&bit, nullptr}, {}});
+}
+
+// What a shown form window does first: the table makes its items at its first show.
+TableWidget *shownTable(QDesignerFormWindowInterface *form)
+{
+    auto *table = DesignerCore::formWidget<TableWidget>(form, QStringLiteral("tableWidget"));
+    QShowEvent event;
+    QApplication::sendEvent(table, &event);
+    return table;
+}
+
+QStringList describe(const QTableWidget *table)
+{
+    QStringList out;
+    for (int r = 0; r < table->rowCount(); ++r) {
+        for (int c = 0; c < table->columnCount(); ++c) {
+            const QTableWidgetItem *item = table->item(r, c);
+            out << (item ? QStringLiteral("%1|%2|%3|%4").arg(item->text(), item->whatsThis()).arg(int(item->flags()))
+                               .arg(item->statusTip())
+                         : QStringLiteral("-"));
+        }
+    }
+    return out;
+}
+
+// Designer's own table menu, which a QTableWidget subclass keeps; its preferred action is "Edit Items...".
+QAction *editItemsAction(QWidget *table)
+{
+    QObject *extension = DesignerCore::instance().core()->extensionManager()->extension(
+        table, QStringLiteral("QDesignerInternalTaskMenuExtension"));
+    auto *menu = qobject_cast<QDesignerTaskMenuExtension *>(extension);
+    return menu ? menu->preferredEditAction() : nullptr;
+}
+
+
+void writePng(const QString &path, const QColor &color)
+{
+    QImage image(16, 16, QImage::Format_RGB32);
+    image.fill(color);
+    QVERIFY(image.save(path, "PNG"));
+}
+
+// Answers the chooser and the warning boxes the editor opens, one step a window.
+class Answers
+{
+public:
+    using Step = std::function<void(QWidget *)>;
+    explicit Answers(QList<Step> steps)
+        : m_steps(std::move(steps))
+    {
+        m_timer.setInterval(10);
+        QObject::connect(&m_timer, &QTimer::timeout, [this] {
+            QWidget *modal = QApplication::activeModalWidget();
+            const bool ours = qobject_cast<QFileDialog *>(modal) || qobject_cast<QMessageBox *>(modal);
+            if (!ours || modal == m_last || m_steps.isEmpty())
+                return;
+            m_last = modal;
+            m_steps.takeFirst()(modal);
+        });
+        m_timer.start();
+    }
+    bool done() const { return m_steps.isEmpty(); }
+
+private:
+    QTimer m_timer;
+    QList<Step> m_steps;
+    QPointer<QWidget> m_last;
+};
+
+Answers::Step choose(const QString &file, QString *folder = nullptr)
+{
+    return [file, folder](QWidget *w) {
+        auto *dialog = qobject_cast<QFileDialog *>(w);
+        QVERIFY(dialog);
+        if (folder)
+            *folder = dialog->directory().absolutePath();
+        // Typed into the dialog's own line, as an author does.
+        dialog->setDirectory(QFileInfo(file).absolutePath());
+        auto *name = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        QVERIFY(name);
+        name->setText(QFileInfo(file).fileName());
+        QMetaObject::invokeMethod(dialog, "accept");
+    };
+}
+
+QStringList listTexts(QListWidget *list)
+{
+    QStringList out;
+    for (int i = 0; i < list->count(); ++i)
+        out << list->item(i)->text() + QLatin1Char('=') + list->item(i)->data(Qt::UserRole).toString();
+    return out;
+}
+
+} // namespace
+
+class TestEditorDesigner : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    // The desktop font the editors are drawn for; Qt 5's offscreen platform would default to 12 points.
+    void initTestCase() { QApplication::setFont(QFont(QStringLiteral("Sans Serif"), 9)); }
+    void init()
+    {
+        // Three languages, the second one current, so that per-language mix-ups show.
+        NORVOInterface_Z3 *hmi = NORVOInterface_Z3::initialization();
+        hmi->resetToDefaults();
+        hmi->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Serif"), QStringLiteral("Monospace")});
+        hmi->setCurrentLanguageIndex(1);
+    }
+    void cleanup()
+    {
+        DesignerCore::instance().closeForms();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    void cleanupTestCase() { DesignerCore::release(); }
+
+
+    // A new table from the widget box: Designer's item editor lists every row and column it has, as
+    // the saved form does, with the columns named; plain row numbers are not stored.
+    void newTableRowsAndColumnsAgree()
+    {
+        const QString element = DesignerCore::descriptor(QStringLiteral("TableWidget"))->domXml();
+        QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(DesignerCore::formDocument(element));
+        TableWidget *table = shownTable(form);
+        int columns = -1, rows = -1;
+        QTimer::singleShot(0, [&] {
+            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+            columns = dialog->findChild<QWidget *>(QStringLiteral("columnEditor"))->findChild<QListWidget *>()->count();
+            rows = dialog->findChild<QWidget *>(QStringLiteral("rowEditor"))->findChild<QListWidget *>()->count();
+            dialog->reject();
+        });
+        editItemsAction(table)->trigger();
+        QCOMPARE(columns, table->columnCount());
+        QCOMPARE(rows, table->rowCount());
+        const QString saved = form->contents();
+        QCOMPARE(int(saved.count(QLatin1String("<column>"))), columns);
+        QCOMPARE(int(saved.count(QLatin1String("<row/>"))), rows);
+    }
+
+    void itemsEditedInDesignerAreSavedInDataAlone()
+    {
+        openTable();
+        QDesignerFormWindowInterface *form = m_form;
+        TableWidget *table = shownTable(form);
+        const QStringList loaded = describe(table);
+        const int plain = int(QTableWidgetItem().flags());
+        QCOMPARE(loaded.mid(0, 3), (QStringList{QStringLiteral("Feed||%1|%2").arg(int(Qt::ItemIsEnabled)).arg(QLatin1String("TextData:" + feedRecord().toHex())),
+                                                QStringLiteral("|1@0@100@8@2@0@9999|%1|").arg(plain),
+                                                QStringLiteral("0|bit@1@0@30@5@0|%1|").arg(plain)}));
+
+        // Designer's item editor shows the cells and commits an edit as one undoable change.
+        bool edited = false;
+        QTimer::singleShot(0, [&] {
+            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+            auto *grid = dialog->findChild<QTableWidget *>();
+            QCOMPARE(grid->item(0, 0)->text(), QStringLiteral("Feed"));
+            grid->item(1, 0)->setText(QStringLiteral("Spindle"));
+            edited = true;
+            dialog->accept();
+        });
+        editItemsAction(table)->trigger();
+        QVERIFY(edited);
+        QCoreApplication::processEvents();
+        QCOMPARE(table->item(1, 0)->text(), QStringLiteral("Spindle"));
+        QCOMPARE(table->item(1, 0)->whatsThis(), QStringLiteral("bit@1@0@30@5@0"));
+
+        // The saved form holds the edit in "data" alone, no <item>.
+        const QString saved = form->contents();
+        QVERIFY2(!saved.contains(QLatin1String("<item")), qPrintable(saved));
+        QVERIFY(saved.contains(QString::fromLatin1(table->data())));
+
+        // Undo brings the old cells back, in the items and in "data".
+        form->commandHistory()->undo();
+        QCoreApplication::processEvents();
+        QCOMPARE(describe(table), loaded);
+        QVERIFY(!form->contents().contains(QLatin1String("Spindle")));
+
+        // Reopened in Designer, the cells are there again, with their flags and records.
+        form->commandHistory()->redo();
+        QCoreApplication::processEvents();
+        const QString again = form->contents();
+        QCOMPARE(describe(shownTable(DesignerCore::instance().createForm(again))), describe(table));
+
+        // At run time the form's loader makes the table with its contents and no items before show.
+        std::unique_ptr<QWidget> root = DesignerCore::loadAtRunTime(again, false);
+        auto *runtime = root->findChild<TableWidget *>(QStringLiteral("tableWidget"));
+        QCOMPARE(runtime->data(), table->data());
+        QCOMPARE(runtime->rowCount(), 3);
+        QVERIFY(!runtime->item(1, 0));
+        // uic code sets the contents and builds no item.
+        const QString code = DesignerCore::uicCode(again);
+        QVERIFY2(code.contains(QLatin1String("tableWidget->setData(")), qPrintable(code));
+        QVERIFY(!code.contains(QLatin1String("QTableWidgetItem")));
+    }
+
+    void editorDialogAndKeypadCommit()
+    {
+        openTable();
+        QDesignerFormWindowInterface *form = m_form;
+        TableWidget *table = shownTable(form);
+        table->setSoftKeypadGeometry(QRect(5, 6, 70, 80));
+        const int before = form->commandHistory()->count();
+        // Shown in the property editor, as a selected table is: the record never reaches it.
+        form->clearSelection();
+        form->selectWidget(table, true);
+        DesignerCore::instance().core()->propertyEditor()->setObject(table);
+        static QStringList warnings;
+        const QtMessageHandler previous = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext &, const QString &message) { warnings << message; });
+
+        QString itemEditor;
+        NKeyPadStruct shown;
+        const bool opened = DesignerCore::runEditor(table, [&](QDialog *dialog) {
+            shown = dialog->findChild<NKeyPadEditor *>()->getKeyPadStruct();
+            // "Edit Items..." opens Designer's item editor for this table.
+            QTimer::singleShot(0, [&] {
+                QWidget *modal = QApplication::activeModalWidget();
+                if (modal && modal != dialog) {
+                    itemEditor = modal->findChild<QTableWidget *>() ? QStringLiteral("items") : QString();
+                    static_cast<QDialog *>(modal)->reject();
+                }
+            });
+            dialog->findChild<QPushButton *>(QStringLiteral("editItemsButton"))->click();
+            dialog->accept();
+        });
+        qInstallMessageHandler(previous);
+        QVERIFY(opened);
+        QVERIFY2(!warnings.join(QLatin1Char('\n')).contains(QLatin1String("keyPad")), qPrintable(warnings.join(QLatin1Char('\n'))));
+        QCOMPARE(itemEditor, QStringLiteral("items"));
+        QCOMPARE(shown.geometry(), QRect(5, 6, 70, 80));
+        // Accepted unchanged, the record is still written: one undoable change, saved through the
+        // keypad's own properties.
+        QCOMPARE(form->commandHistory()->count(), before + 1);
+        const QString saved = form->contents();
+        QVERIFY2(saved.contains(QLatin1String("softKeypadGeometry")), qPrintable(saved));
+        QVERIFY(!saved.contains(QLatin1String("name=\"keyPad\"")));
+
+        // A new record from the dialog reaches the properties, and undo takes it back.
+        DesignerCore::runEditor(table, [&](QDialog *dialog) {
+            auto *keypad = dialog->findChild<NKeyPadEditor *>();
+            NKeyPadStruct k = keypad->getKeyPadStruct();
+            k.enabled = 1;
+            k.position = TableWidget::Center;
+            keypad->setKeyPadStruct(k);
+            dialog->accept();
+        });
+        QVERIFY(table->softKeypad());
+        QCOMPARE(table->softKeypadPosition(), TableWidget::Center);
+        auto *again = DesignerCore::formWidget<TableWidget>(DesignerCore::instance().createForm(form->contents()), "tableWidget");
+        QVERIFY(again->softKeypad());
+        QCOMPARE(again->softKeypadPosition(), TableWidget::Center);
+        QCOMPARE(again->softKeypadGeometry(), QRect(5, 6, 70, 80));
+        form->commandHistory()->undo();
+        QVERIFY(!table->softKeypad());
+        QCOMPARE(table->softKeypadPosition(), TableWidget::Auto);
+    }
+
+    void pictureList_data()
+    {
+        QTest::addColumn<bool>("accept");
+        QTest::newRow("ok") << true;
+        QTest::newRow("cancel") << false;
+    }
+    void pictureList()
+    {
+        QFETCH(bool, accept);
+        QTemporaryDir project;
+        QVERIFY(QDir(project.path()).mkpath(QStringLiteral("ResourceFiles")));
+        writePng(project.filePath(QStringLiteral("ResourceFiles/1.png")), Qt::red);
+        QTemporaryDir pictures;
+        writePng(pictures.filePath(QStringLiteral("green.png")), Qt::green);
+        writePng(pictures.filePath(QStringLiteral("blue.png")), Qt::blue);
+        QFile text(pictures.filePath(QStringLiteral("notes.png")));
+        QVERIFY(text.open(QIODevice::WriteOnly) && text.write("not a picture") > 0);
+        text.close();
+
+        auto *image = qobject_cast<DynamicImage *>(openForm(QStringLiteral("DynamicImage")));
+        QDesignerFormWindowInterface *form = m_form;
+        form->setFileName(project.filePath(QStringLiteral("screen.ui")));
+        image->setImages({QStringLiteral("ResourceFiles/1.png")});
+        const int before = form->commandHistory()->count();
+
+        QString reopenedIn, warning;
+        QStringList afterAdding, afterDeleting, previewImages;
+        bool checked = false;
+        const bool opened = DesignerCore::runEditor(image, [&](QDialog *dialog) {
+            auto *list = dialog->findChild<QListWidget *>(QStringLiteral("listWidget"));
+            auto *preview = dialog->findChild<DynamicImage *>();
+            QCOMPARE(listTexts(list), QStringList{"0=ResourceFiles/1.png"});
+            Answers answers({choose(pictures.filePath(QStringLiteral("green.png")))});
+            dialog->findChild<QPushButton *>(QStringLiteral("newButton"))->click();
+            // An unreadable file: the box, then the chooser again in the same folder; then a picture.
+            Answers again({choose(pictures.filePath(QStringLiteral("notes.png"))),
+                           [&](QWidget *w) {
+                               warning = w->windowTitle() + QLatin1Char('|') + static_cast<QMessageBox *>(w)->text();
+                               static_cast<QMessageBox *>(w)->accept();
+                           },
+                           choose(pictures.filePath(QStringLiteral("blue.png")), &reopenedIn)});
+            dialog->findChild<QPushButton *>(QStringLiteral("newButton"))->click();
+            QVERIFY(again.done());
+            afterAdding = listTexts(list);
+            // Moving the last one down changes nothing; up swaps it with the one before.
+            list->setCurrentRow(2);
+            dialog->findChild<QPushButton *>(QStringLiteral("downButton"))->click();
+            dialog->findChild<QPushButton *>(QStringLiteral("upButton"))->click();
+            QCOMPARE(list->currentRow(), 1);
+            list->setCurrentRow(0);
+            dialog->findChild<QPushButton *>(QStringLiteral("deleteButton"))->click();
+            afterDeleting = listTexts(list);
+            previewImages = preview->images();
+            checked = true;
+            accept ? dialog->accept() : dialog->reject();
+        });
+        QVERIFY(opened && checked);
+        QCOMPARE(afterAdding, (QStringList{"0=ResourceFiles/1.png", "1=ResourceFiles/2.png", "2=ResourceFiles/3.png"}));
+        QVERIFY(QFile::exists(project.filePath(QStringLiteral("ResourceFiles/3.png"))));
+        QVERIFY2(warning.startsWith(QLatin1String("Pixmap Read Error|The file '")), qPrintable(warning));
+        QVERIFY(warning.contains(QLatin1String("' does not appear to be a valid pixmap file: ")));
+        QCOMPARE(reopenedIn, pictures.path());
+        QCOMPARE(afterDeleting, (QStringList{"0=ResourceFiles/3.png", "1=ResourceFiles/2.png"}));
+        QCOMPARE(previewImages, (QStringList{"ResourceFiles/3.png", "ResourceFiles/2.png"}));
+        if (!accept) {
+            QCOMPARE(form->commandHistory()->count(), before);
+            QCOMPARE(image->images(), QStringList{"ResourceFiles/1.png"});
+            return;
+        }
+        QCOMPARE(form->commandHistory()->count(), before + 1);
+        QCOMPARE(image->images(), previewImages);
+        form->commandHistory()->undo();
+        QCOMPARE(image->images(), QStringList{"ResourceFiles/1.png"});
+        form->commandHistory()->redo();
+
+        // The saved form, through the form loader and as uic code.
+        const QString saved = form->contents();
+        QVERIFY(saved.contains(QLatin1String("ResourceFiles/3.png")));
+        std::unique_ptr<QWidget> root = DesignerCore::loadAtRunTime(saved);
+        QCOMPARE(root->findChild<DynamicImage *>(QStringLiteral("dynamicImage"))->images(), previewImages);
+        const QString code = DesignerCore::uicCode(saved);
+        QVERIFY2(code.contains(QLatin1String("dynamicImage->setImages(")), qPrintable(code));
+    }
+
+    void editField_data()
+    {
+        QTest::addColumn<QString>("widget");
+        QTest::addColumn<QString>("properties");
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<QVariant>("typed");
+        QTest::addColumn<QString>("saved"); // a pattern the saved form holds after Ok
+        QTest::addColumn<int>("steps"); // 1: Ok commits one step; 0: typed, put back, Ok commits nothing; -1: Cancel
+        const QString address = prop("writeAddress", "number", "40017");
+        const QString alignment = prop("alignment", "set", "Qt::AlignRight|Qt::AlignBottom");
+        QTest::newRow("line edit") << "BitButton" << "" << "objectName" << "bitButton" << QVariant("start")
+                                   << "name=\"start\"" << 1;
+        // Designer gives form widgets no focus and no shortcut: the fields show the form's.
+        QTest::newRow("combo, hidden in Designer") << "FunctionButton" << prop("focusPolicy", "enum", "Qt::ClickFocus")
+                                                   << "focusPolicy" << "ClickFocus" << QVariant("TabFocus")
+                                                   << "<enum>Qt::TabFocus</enum>" << 1;
+        QTest::newRow("key sequence, hidden in Designer") << "PictureButton" << prop("shortcut", "string", "Ctrl+S")
+                                                          << "shortcut" << "Ctrl+S" << QVariant("Ctrl+T")
+                                                          << "<string>Ctrl\\+T</string>" << 1;
+        QTest::newRow("spin beyond its default range") << "BitButton" << address << "writeAddress" << "40017" << QVariant(120)
+                                                       << "<number>120</number>" << 1;
+        QTest::newRow("enum choice") << "FunctionButton" << "" << "action.3" << "false" << QVariant(true)
+                                     << "FunctionButton::KeepOff</enum>" << 1;
+        QTest::newRow("flag replaces its group only") << "BitButton" << alignment << "alignment.1" << "false" << QVariant(true)
+                                                      << "<set>(?![^<]*Right)(?=[^<]*AlignLeft)[^<]*AlignBottom" << 1;
+        QTest::newRow("other flag group") << "PictureButton" << alignment << "alignment.128" << "false" << QVariant(true)
+                                          << "<set>(?![^<]*Bottom)(?=[^<]*AlignRight)[^<]*AlignVCenter" << 1;
+        QTest::newRow("font member") << "ButtonGroup" << "" << "font.bold" << "false" << QVariant(true)
+                                     << "<bold>true</bold>" << 1;
+        QTest::newRow("geometry member") << "FunctionButton" << "" << "geometry.height" << "60" << QVariant(45)
+                                         << "<height>45</height>" << 1;
+        QTest::newRow("string list") << "DynamicImage" << prop("nameFilters", "stringlist", "<string>a</string><string>b</string>")
+                                     << "nameFilters" << "a\nb" << QVariant("*.png") << "<string>\\*\\.png</string>" << 1;
+        QTest::newRow("put back") << "GridSplitter" << "" << "rowCount" << "3" << QVariant(5) << "" << 0;
+        QTest::newRow("cancel") << "BitButton" << address << "comId" << "0" << QVariant(5) << "" << -1;
+        QTest::newRow("grid rows") << "GridSplitter" << "" << "rowCount" << "3" << QVariant(2) << "\"rowCount\">\\s*<number>2<" << 1;
+        QTest::newRow("grid cancel") << "GridSplitter" << "" << "columnCount" << "4" << QVariant(2) << "" << -1;
+        QTest::newRow("bar groups") << "ButtonGroup" << "" << "groupCount" << "1" << QVariant(3) << "<number>3</number>" << 1;
+        QTest::newRow("tab widget place") << "TabWidget" << "" << "geometry.left" << "10" << QVariant(17) << "<x>17</x>" << 1;
+        // The table's Ok always writes its keypad record, saved from then on.
+        const QString keypad = prop("softKeypad", "bool", "false") + prop("softKeypadPosition", "enum", "TableWidget::Auto")
+                               + prop("softKeypadGeometry", "rect", "<x>0</x><y>0</y><width>0</width><height>0</height>");
+        QTest::newRow("table rows") << "TableWidget" << keypad << "rowCount" << "4" << QVariant(11) << "<number>11</number>" << 1;
+        QTest::newRow("image address") << "DynamicImage" << "" << "address" << "0" << QVariant(30) << "<number>30</number>" << 1;
+    }
+
+    void editField()
+    {
+        QFETCH(QString, widget);
+        QFETCH(QString, properties);
+        QFETCH(QString, path);
+        QFETCH(QString, shown);
+        QFETCH(QVariant, typed);
+        QFETCH(QString, saved);
+        QFETCH(int, steps);
+        QWidget *target = openForm(widget, properties);
+        QVERIFY(target);
+        const QString before = m_form->contents();
+        const QRegularExpression savedPattern(saved);
+        QVERIFY(saved.isEmpty() || !before.contains(savedPattern));
+        const QByteArray property = PropertyPath::parse(path).name();
+        QStringList unbound;
+        bool ran = false;
+        const auto edit = [&](QDialog *d) {
+            auto *dialog = qobject_cast<PropertyDialog *>(d);
+            QVERIFY(dialog);
+            QWidget *preview = dialog->preview();
+            QVERIFY(preview->inherits(qPrintable(widget)));
+            QCOMPARE(preview->parentWidget(), dialog->findChild<QWidget *>(QStringLiteral("previewWidget")));
+            QVERIFY(!DesignerHost::formWindowOf(preview));
+            // Every field naming a property path is bound and tells what it sets.
+            for (QWidget *field : dialog->findChildren<QWidget *>()) {
+                if (!isInput(field) || !PropertyPath::parse(field->whatsThis()).isValid())
+                    continue;
+                bool bound = false;
+                for (FieldBinding *binding : dialog->binder()->bindings())
+                    bound = bound || binding->field() == field;
+                if (!bound || field->statusTip().isEmpty())
+                    unbound << field->whatsThis();
+            }
+            // A one-line description bar across the dialog shows the focused field's tip.
+            auto *description = dialog->findChild<QLabel *>(QStringLiteral("descriptionWidget"));
+            QVERIFY(description->width() > dialog->width() * 9 / 10);
+            QVERIFY(description->height() < 2 * description->fontMetrics().lineSpacing());
+            QWidget *field = fieldOf(dialog, path);
+            QVERIFY2(field, qPrintable(path));
+            auto *tabs = dialog->findChild<QTabWidget *>(QStringLiteral("tabWidget"));
+            for (int i = 0; i < tabs->count(); ++i) {
+                if (tabs->widget(i)->isAncestorOf(field))
+                    tabs->setCurrentIndex(i);
+            }
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+            if (path == QLatin1String("objectName")) { // a long name fits
+                const int longName = field->fontMetrics().horizontalAdvance(QStringLiteral("spindleOverrideButton_2"));
+                QVERIFY2(field->width() > longName + 10, qPrintable(QString::number(field->width())));
+            }
+            dialog->activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(dialog));
+            field->setFocus();
+            QTRY_COMPARE_WITH_TIMEOUT(description->text(), field->statusTip(), 1000);
+            QCOMPARE(::shown(field), shown);
+            const QVariant previewBefore = preview->property(property);
+            type(field, typed);
+            if (property != "objectName" && property != "geometry")
+                QVERIFY(preview->property(property) != previewBefore);
+            if (steps == 0)
+                type(field, shown);
+            ran = true;
+            click(dialog, steps < 0 ? QDialogButtonBox::Cancel : QDialogButtonBox::Ok);
+        };
+        QVERIFY(DesignerCore::runEditor(target, edit));
+        QVERIFY(ran);
+        QVERIFY2(unbound.isEmpty(), qPrintable(unbound.join(QLatin1String(", "))));
+        QCOMPARE(m_form->commandHistory()->count(), qMax(steps, 0));
+        if (steps > 0) {
+            QVERIFY2(m_form->contents().contains(savedPattern), qPrintable(m_form->contents()));
+            m_form->commandHistory()->undo();
+        }
+        QCOMPARE(m_form->contents(), before);
+        QVERIFY(!m_form->isDirty());
+    }
+
+    void bitButtonTexts()
+    {
+        FontMapCodec::Maps maps;
+        maps.captionFonts.insert(0, QFont(QStringLiteral("Serif"), 10));
+        auto *button = qobject_cast<BitButton *>(openForm(QStringLiteral("BitButton"),
+            prop("onText", "string", "Run") + prop("offText", "string", "Stop")
+                + prop("MapBuffer", "cstring", QString::fromLatin1(FontMapCodec::encode(maps)))));
+        QVERIFY(button);
+        QList<TextData> editedOn;
+        QVERIFY(DesignerCore::runEditor(button, [&](QDialog *dialog) {
+            QTableWidget *table = textTable(dialog);
+            auto *on = dialog->findChild<QRadioButton *>(QStringLiteral("onEditedRadioButton"));
+            auto *off = dialog->findChild<QRadioButton *>(QStringLiteral("offEditedRadioButton"));
+            QVERIFY(on->isChecked());
+            // ON edits: the current language's caption and font.
+            table->item(1, 0)->setText(QStringLiteral("Läuft"));
+            textEditor(dialog)->findChild<QSpinBox *>(QStringLiteral("pointSizeSpinBox"))->setValue(21);
+            textEditor(dialog)->findChild<QCheckBox *>(QStringLiteral("boldCheckBox"))->setChecked(true);
+            off->click();
+            QCOMPARE(table->item(1, 0)->text(), QStringLiteral("Stop"));
+            table->item(1, 0)->setText(QStringLiteral("Steht"));
+            on->click();
+            editedOn = textEditor(dialog)->getTextDataList();
+            click(dialog, QDialogButtonBox::Ok);
+        }));
+        QList<QList<TextData>> records;
+        TextInfoCodec::decodeSlots(button->textInfoBuffer(), &records);
+        QCOMPARE(records.size(), 2);
+        QCOMPARE(records.at(0).first().texts, (QStringList{"Run", "Läuft", "Run"}));
+            QCOMPARE(records.at(1).first().texts, (QStringList{"Stop", "Steht", "Stop"}));
+        QCOMPARE(described(records.at(0).first().fonts), described(editedOn.first().fonts));
+        QCOMPARE(records.at(0).first().fonts.at(1).pointSize(), 21);
+            // Both states end with the same fonts.
+        QCOMPARE(described(records.at(1).first().fonts), described(records.at(0).first().fonts));
+        QVERIFY(button->MapBuffer().isEmpty());
+        QCOMPARE(button->onText(), QStringLiteral("Läuft"));
+        QCOMPARE(button->offText(), QStringLiteral("Steht"));
+        QVERIFY(button->font().bold());
+        QCOMPARE(m_form->commandHistory()->count(), 1);
+        m_form->commandHistory()->undo();
+        QVERIFY(!button->font().bold());
+        QCOMPARE(button->onText(), QStringLiteral("Run"));
+        QVERIFY(button->textInfoBuffer().isEmpty());
+        QCOMPARE(button->MapBuffer(), FontMapCodec::encode(maps));
+    }
+
+    void captionTexts_data()
+    {
+        QTest::addColumn<QString>("widget");
+        QTest::addColumn<QString>("properties");
+        QTest::newRow("FunctionButton") << "FunctionButton" << "";
+        // The picture key commits its language before the texts; they must not undo each other.
+        QTest::newRow("PictureButton") << "PictureButton" << prop("language", "enum", "PictureButton::language_2");
+    }
+
+    // The caption in every language from the start, the current one edited; one undo takes back every
+    // commit of the editor: buffers, caption and the font they set; redo brings them again.
+    void captionTexts()
+    {
+        QFETCH(QString, widget);
+        QFETCH(QString, properties);
+        FontMapCodec::Maps maps;
+        maps.captionFonts.insert(0, QFont(QStringLiteral("Serif"), 10));
+        const QByteArray map = FontMapCodec::encode(maps);
+        QWidget *button = openForm(widget, properties + prop("text", "string", "Start")
+                                               + prop("MapBuffer", "cstring", QString::fromLatin1(map)));
+        QVERIFY(button);
+        const QVariant language = button->property("language");
+        QList<TextData> loaded, edited;
+        QString previewCaption;
+        QVERIFY(DesignerCore::runEditor(button, [&](QDialog *dialog) {
+            previewCaption = qobject_cast<PropertyDialog *>(dialog)->preview()->property("text").toString();
+            loaded = textEditor(dialog)->getTextDataList();
+            textTable(dialog)->item(1, 0)->setText(QStringLiteral("Go"));
+            textEditor(dialog)->findChild<QCheckBox *>(QStringLiteral("boldCheckBox"))->setChecked(true);
+            edited = textEditor(dialog)->getTextDataList();
+            click(dialog, QDialogButtonBox::Ok);
+        }));
+        QCOMPARE(previewCaption, QStringLiteral("Start"));
+            QCOMPARE(loaded.first().texts, (QStringList{"Start", "Start", "Start"}));
+        QCOMPARE(edited.first().texts, (QStringList{"Start", "Go", "Start"}));
+        QList<TextData> stored;
+        QVERIFY(TextInfoCodec::decodeSlot(button->property("textInfoBuffer").toByteArray(), &stored));
+        QCOMPARE(stored, edited);
+        QVERIFY(button->property("MapBuffer").toByteArray().isEmpty());
+        QCOMPARE(button->property("text").toString(), QStringLiteral("Go"));
+        QVERIFY(button->font().bold());
+        QCOMPARE(button->property("language"), language);
+        QCOMPARE(m_form->commandHistory()->count(), 1);
+        m_form->commandHistory()->undo();
+        QCOMPARE(button->property("MapBuffer").toByteArray(), map);
+        QVERIFY(button->property("textInfoBuffer").toByteArray().isEmpty());
+        QCOMPARE(button->property("text").toString(), QStringLiteral("Start"));
+        QVERIFY(!button->font().bold());
+        m_form->commandHistory()->redo();
+        QCOMPARE(button->property("text").toString(), QStringLiteral("Go"));
+        QVERIFY(button->font().bold());
+    }
+
+private:
+    QWidget *openForm(const QString &widget, const QString &properties = QString())
+    {
+        m_form = DesignerCore::instance().createForm(DesignerCore::formDocument(
+            QStringLiteral("<widget class=\"%1\" name=\"%2\"><property name=\"geometry\"><rect><x>10</x><y>10</y>"
+                           "<width>120</width><height>60</height></rect></property>%3</widget>")
+                .arg(widget, objectNameOf(widget), properties)));
+        return DesignerCore::formWidget(m_form, objectNameOf(widget));
+    }
+
+    void openTable()
+    {
+        openForm(QStringLiteral("TableWidget"), prop("rowCount", "number", "3") + prop("columnCount", "number", "2")
+                                                    + prop("data", "cstring", QString::fromLatin1(cells())));
+    }
+
+    QDesignerFormWindowInterface *m_form = nullptr;
+};
+
+QTEST_MAIN(TestEditorDesigner)
+#include "tst_editordesigner.moc"
