@@ -42,7 +42,7 @@ endfunction()
 set_target_properties(HmiWidgets HmiPlatform PROPERTIES
   VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 hmi_install_rpath(HmiWidgets ${CMAKE_INSTALL_LIBDIR})
-install(TARGETS HmiWidgets HmiPlatform EXPORT HmiWidgetsTargets
+install(TARGETS HmiWidgets HmiPlatform HmiCallbacks EXPORT HmiWidgetsTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
