@@ -47,16 +47,13 @@ install(TARGETS HmiWidgets HmiPlatform HmiCallbacks EXPORT HmiWidgetsTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 
-# The headers named by hmi_public_headers() and the generated export headers, in one folder.
+# The headers named by hmi_public_headers(), the generated export headers among them, in one folder.
 get_property(hmi_headers GLOBAL PROPERTY HMI_PUBLIC_HEADERS)
-list(APPEND hmi_headers ${HMI_PUBLIC_INCLUDE_ROOT}/HmiWidgets/hmiwidgets_export.h
-                        ${HMI_PUBLIC_INCLUDE_ROOT}/HmiPlatform/hmiplatform_export.h)
 # A header dropped from a list leaves the build tree's public folder too.
-foreach(target HmiWidgets HmiPlatform)
+foreach(target HmiWidgets HmiPlatform HmiCallbacks)
   get_property(names GLOBAL PROPERTY HMI_PUBLIC_HEADER_NAMES_${target})
-  string(TOLOWER ${target}_export.h export_header)
   file(GLOB staged RELATIVE ${HMI_PUBLIC_INCLUDE_ROOT}/${target} ${HMI_PUBLIC_INCLUDE_ROOT}/${target}/*)
-  list(REMOVE_ITEM staged ${names} ${export_header})
+  list(REMOVE_ITEM staged ${names})
   foreach(name IN LISTS staged)
     file(REMOVE ${HMI_PUBLIC_INCLUDE_ROOT}/${target}/${name})
   endforeach()
