@@ -64,10 +64,10 @@ template <class Widget, class Factory = void>
 class TypedWidgetPlugin : public CustomWidgetPlugin
 {
 public:
+    using CustomWidgetPlugin::CustomWidgetPlugin;
     QWidget *createWidget(QWidget *parent) override { return new Widget(parent); }
 
 protected:
-    using CustomWidgetPlugin::CustomWidgetPlugin;
     QExtensionFactory *createTaskMenuFactory([[maybe_unused]] QExtensionManager *manager) const override
     {
         if constexpr (std::is_void_v<Factory>)

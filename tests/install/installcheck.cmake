@@ -43,6 +43,8 @@ set(expected_headers
   tabwidget.h textdata.h updatevariableinterface.h widgetfactory.h)
 file(GLOB_RECURSE headers RELATIVE ${prefix}/${INCLUDEDIR} ${prefix}/${INCLUDEDIR}/*)
 list(TRANSFORM expected_headers PREPEND HmiWidgets/)
+list(SORT headers)
+list(SORT expected_headers)
 if(NOT headers STREQUAL expected_headers)
   message(FATAL_ERROR "installed headers:\n${headers}\nexpected:\n${expected_headers}")
 endif()
