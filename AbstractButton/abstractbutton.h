@@ -118,7 +118,8 @@ protected:
     void changeEvent(QEvent *e) override;
 
 private:
-    friend     std::unique_ptr<AbstractButtonPrivate> const d;
+    class Private;
+    std::unique_ptr<Private> const d;
 };
 
 #endif // ABSTRACTBUTTON_H

@@ -64,7 +64,10 @@ template <class Widget, class Factory = void>
 class TypedWidgetPlugin : public CustomWidgetPlugin
 {
 public:
-    using CustomWidgetPlugin::CustomWidgetPlugin;
+    TypedWidgetPlugin(const Description &description, QObject *parent)
+        : CustomWidgetPlugin(description, parent)
+    {
+    }
     QWidget *createWidget(QWidget *parent) override { return new Widget(parent); }
 
 protected:
