@@ -4,8 +4,22 @@
 #include "edittaskmenu.h"
 #include "propertytaskmenu.h"
 
+#include <cstring>
 #include <memory>
 #include <type_traits>
+
+// Base under the class name Name: inherits(Name) holds, as for a class of that name. Designer's
+// extension manager and the tests tell a widget's task menu and factory apart by class name.
+template <class Base, const char *Name>
+class NamedObject : public Base
+{
+public:
+    using Base::Base;
+    void *qt_metacast(const char *name) override
+    {
+        return name && std::strcmp(name, Name) == 0 ? this : Base::qt_metacast(name);
+    }
+};
 
 // "Edit Properties..." of a Widget whose editor dialog is the uic layout Ui and, unless Editor is void,
 // whose fields the companion Editor(Widget *, Widget *preview, QDesignerFormWindowInterface *, Ui *)
@@ -62,14 +76,17 @@ std::unique_ptr<QObject> EditorTaskMenu<Widget, Ui, Editor>::buildEditor(
 }
 
 // Declares Widget##TaskMenu, with the layout Ui::Layout and the companion Editor (void for none), and
-// Widget##TaskMenuFactory, which gives it to each Widget.
+// Widget##TaskMenuFactory, which gives it to each Widget; both answer to their names.
 #define HMI_EDITOR_TASK_MENU(Widget, Layout, Editor)                                                    \
     namespace Ui {                                                                                  \
     class Layout;                                                                                   \
     }                                                                                               \
     extern template class EditorTaskMenu<Widget, Ui::Layout, Editor>;                               \
-    using Widget##TaskMenu = EditorTaskMenu<Widget, Ui::Layout, Editor>;                            \
-    using Widget##TaskMenuFactory = WidgetTaskMenuFactory<Widget, Widget##TaskMenu>;
+    inline constexpr char hmiClassName_##Widget##TaskMenu[] = #Widget "TaskMenu";                   \
+    inline constexpr char hmiClassName_##Widget##TaskMenuFactory[] = #Widget "TaskMenuFactory";     \
+    using Widget##TaskMenu = NamedObject<EditorTaskMenu<Widget, Ui::Layout, Editor>, hmiClassName_##Widget##TaskMenu>; \
+    using Widget##TaskMenuFactory =                                                                 \
+        NamedObject<WidgetTaskMenuFactory<Widget, Widget##TaskMenu>, hmiClassName_##Widget##TaskMenuFactory>;
 
 // The one instantiation of a widget's task menu, in a file that includes its layout (ui_*.h).
 #define HMI_EDITOR_TASK_MENU_INSTANCE(Widget, Layout, Editor) template class EditorTaskMenu<Widget, Ui::Layout, Editor>;
