@@ -11,10 +11,10 @@
 
 #include <utility>
 
-class AbstractButtonPrivate
+class AbstractButton::Private
 {
 public:
-    explicit AbstractButtonPrivate(AbstractButton *button)
+    explicit Private(AbstractButton *button)
         : q(button)
     {
     }
@@ -57,7 +57,7 @@ public:
     int deylayTriggerInterval = 1000;
 };
 
-void AbstractButtonPrivate::init()
+void AbstractButton::Private::init()
 {
     q->setFocusPolicy(Qt::FocusPolicy(q->style()->styleHint(QStyle::SH_Button_FocusPolicy)));
     q->setSizePolicy(QSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed, controlType));
@@ -68,47 +68,47 @@ void AbstractButtonPrivate::init()
 
 // Every key of the sequence becomes a shortcut of its own, so that either key of a two-key
 // sequence triggers the button.
-void AbstractButtonPrivate::grabShortcutKeys(const QKeySequence &sequence)
+void AbstractButton::Private::grabShortcutKeys(const QKeySequence &sequence)
 {
     for (int i = 0; i < sequence.count(); ++i)
         shortcutIds.append(q->grabShortcut(QKeySequence(sequence[i])));
 }
 
-void AbstractButtonPrivate::releaseShortcutKeys()
+void AbstractButton::Private::releaseShortcutKeys()
 {
     for (int id : std::as_const(shortcutIds))
         q->releaseShortcut(id);
     shortcutIds.clear();
 }
 
-void AbstractButtonPrivate::refresh()
+void AbstractButton::Private::refresh()
 {
     if (!blockRefresh)
         q->update();
 }
 
-bool AbstractButtonPrivate::emitPressed()
+bool AbstractButton::Private::emitPressed()
 {
     QPointer<AbstractButton> guard(q);
     emit q->pressed();
     return !guard.isNull();
 }
 
-bool AbstractButtonPrivate::emitReleased()
+bool AbstractButton::Private::emitReleased()
 {
     QPointer<AbstractButton> guard(q);
     emit q->released();
     return !guard.isNull();
 }
 
-bool AbstractButtonPrivate::emitClicked()
+bool AbstractButton::Private::emitClicked()
 {
     QPointer<AbstractButton> guard(q);
     emit q->clicked(checked);
     return !guard.isNull();
 }
 
-void AbstractButtonPrivate::completeClick()
+void AbstractButton::Private::completeClick()
 {
     delayTimer.stop();
     blockRefresh = true;
@@ -128,7 +128,7 @@ void AbstractButtonPrivate::completeClick()
         emitClicked();
 }
 
-bool AbstractButtonPrivate::moveFocus(int key)
+bool AbstractButton::Private::moveFocus(int key)
 {
     QPointer<AbstractButton> target = SiblingButtons::arrowTarget(q, key);
     if (!target)
@@ -145,7 +145,7 @@ bool AbstractButtonPrivate::moveFocus(int key)
 
 AbstractButton::AbstractButton(QWidget *parent)
     : QWidget(parent)
-    , d(new AbstractButtonPrivate(this))
+    , d(new Private(this))
 {
     d->init();
     setFocusPolicy(Qt::NoFocus);

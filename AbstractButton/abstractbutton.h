@@ -9,7 +9,6 @@
 
 #include <memory>
 
-class AbstractButtonPrivate;
 
 // Button base of the painted operator buttons. Besides the usual press/release/click/toggle handling it
 // offers a delayed trigger for held buttons, a keyPress() signal for every key, and shortcuts whose keys
@@ -119,8 +118,8 @@ protected:
     void changeEvent(QEvent *e) override;
 
 private:
-    friend class AbstractButtonPrivate;
-    std::unique_ptr<AbstractButtonPrivate> const d;
+    class Private;
+    std::unique_ptr<Private> const d;
 };
 
 #endif // ABSTRACTBUTTON_H

@@ -1,25 +1,9 @@
-#include "dynamicimageplugin.h"
-
+#include "dynamicimagetaskmenu.h"
+#include "customwidgetplugin.h"
+#include "ui_dynamicimageeditor.h"
 #include "widgetpluginregistry.h"
 
-HMI_REGISTER_WIDGET_PLUGIN(DynamicImagePlugin, WidgetPluginRegistry::DynamicImage)
-
-namespace {
-
-CustomWidgetPlugin::Description description()
-{
-    CustomWidgetPlugin::Description d;
-    d.name = QStringLiteral("DynamicImage");
-    d.group = QStringLiteral("Display Widgets");
-    d.iconPath = QStringLiteral(":/DynamicImage.png");
-    d.includeFile = QStringLiteral("dynamicimage.h");
-    d.domXml = CustomWidgetPlugin::fixedDomXml(QStringLiteral("DynamicImage"), QStringLiteral("dynamicImage"), 60, 60);
-    return d;
-}
-
-} // namespace
-
-DynamicImagePlugin::DynamicImagePlugin(QObject *parent)
-    : TypedWidgetPlugin(description(), parent)
-{
-}
+HMI_EDITOR_TASK_MENU_INSTANCE(DynamicImage, DynamicImageEditor, ImageListEditor)
+HMI_WIDGET_PLUGIN(DynamicImage, DynamicImageTaskMenuFactory, QStringLiteral("Display Widgets"), QStringLiteral(":/DynamicImage.png"),
+                  QStringLiteral("dynamicimage.h"),
+                  CustomWidgetPlugin::fixedDomXml(QStringLiteral("DynamicImage"), QStringLiteral("dynamicImage"), 60, 60))

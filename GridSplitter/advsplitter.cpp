@@ -1,11 +1,11 @@
 #include "advsplitter.h"
 
-#include "gridsplitterprivate.h"
+#include "gridsplitter_p.h"
 #include "mousepoint.h"
 
 #include <QPainter>
 
-AdvSplitter::AdvSplitter(Qt::Orientation orientation, GridSplitterPrivate *grid, QWidget *parent)
+AdvSplitter::AdvSplitter(Qt::Orientation orientation, GridSplitter::Private *grid, QWidget *parent)
     : QWidget(parent)
     , m_orientation(orientation)
     , m_grid(grid)

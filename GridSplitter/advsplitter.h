@@ -1,13 +1,12 @@
 #ifndef ADVSPLITTER_H
 #define ADVSPLITTER_H
 
+#include "gridsplitter.h"
 #include "hmiwidgets_export.h"
 
 #include <QPointer>
 #include <QStringList>
 #include <QWidget>
-
-class GridSplitterPrivate;
 
 // One line of a grid splitter: it paints the line through its middle and, in a Designer form, is
 // dragged to set the column widths or row heights. A line between columns has the orientation
@@ -16,7 +15,7 @@ class HMIWIDGETS_EXPORT AdvSplitter : public QWidget
 {
     Q_OBJECT
 public:
-    AdvSplitter(Qt::Orientation orientation, GridSplitterPrivate *grid, QWidget *parent);
+    AdvSplitter(Qt::Orientation orientation, GridSplitter::Private *grid, QWidget *parent);
 
     Qt::Orientation orientation() const { return m_orientation; }
     // The line's centre as a fraction of the grid area's width (or height).
@@ -38,7 +37,7 @@ private:
 
     Qt::Orientation m_orientation;
     double m_position = 0.0;
-    QPointer<GridSplitterPrivate> m_grid;
+    QPointer<GridSplitter::Private> m_grid;
     bool m_movable = true;
     bool m_pressed = false;
     QPoint m_pressPoint; // the press, in the grid splitter's coordinates

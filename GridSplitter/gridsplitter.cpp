@@ -5,7 +5,7 @@
 #include "containedcontrols.h"
 #include "designerhost.h"
 #include "enumvalue.h"
-#include "gridsplitterprivate.h"
+#include "gridsplitter_p.h"
 #include "norvointerface_z3.h"
 #include "widgetfactory.h"
 
@@ -18,7 +18,7 @@ HMI_REGISTER_WIDGET(GridSplitter)
 
 GridSplitter::GridSplitter(QWidget *parent)
     : QFrame(parent)
-    , d(new GridSplitterPrivate(this))
+    , d(new Private(this))
 {
     NORVOInterface_Z3::setWidgetDefaultFont(this);
     setFrameShape(QFrame::Box);

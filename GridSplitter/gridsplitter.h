@@ -10,7 +10,6 @@
 #include <memory>
 
 class AdvSplitter;
-class GridSplitterPrivate;
 
 // A framed screen layout: rows × columns of cells divided by straight lines. Each cell is a plain
 // child ("cell0102": row 1, column 2) on which the panel builder places controls. The lines sit at
@@ -90,7 +89,9 @@ protected:
 private:
     QList<QWidget *> cellWidgets() const;
 
-    std::unique_ptr<GridSplitterPrivate> const d;
+    class Private;
+    friend class AdvSplitter; // a line drags through the grid's state
+    std::unique_ptr<Private> const d;
 };
 
 #endif

@@ -1,25 +1,9 @@
-#include "gridsplitterplugin.h"
-
+#include "gridsplittertaskmenu.h"
+#include "customwidgetplugin.h"
+#include "ui_gridsplittereditor.h"
 #include "widgetpluginregistry.h"
 
-HMI_REGISTER_WIDGET_PLUGIN(GridSplitterPlugin, WidgetPluginRegistry::GridSplitter)
-
-namespace {
-
-CustomWidgetPlugin::Description description()
-{
-    CustomWidgetPlugin::Description d;
-    d.name = QStringLiteral("GridSplitter");
-    d.group = QStringLiteral("Containers");
-    d.iconPath = QStringLiteral(":/GridSplitter.png");
-    d.includeFile = QStringLiteral("gridsplitter.h");
-    d.domXml = CustomWidgetPlugin::fixedDomXml(QStringLiteral("GridSplitter"), QStringLiteral("gridSplitter"), 300, 300);
-    return d;
-}
-
-} // namespace
-
-GridSplitterPlugin::GridSplitterPlugin(QObject *parent)
-    : TypedWidgetPlugin(description(), parent)
-{
-}
+HMI_EDITOR_TASK_MENU_INSTANCE(GridSplitter, GridSplitterEditor, void)
+HMI_WIDGET_PLUGIN(GridSplitter, GridSplitterTaskMenuFactory, QStringLiteral("Containers"), QStringLiteral(":/GridSplitter.png"),
+                  QStringLiteral("gridsplitter.h"),
+                  CustomWidgetPlugin::fixedDomXml(QStringLiteral("GridSplitter"), QStringLiteral("gridSplitter"), 300, 300))

@@ -1,4 +1,4 @@
-#include "gridsplitterprivate.h"
+#include "gridsplitter_p.h"
 
 #include "advsplitter.h"
 #include "bufferwarning.h"
@@ -12,26 +12,26 @@ namespace {
 const char *const RemovedCell = "_hmi_removedCell";
 } // namespace
 
-GridSplitterPrivate::GridSplitterPrivate(GridSplitter *q)
+GridSplitter::Private::Private(GridSplitter *q)
     : q(q)
     , binding(q, nullptr)
     , backgroundColor(q->palette().color(QPalette::Window))
 {
 }
 
-GridSplitterPrivate::~GridSplitterPrivate() = default;
+GridSplitter::Private::~Private() = default;
 
-QWidget *GridSplitterPrivate::formWindow() const
+QWidget *GridSplitter::Private::formWindow() const
 {
     return DesignerHost::formWindowOf(q);
 }
 
-GridGeometry GridSplitterPrivate::geometry() const
+GridGeometry GridSplitter::Private::geometry() const
 {
     return GridGeometry(q->size(), q->frameWidth(), spacing, gridLineWidth);
 }
 
-void GridSplitterPrivate::build()
+void GridSplitter::Private::build()
 {
     if (!initializing)
         return;
@@ -50,7 +50,7 @@ void GridSplitterPrivate::build()
     }
 }
 
-void GridSplitterPrivate::applyStoredPositions(Qt::Orientation orientation)
+void GridSplitter::Private::applyStoredPositions(Qt::Orientation orientation)
 {
     QList<AdvSplitter *> &lines = linesOf(orientation);
     const bool columns = orientation == Qt::Horizontal;
@@ -64,7 +64,7 @@ void GridSplitterPrivate::applyStoredPositions(Qt::Orientation orientation)
         lines.at(i)->setPosition(stored->at(i));
 }
 
-std::optional<QList<double>> GridSplitterPrivate::storedPositions(const QStringList &texts, int lines,
+std::optional<QList<double>> GridSplitter::Private::storedPositions(const QStringList &texts, int lines,
                                                                   const char *property) const
 {
     if (texts.isEmpty() && lines > 0)
@@ -89,7 +89,7 @@ std::optional<QList<double>> GridSplitterPrivate::storedPositions(const QStringL
     return positions;
 }
 
-void GridSplitterPrivate::resizeLines(Qt::Orientation orientation, int count)
+void GridSplitter::Private::resizeLines(Qt::Orientation orientation, int count)
 {
     QList<AdvSplitter *> &lines = linesOf(orientation);
     while (lines.size() > count - 1)
@@ -101,7 +101,7 @@ void GridSplitterPrivate::resizeLines(Qt::Orientation orientation, int count)
     }
 }
 
-void GridSplitterPrivate::spreadEvenly(Qt::Orientation orientation)
+void GridSplitter::Private::spreadEvenly(Qt::Orientation orientation)
 {
     const QList<AdvSplitter *> &lines = linesOf(orientation);
     const double count = double(lines.size() + 1);
@@ -109,7 +109,7 @@ void GridSplitterPrivate::spreadEvenly(Qt::Orientation orientation)
         lines.at(i)->setPosition((i + 1.0) / count);
 }
 
-void GridSplitterPrivate::setCount(Qt::Orientation orientation, int count)
+void GridSplitter::Private::setCount(Qt::Orientation orientation, int count)
 {
     if (count < 1 || count > MaxCount)
         return;
@@ -128,7 +128,7 @@ void GridSplitterPrivate::setCount(Qt::Orientation orientation, int count)
     layOut();
 }
 
-void GridSplitterPrivate::setSame(Qt::Orientation orientation, bool on)
+void GridSplitter::Private::setSame(Qt::Orientation orientation, bool on)
 {
     (orientation == Qt::Horizontal ? sameWidth : sameHeight) = on;
     if (on)
@@ -138,7 +138,7 @@ void GridSplitterPrivate::setSame(Qt::Orientation orientation, bool on)
     layOut();
 }
 
-void GridSplitterPrivate::syncCells()
+void GridSplitter::Private::syncCells()
 {
     QList<QPointer<QWidget>> next;
     bool changed = false;
@@ -180,7 +180,7 @@ void GridSplitterPrivate::syncCells()
         DesignerChildren::refresh(q);
 }
 
-void GridSplitterPrivate::repairCells()
+void GridSplitter::Private::repairCells()
 {
     for (const QPointer<QWidget> &cell : std::as_const(cells)) {
         if (!cell || cell->parentWidget() != q) {
@@ -190,7 +190,7 @@ void GridSplitterPrivate::repairCells()
     }
 }
 
-void GridSplitterPrivate::layOut()
+void GridSplitter::Private::layOut()
 {
     if (initializing)
         return;
@@ -213,7 +213,7 @@ void GridSplitterPrivate::layOut()
     }
 }
 
-QList<QRect> GridSplitterPrivate::lineRects(Qt::Orientation orientation)
+QList<QRect> GridSplitter::Private::lineRects(Qt::Orientation orientation)
 {
     QList<QRect> rects;
     for (const AdvSplitter *line : linesOf(orientation))
@@ -221,14 +221,14 @@ QList<QRect> GridSplitterPrivate::lineRects(Qt::Orientation orientation)
     return rects;
 }
 
-void GridSplitterPrivate::placeCell(int row, int column, const GridGeometry &grid, const QList<QRect> &vertical,
+void GridSplitter::Private::placeCell(int row, int column, const GridGeometry &grid, const QList<QRect> &vertical,
                                     const QList<QRect> &horizontal)
 {
     if (QWidget *cell = cellAt(row, column))
         cell->setGeometry(grid.cell(row, column, vertical, horizontal));
 }
 
-void GridSplitterPrivate::dragLine(AdvSplitter *line, int edge)
+void GridSplitter::Private::dragLine(AdvSplitter *line, int edge)
 {
     const bool vertical = line->orientation() == Qt::Horizontal;
     const QList<AdvSplitter *> &lines = linesOf(line->orientation());
@@ -258,7 +258,7 @@ void GridSplitterPrivate::dragLine(AdvSplitter *line, int edge)
         host->markDirty(formWindow());
 }
 
-void GridSplitterPrivate::commitDrag(const AdvSplitter *line, const QStringList &before)
+void GridSplitter::Private::commitDrag(const AdvSplitter *line, const QStringList &before)
 {
     const QList<AdvSplitter *> &lines = linesOf(line->orientation());
     QList<double> dragged;
@@ -274,7 +274,7 @@ void GridSplitterPrivate::commitDrag(const AdvSplitter *line, const QStringList 
     layOut();
 }
 
-void GridSplitterPrivate::selectInForm()
+void GridSplitter::Private::selectInForm()
 {
     DesignerHost *host = DesignerHost::instance();
     QWidget *fw = formWindow();
@@ -284,7 +284,7 @@ void GridSplitterPrivate::selectInForm()
     host->selectWidget(fw, q, true);
 }
 
-QStringList GridSplitterPrivate::positionsText(Qt::Orientation orientation) const
+QStringList GridSplitter::Private::positionsText(Qt::Orientation orientation) const
 {
     const bool columns = orientation == Qt::Horizontal;
     if (initializing)
@@ -295,7 +295,7 @@ QStringList GridSplitterPrivate::positionsText(Qt::Orientation orientation) cons
     return texts;
 }
 
-void GridSplitterPrivate::applyBorderStyle()
+void GridSplitter::Private::applyBorderStyle()
 {
     if (q->frameShape() == QFrame::Box && q->frameShadow() == QFrame::Plain) {
         q->setStyleSheet(QStringLiteral("GridSplitter{ border: %1px solid rgb(%2, %3, %4);}")
@@ -308,7 +308,7 @@ void GridSplitterPrivate::applyBorderStyle()
     }
 }
 
-QWidget *GridSplitterPrivate::cellAt(int row, int column) const
+QWidget *GridSplitter::Private::cellAt(int row, int column) const
 {
     if (row < 0 || column < 0 || row >= rowCount || column >= columnCount)
         return nullptr;
@@ -316,7 +316,7 @@ QWidget *GridSplitterPrivate::cellAt(int row, int column) const
     return index < cells.size() ? cells.at(index).data() : nullptr;
 }
 
-QWidget *GridSplitterPrivate::findCell(const QString &tag) const
+QWidget *GridSplitter::Private::findCell(const QString &tag) const
 {
     for (QWidget *child : q->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
         if (child->statusTip() == tag)

@@ -1,25 +1,9 @@
-#include "mdiareaplugin.h"
-
+#include "customwidgetplugin.h"
+#include "mdiarea.h"
+#include "mdiareataskmenu.h"
 #include "widgetpluginregistry.h"
 
-HMI_REGISTER_WIDGET_PLUGIN(MdiAreaPlugin, WidgetPluginRegistry::MdiArea)
-
-namespace {
-
-CustomWidgetPlugin::Description description()
-{
-    CustomWidgetPlugin::Description d;
-    d.name = QStringLiteral("MdiArea");
-    d.group = QStringLiteral("Containers");
-    d.iconPath = QStringLiteral(":/mdiarea.png");
-    d.includeFile = QStringLiteral("mdiarea.h");
-    d.domXml = CustomWidgetPlugin::fixedDomXml(QStringLiteral("MdiArea"), QStringLiteral("MdiArea"), 200, 200);
-    return d;
-}
-
-} // namespace
-
-MdiAreaPlugin::MdiAreaPlugin(QObject *parent)
-    : TypedWidgetPlugin(description(), parent)
-{
-}
+// Its panels, not the area itself, take the dropped widgets.
+HMI_WIDGET_PLUGIN(MdiArea, MdiAreaTaskMenuFactory, QStringLiteral("Containers"), QStringLiteral(":/mdiarea.png"),
+                  QStringLiteral("mdiarea.h"),
+                  CustomWidgetPlugin::fixedDomXml(QStringLiteral("MdiArea"), QStringLiteral("MdiArea"), 200, 200))

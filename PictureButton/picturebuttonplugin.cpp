@@ -1,28 +1,10 @@
-#include "picturebuttonplugin.h"
-
-#include "PictureButton.h"
 #include "picturebuttontaskmenu.h"
+#include "customwidgetplugin.h"
+#include "ui_picturebuttoneditor.h"
 #include "widgetpluginregistry.h"
 
-namespace {
-
-CustomWidgetPlugin::Description description()
-{
-    CustomWidgetPlugin::Description d;
-    d.name = QStringLiteral("PictureButton");
-    d.group = QStringLiteral("Buttons");
-    d.iconPath = QStringLiteral(":/PictureButton.png");
-    d.includeFile = QStringLiteral("PictureButton.h");
-    d.domXml = CustomWidgetPlugin::textButtonDomXml(QStringLiteral("PictureButton"), QStringLiteral("pictureButton"),
-                                                    100, 30, QStringLiteral("PictureButton"), {QStringLiteral("text")});
-    return d;
-}
-
-} // namespace
-
-HMI_REGISTER_WIDGET_PLUGIN(PictureButtonPlugin, WidgetPluginRegistry::PictureButton)
-
-PictureButtonPlugin::PictureButtonPlugin(QObject *parent)
-    : TypedWidgetPlugin(description(), parent)
-{
-}
+HMI_EDITOR_TASK_MENU_INSTANCE(PictureButton, PictureButtonEditor, PictureButtonTextListEditor)
+HMI_WIDGET_PLUGIN(PictureButton, PictureButtonTaskMenuFactory, QStringLiteral("Buttons"), QStringLiteral(":/PictureButton.png"),
+                  QStringLiteral("PictureButton.h"),
+                  CustomWidgetPlugin::textButtonDomXml(QStringLiteral("PictureButton"), QStringLiteral("pictureButton"), 100, 30,
+                                                       QStringLiteral("PictureButton"), {QStringLiteral("text")}))

@@ -1,13 +1,14 @@
 #include "picturebuttontextlisteditor.h"
 
 #include "PictureButton.h"
+#include "ui_picturebuttoneditor.h"
 
 #include <QVariant>
 
 PictureButtonTextListEditor::PictureButtonTextListEditor(PictureButton *widget, PictureButton *preview,
                                                          QDesignerFormWindowInterface *formWindow,
-                                                         textPropertyEditor_Z12 *editor, QObject *parent)
-    : CaptionListEditor(widget, preview, formWindow, editor, parent)
+                                                         Ui::PictureButtonEditor *ui, QObject *parent)
+    : CaptionListEditor(widget, preview, formWindow, ui->mTextPropertyEditor, parent)
     , m_language(widget ? int(widget->getLanguage()) : 0)
 {
 }

@@ -3,6 +3,10 @@
 
 #include "captionlisteditor.h"
 
+namespace Ui {
+class PictureButtonEditor;
+}
+
 class PictureButton;
 
 // The textEdit tab of the Picture Button Editor. The button's language is read when the page opens
@@ -12,7 +16,7 @@ class PictureButtonTextListEditor : public CaptionListEditor
     Q_OBJECT
 public:
     PictureButtonTextListEditor(PictureButton *widget, PictureButton *preview,
-                                QDesignerFormWindowInterface *formWindow, textPropertyEditor_Z12 *editor,
+                                QDesignerFormWindowInterface *formWindow, Ui::PictureButtonEditor *ui,
                                 QObject *parent = nullptr);
 
 public Q_SLOTS:

@@ -1,25 +1,9 @@
-#include "tabwidgetplugin.h"
-
+#include "tabwidgettaskmenu.h"
+#include "customwidgetplugin.h"
+#include "ui_tabwidgeteditor.h"
 #include "widgetpluginregistry.h"
 
-HMI_REGISTER_WIDGET_PLUGIN(TabWidgetPlugin, WidgetPluginRegistry::TabWidget)
-
-namespace {
-
-CustomWidgetPlugin::Description description()
-{
-    CustomWidgetPlugin::Description d;
-    d.name = QStringLiteral("TabWidget");
-    d.group = QStringLiteral("Containers");
-    d.iconPath = QStringLiteral(":/TabWidget.png");
-    d.includeFile = QStringLiteral("tabwidget.h");
-    d.domXml = CustomWidgetPlugin::fixedDomXml(QStringLiteral("TabWidget"), QStringLiteral("tabWidget"), 150, 150);
-    return d;
-}
-
-} // namespace
-
-TabWidgetPlugin::TabWidgetPlugin(QObject *parent)
-    : TypedWidgetPlugin(description(), parent)
-{
-}
+HMI_EDITOR_TASK_MENU_INSTANCE(TabWidget, TabWidgetEditor, TabWidgetPropertiesEditor)
+HMI_WIDGET_PLUGIN(TabWidget, TabWidgetTaskMenuFactory, QStringLiteral("Containers"), QStringLiteral(":/TabWidget.png"),
+                  QStringLiteral("tabwidget.h"),
+                  CustomWidgetPlugin::fixedDomXml(QStringLiteral("TabWidget"), QStringLiteral("tabWidget"), 150, 150))

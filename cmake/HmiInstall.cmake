@@ -1,4 +1,4 @@
-# Installing: the two libraries with every runtime header in one folder, the CMake package
+# Installing: the two libraries with the headers an application includes in one folder, the CMake package
 # HmiWidgets::HmiWidgets, the Designer plugin, hmi-panel and hmi-table; and a Debian package (cpack -G DEB).
 # Every destination is relative, so `cmake --install <build> --prefix <dir>` relocates the whole tree.
 include(CMakePackageConfigHelpers)
@@ -42,27 +42,20 @@ endfunction()
 set_target_properties(HmiWidgets HmiPlatform PROPERTIES
   VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 hmi_install_rpath(HmiWidgets ${CMAKE_INSTALL_LIBDIR})
-install(TARGETS HmiWidgets HmiPlatform EXPORT HmiWidgetsTargets
+install(TARGETS HmiWidgets HmiPlatform HmiCallbacks EXPORT HmiWidgetsTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 
-# The runtime headers of both libraries and their generated export headers; the designer side's are the
-# plugin's and stay out, and so do the private *_p.h ones, which no installed header includes.
-set(hmi_headers "")
-foreach(target HmiWidgets HmiPlatform)
-  get_target_property(sources ${target} SOURCES)
-  get_target_property(dir ${target} SOURCE_DIR)
-  get_target_property(binary_dir ${target} BINARY_DIR)
-  string(TOLOWER ${target} base)
-  list(APPEND hmi_headers ${binary_dir}/${base}_export.h)
-  foreach(source IN LISTS sources)
-    if(source MATCHES "\\.h$" AND NOT source MATCHES "_p\\.h$" AND NOT source MATCHES "\\$<")
-      if(NOT IS_ABSOLUTE ${source})
-        set(source ${dir}/${source})
-      endif()
-      list(APPEND hmi_headers ${source})
-    endif()
+# The headers named by hmi_public_headers(), the generated export headers among them, in one folder.
+get_property(hmi_headers GLOBAL PROPERTY HMI_PUBLIC_HEADERS)
+# A header dropped from a list leaves the build tree's public folder too.
+foreach(target HmiWidgets HmiPlatform HmiCallbacks)
+  get_property(names GLOBAL PROPERTY HMI_PUBLIC_HEADER_NAMES_${target})
+  file(GLOB staged RELATIVE ${HMI_PUBLIC_INCLUDE_ROOT}/${target} ${HMI_PUBLIC_INCLUDE_ROOT}/${target}/*)
+  list(REMOVE_ITEM staged ${names})
+  foreach(name IN LISTS staged)
+    file(REMOVE ${HMI_PUBLIC_INCLUDE_ROOT}/${target}/${name})
   endforeach()
 endforeach()
 install(FILES ${hmi_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/HmiWidgets)

@@ -19,3 +19,19 @@ function(hmi_designer_sources)
     target_sources(hmiwidgetsplugin PRIVATE ${ARGN})
   endif()
 endfunction()
+
+# hmi_public_headers(<target> <headers>...): the headers of <target> an application includes, named one
+# by one: they are installed, and in the build tree they alone stand in the target's public include
+# folder (links to the sources, so that in-tree users see exactly what an installed one sees).
+set(HMI_PUBLIC_INCLUDE_ROOT ${CMAKE_BINARY_DIR}/include)
+function(hmi_public_headers target)
+  set(dir ${HMI_PUBLIC_INCLUDE_ROOT}/${target})
+  file(MAKE_DIRECTORY ${dir})
+  foreach(header IN LISTS ARGN)
+    get_filename_component(path ${header} ABSOLUTE)
+    get_filename_component(name ${header} NAME)
+    file(CREATE_LINK ${path} ${dir}/${name} SYMBOLIC)
+    set_property(GLOBAL APPEND PROPERTY HMI_PUBLIC_HEADERS ${path})
+    set_property(GLOBAL APPEND PROPERTY HMI_PUBLIC_HEADER_NAMES_${target} ${name})
+  endforeach()
+endfunction()

@@ -64,10 +64,13 @@ template <class Widget, class Factory = void>
 class TypedWidgetPlugin : public CustomWidgetPlugin
 {
 public:
+    TypedWidgetPlugin(const Description &description, QObject *parent)
+        : CustomWidgetPlugin(description, parent)
+    {
+    }
     QWidget *createWidget(QWidget *parent) override { return new Widget(parent); }
 
 protected:
-    using CustomWidgetPlugin::CustomWidgetPlugin;
     QExtensionFactory *createTaskMenuFactory([[maybe_unused]] QExtensionManager *manager) const override
     {
         if constexpr (std::is_void_v<Factory>)

@@ -54,4 +54,17 @@ private:
                                              });                                                  \
     }
 
+// A widget's descriptor in one line: Widget##Plugin, the widget made by Designer, with its task menu
+// from Factory (void for none), registered at the widget's place of the collection; the arguments after
+// Factory are the Description's group, icon, include file, form XML and, for a container, true:
+//     HMI_WIDGET_PLUGIN(GridSplitter, GridSplitterTaskMenuFactory, QStringLiteral("Containers"), ...)
+#define HMI_WIDGET_PLUGIN(Widget, Factory, ...)                                                         \
+    using Widget##Plugin = TypedWidgetPlugin<Widget, Factory>;                                      \
+    namespace {                                                                                     \
+    [[maybe_unused]] const bool hmiWidgetPluginRegistered_##Widget = WidgetPluginRegistry::instance().add( \
+        WidgetPluginRegistry::Widget, [](QObject *parent) -> QDesignerCustomWidgetInterface * {      \
+            return new Widget##Plugin(CustomWidgetPlugin::Description{QStringLiteral(#Widget), __VA_ARGS__}, parent); \
+        });                                                                                         \
+    }
+
 #endif

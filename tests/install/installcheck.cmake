@@ -33,9 +33,20 @@ expect_file(${LIBDIR}/cmake/HmiWidgets/HmiWidgetsConfig.cmake)
 expect_file(${INCLUDEDIR}/HmiWidgets/hmiwidgets_export.h)
 expect_file(${INCLUDEDIR}/HmiWidgets/hmiplatform_export.h)
 expect_file(${BINDIR}/hmi-table)
-file(GLOB private_headers ${prefix}/${INCLUDEDIR}/HmiWidgets/*_p.h)
-if(private_headers)
-  message(FATAL_ERROR "private headers installed: ${private_headers}")
+# The headers are the widgets, the services a panel application implements or calls, the widget
+# factory, what these include and the export headers: nothing more, nothing less.
+set(expected_headers
+  PictureButton.h abstractbutton.h bitbutton.h buttonface.h buttongroup.h buttonlook.h buttonrendercache.h
+  dynamicimage.h functionbutton.h gridsplitter.h hmiplatform_export.h hmiuiupdateinterface.h
+  hmiwidgets_export.h inputwidget.h interactionstate.h keyfacebutton.h keypadbutton.h mdiarea.h
+  nkeypadstruct.h norvointerface_z3.h paintedbutton.h qeltapp.h stackedwidget.h subwindow.h tablewidget.h
+  tabwidget.h textdata.h updatevariableinterface.h widgetfactory.h)
+file(GLOB_RECURSE headers RELATIVE ${prefix}/${INCLUDEDIR} ${prefix}/${INCLUDEDIR}/*)
+list(TRANSFORM expected_headers PREPEND HmiWidgets/)
+list(SORT headers)
+list(SORT expected_headers)
+if(NOT headers STREQUAL expected_headers)
+  message(FATAL_ERROR "installed headers:\n${headers}\nexpected:\n${expected_headers}")
 endif()
 
 # The installed tools run on their own: the table tool fills the form the consumer loads below.
@@ -65,7 +76,7 @@ file(STRINGS ${WORK}/consumer/CMakeCache.txt found REGEX "^HmiWidgets_DIR:")
 if(NOT found STREQUAL "HmiWidgets_DIR:PATH=${prefix}/${LIBDIR}/cmake/HmiWidgets")
   message(FATAL_ERROR "the consumer found another HmiWidgets: ${found}")
 endif()
-run(${CMAKE_COMMAND} --build ${WORK}/consumer)
+run(${CMAKE_COMMAND} --build ${WORK}/consumer --parallel 2)
 run(${WORK}/consumer/consumer ${WORK}/panel.ui ${plugin_dir})
 message(STATUS "consumer says:\n${out}")
 if(NOT out MATCHES "^Qt ${QT_MAJOR}\\.")

@@ -1,7 +1,8 @@
-#ifndef GRIDSPLITTERPRIVATE_H
-#define GRIDSPLITTERPRIVATE_H
+#ifndef GRIDSPLITTER_P_H
+#define GRIDSPLITTER_P_H
 
 #include "controllerbinding.h"
+#include "gridsplitter.h"
 #include "gridgeometry.h"
 
 #include <QColor>
@@ -13,16 +14,14 @@
 #include <optional>
 
 class AdvSplitter;
-class GridSplitter;
 
 // The state of a grid splitter: its lines, its cells and the settings they are built from, and the
 // steps that build, lay out and drag them.
-class GridSplitterPrivate : public QObject
+class GridSplitter::Private : public QObject
 {
-    Q_OBJECT
 public:
-    explicit GridSplitterPrivate(GridSplitter *q);
-    ~GridSplitterPrivate() override;
+    explicit Private(GridSplitter *q);
+    ~Private() override;
 
     static constexpr int MaxCount = 100;
 

@@ -1,7 +1,6 @@
 #ifndef SIMULATEDCONTROLLER_H
 #define SIMULATEDCONTROLLER_H
 
-#include "hmiplatform_export.h"
 #include "qeltapp.h"
 #include "uiregistration.h"
 #include "variablememory.h"
@@ -19,7 +18,7 @@ class KeypadDialog;
 // A controller in memory behind the application service: for the demo panel, for tests and for
 // trying forms without a machine. Deliveries happen on the GUI thread from the event loop, coalesced:
 // every change made between two deliveries reaches a registration once, with the last value.
-class HMIPLATFORM_EXPORT SimulatedController : public QObject, public norvo_v0::QeltApp
+class SimulatedController : public QObject, public norvo_v0::QeltApp
 {
     Q_OBJECT
 public:

@@ -1,7 +1,6 @@
 #ifndef RECORDINGQELTAPP_H
 #define RECORDINGQELTAPP_H
 
-#include "hmiplatform_export.h"
 #include "qeltapp.h"
 #include "uiregistration.h"
 #include "variablememory.h"
@@ -16,7 +15,7 @@
 // Stand-in for the application object in tests: logs every call with its arguments in order,
 // answers reads from a variable memory the test fills, and delivers updates only when told to.
 // Pointers appear in the log as quintptr values.
-class HMIPLATFORM_EXPORT RecordingQeltApp : public norvo_v0::QeltApp
+class RecordingQeltApp : public norvo_v0::QeltApp
 {
 public:
     struct Call
