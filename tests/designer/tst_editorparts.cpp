@@ -4,6 +4,8 @@
 #include "propertypath.h"
 #include "textpropertyeditor_z12.h"
 
+#include "textrecord.h"
+
 #include <QCheckBox>
 #include <QFont>
 #include <QPushButton>
@@ -22,15 +24,6 @@ class ScriptedEditor : public textPropertyEditor_Z12
 protected:
     QColor askColor(const QColor &) override { return QColor(Qt::yellow); }
 };
-
-TextData record(const QStringList &texts, int wordLibId = -1, const QList<QFont> &fonts = {})
-{
-    TextData data;
-    data.wordLibId = wordLibId;
-    data.texts = texts;
-    data.fonts = fonts;
-    return data;
-}
 
 } // namespace
 
@@ -51,13 +44,13 @@ private Q_SLOTS:
         QTest::addColumn<QList<TextData>>("list");
         QFont bold(QStringLiteral("Sans"), 12);
         bold.setBold(true);
-        TextData kept = record({QStringLiteral("On"), QStringLiteral("Ein")}, 7, {bold});
+        TextData kept = textRecord({QStringLiteral("On"), QStringLiteral("Ein")}, 7, {bold});
         kept.firstValue = -1;
         kept.secondValue = 3;
         QTest::newRow("empty") << QList<TextData>();
         QTest::newRow("short texts, values and fonts kept") << QList<TextData>{kept};
-        QTest::newRow("two records") << QList<TextData>{record({QStringLiteral("On")}),
-                                                        record({QStringLiteral("Off"), QString(), QStringLiteral("X")})};
+        QTest::newRow("two records") << QList<TextData>{textRecord({QStringLiteral("On")}),
+                                                        textRecord({QStringLiteral("Off"), QString(), QStringLiteral("X")})};
     }
     void roundTrip()
     {
@@ -85,7 +78,7 @@ private Q_SLOTS:
         QFETCH(int, row);
         QFETCH(int, reports);
         ScriptedEditor editor;
-        editor.setTextDataList({record({QStringLiteral("A"), QStringLiteral("B")})});
+        editor.setTextDataList({textRecord({QStringLiteral("A"), QStringLiteral("B")})});
         auto *table = editor.findChild<QTableWidget *>(QStringLiteral("textTable"));
         QCOMPARE(table->currentRow(), 1);
         table->setCurrentCell(row, 0);

@@ -8,6 +8,8 @@
 #include "norvointerface_z3.h"
 #include "textinfocodec.h"
 
+#include "textrecord.h"
+
 #include <QRandomGenerator>
 #include <QtEndian>
 #include <QtTest>
@@ -81,15 +83,6 @@ private:
     QByteArray m_data;
 };
 
-TextData record(int id, const QStringList &texts, const QList<QFont> &fonts = {})
-{
-    TextData r;
-    r.wordLibId = id;
-    r.texts = texts;
-    r.fonts = fonts;
-    return r;
-}
-
 QFont boldItalicSerif()
 {
     QFont f(QStringLiteral("Serif"), 10);
@@ -150,8 +143,8 @@ void TestCodecs::goldenSlot()
     b.record(0, 0, 7, {}).i32(1).font(QStringLiteral("Sans"), 12, 50, false);
     const QByteArray golden = b.framed();
 
-    const QList<TextData> expected{record(-1, {QStringLiteral("Start"), QStringLiteral("Anlauf")}),
-                                   record(7, {}, {QFont(QStringLiteral("Sans"), 12)})};
+    const QList<TextData> expected{textRecord({QStringLiteral("Start"), QStringLiteral("Anlauf")}),
+                                   textRecord({}, 7, {QFont(QStringLiteral("Sans"), 12)})};
     QList<TextData> decoded;
     QVERIFY(TextInfoCodec::decodeSlot(golden, &decoded)); // a button takes the first record only
     QCOMPARE(decoded, expected.mid(0, 1));
@@ -172,11 +165,11 @@ void TestCodecs::goldenSlots_data()
     on.i32(2).font(QStringLiteral("Sans"), 12, 50, false).font(QStringLiteral("Serif"), 10, 75, true);
     Bytes off;
     off.i32(1).i32(1).record(3, 4, 12, {QStringLiteral("AUS")}).i32(0);
-    TextData offRecord = record(12, {QStringLiteral("AUS")});
+    TextData offRecord = textRecord({QStringLiteral("AUS")}, 12);
     offRecord.firstValue = 3;
     offRecord.secondValue = 4;
-    const TextData onRecord = record(-1, {QStringLiteral("EIN"), QString::fromUtf8("开")},
-                                     {QFont(QStringLiteral("Sans"), 12), boldItalicSerif()});
+    const TextData onRecord = textRecord({QStringLiteral("EIN"), QString::fromUtf8("开")}, -1,
+                                         {QFont(QStringLiteral("Sans"), 12), boldItalicSerif()});
     QTest::newRow("on and off") << Bytes().i32(1).i32(2).bytes(on.framed()).bytes(off.framed()).framed()
                                 << QList<QList<TextData>>{{onRecord}, {offRecord}} << true;
     // Older editors store more than a button uses: a third slot, a second record in a slot.
@@ -184,7 +177,7 @@ void TestCodecs::goldenSlots_data()
     twoRecords.i32(1).i32(2).record(0, 0, -1, {QStringLiteral("Spindle")}).i32(0).record(0, 0, 5, {}).i32(0);
     QTest::newRow("three slots, two records in the first")
         << Bytes().i32(1).i32(3).bytes(twoRecords.framed()).bytes(off.framed()).bytes("not read").framed()
-        << QList<QList<TextData>>{{record(-1, {QStringLiteral("Spindle")})}, {offRecord}} << false;
+        << QList<QList<TextData>>{{textRecord({QStringLiteral("Spindle")})}, {offRecord}} << false;
     QTest::newRow("empty slot text") << Bytes().i32(1).i32(2).bytes(QByteArray()).bytes(off.framed()).framed()
                                      << QList<QList<TextData>>{{}, {offRecord}} << false;
 }
@@ -240,10 +233,10 @@ void TestCodecs::roundTrip()
     underlined.setUnderline(true);
     underlined.setPixelSize(30);
     const QList<QList<TextData>> slotRecords{
-        {record(-1, repeated(10, QString::fromUtf8("Ünïcødé ✓")), repeated(10, underlined))}, {}};
+        {textRecord(repeated(10, QString::fromUtf8("Ünïcødé ✓")), -1, repeated(10, underlined))}, {}};
     TextInfoCodec::Limits twoRecords;
     twoRecords.recordCount = 2;
-    QList<QList<TextData>> decoded{{record(5, {QStringLiteral("stale")})}};
+    QList<QList<TextData>> decoded{{textRecord({QStringLiteral("stale")}, 5)}};
     QVERIFY(TextInfoCodec::decodeSlots(TextInfoCodec::encodeSlots(slotRecords), &decoded, twoRecords));
     QCOMPARE(decoded, slotRecords);
     for (const QList<TextData> &slot : slotRecords) {
@@ -287,7 +280,7 @@ void TestCodecs::malformed_data()
 void TestCodecs::malformed()
 {
     QFETCH(QByteArray, buffer);
-    const QList<TextData> sentinel{record(42, {QStringLiteral("kept")})};
+    const QList<TextData> sentinel{textRecord({QStringLiteral("kept")}, 42)};
     QList<TextData> one = sentinel;
     QVERIFY(!TextInfoCodec::decodeSlot(buffer, &one));
     QCOMPARE(one, sentinel);

@@ -7,6 +7,8 @@
 #include "tabletestsupport.h"
 #include "textinfocodec.h"
 
+#include "textrecord.h"
+
 #include <QHeaderView>
 #include <QStyledItemDelegate>
 #include <QScrollBar>
@@ -16,14 +18,6 @@
 using namespace TableTest;
 
 namespace {
-
-TextData record(const QStringList &texts, const QList<QFont> &fonts = {})
-{
-    TextData t;
-    t.texts = texts;
-    t.fonts = fonts;
-    return t;
-}
 
 } // namespace
 
@@ -201,7 +195,7 @@ private Q_SLOTS:
         NORVOInterface_Z3::initialization()->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Sans")});
         QFont bold(QStringLiteral("Sans"), 14);
         bold.setBold(true);
-        const QByteArray cellRecords = CellLanguageTexts::encode({record({"Feed", "Vorschub"}, {QFont(), bold})});
+        const QByteArray cellRecords = CellLanguageTexts::encode({textRecord({"Feed", "Vorschub"}, -1, {QFont(), bold})});
         Panel p(1, 3, contents(1, 3, [](int, int c) { return c == 1 ? QStringLiteral("multiTexts=Speed##!&*_Drehzahl") : QString(); },
                                [&](QTableWidgetItem *item, int, int c) {
                                    if (c == 0)
@@ -210,7 +204,7 @@ private Q_SLOTS:
         for (int c = 0; c < 3; ++c)
             p.table->setHorizontalHeaderItem(c, new QTableWidgetItem(QStringLiteral("h%1").arg(c)));
         p.table->horizontalHeaderItem(1)->setWhatsThis(QStringLiteral("multiTexts=Value##!&*_Wert##8!&*_columnWidth=123"));
-        p.table->setHeaderTextInfoBuffer(TextInfoCodec::encodeSlots({{record({"Name", "Bezeichnung"})}, {}, {}}));
+        p.table->setHeaderTextInfoBuffer(TextInfoCodec::encodeSlots({{textRecord({"Name", "Bezeichnung"})}, {}, {}}));
         p.show();
         QCOMPARE(p.table->columnWidth(1), 123);
         QCOMPARE(p.table->horizontalHeaderItem(0)->text(), QStringLiteral("Name"));
@@ -230,7 +224,7 @@ private Q_SLOTS:
     void translationTexts()
     {
         NORVOInterface_Z3::initialization()->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Sans")});
-        const QByteArray records = CellLanguageTexts::encode({record({"Feed", "Vorschub"})});
+        const QByteArray records = CellLanguageTexts::encode({textRecord({"Feed", "Vorschub"})});
         Panel p(1, 3, contents(1, 3, [](int, int c) {
             return c == 1 ? QStringLiteral("multiTexts=Speed##!&*_Drehzahl") : c == 2 ? QStringLiteral("1@0@1@8@0@0") : QString();
         }, [&](QTableWidgetItem *item, int, int c) {

@@ -22,6 +22,8 @@
 #include "tabwidget.h"
 #include "textinfocodec.h"
 
+#include "textrecord.h"
+
 #include <QDialog>
 #include <QTabBar>
 #include <QtTest>
@@ -116,14 +118,6 @@ struct TabForm
         return tags;
     }
 };
-
-TextData record(const QStringList &texts, const QList<QFont> &fonts = {})
-{
-    TextData r;
-    r.texts = texts;
-    r.fonts = fonts;
-    return r;
-}
 
 struct MdiForm
 {
@@ -621,7 +615,7 @@ private Q_SLOTS:
         TabForm f(2, [&](TabWidget *t) {
             if (records) {
                 t->SetTextInfoBuffer(TextInfoCodec::encodeSlots(
-                    {{record({"Axes", "Achsen"}, {QFont(), big})}, {record({"Spindle", "Spindel"})}}));
+                    {{textRecord({"Axes", "Achsen"}, -1, {QFont(), big})}, {textRecord({"Spindle", "Spindel"})}}));
             } else {
                 QStringList multi;
                 for (const char *text : {"Axes", "Achsen"})
