@@ -241,6 +241,11 @@ private Q_SLOTS:
         // Scaled with the widget.
         f.grid->resize(600, 300);
         QVERIFY(qAbs(f.grid->line(Qt::Horizontal, 1)->geometry().center().x() - 300) <= 1);
+        // At run time a line does not move under the mouse.
+        AdvSplitter *handle = f.grid->line(Qt::Vertical, 0);
+        const QRect before = handle->geometry();
+        f.drag(handle, 0, 40);
+        QCOMPARE(handle->geometry(), before);
     }
 
     void drag_data()
@@ -276,16 +281,6 @@ private Q_SLOTS:
         QVERIFY(f.host->isSelected(&f.dialog, f.grid));
         QCOMPARE(f.grid->lineHPos().at(line), QString::number((expectedLeft) / 298.0, 'g', 6));
         QVERIFY(f.grid->lineHPos().at(line).size() <= 8);
-    }
-
-    void dragIgnoredAtRunTime()
-    {
-        GridForm f;
-        AdvSplitter *handle = f.grid->line(Qt::Vertical, 0);
-        const QRect before = handle->geometry();
-        QVERIFY(handle->testAttribute(Qt::WA_TransparentForMouseEvents));
-        f.drag(handle, 0, 40);
-        QCOMPARE(handle->geometry(), before);
     }
 
     void sameWidthAndHeight_data()
@@ -358,50 +353,46 @@ private Q_SLOTS:
         QCOMPARE(tags.size(), int(QSet<QString>(tags.begin(), tags.end()).size()));
     }
 
-    // Cells a form brings (children with their tags) are the grid's cells, not made again.
+    // Cells a form brings (children with their tags) are the grid's cells, not made again; their
+    // controls are given the application and the language.
     void cellsFromTheForm()
     {
         QWidget *loaded = nullptr;
+        ControlProbe *probe = nullptr;
         GridForm f(false, [&](GridSplitter *g) {
             g->setRowCount(2);
             g->setColumnCount(3);
             loaded = new QWidget(g);
             loaded->setObjectName(QStringLiteral("cell0102"));
             loaded->setStatusTip(QStringLiteral("cell0102"));
+            probe = new ControlProbe(loaded);
         });
         QCOMPARE(f.grid->cell(1, 2), loaded);
         QCOMPARE(f.grid->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly).size(), 6 + 2 + 1);
+        int app = 0;
+        f.grid->setQeltAppAndFormPtr(&app, &f.dialog);
+        QCOMPARE(probe->app, static_cast<void *>(&app));
+        f.grid->updateLanguage(3);
+        QCOMPARE(probe->language, 3);
     }
 
-    void borderStyleSheet_data()
-    {
-        QTest::addColumn<QFrame::Shadow>("shadow"); QTest::addColumn<QColor>("color");
-        QTest::addColumn<QString>("sheet");
-        QTest::newRow("plain box") << QFrame::Plain << QColor(10, 20, 30)
-                                   << QStringLiteral("GridSplitter{ border: 1px solid rgb(10, 20, 30);}");
-        QTest::newRow("raised: none") << QFrame::Raised << QColor(10, 20, 30) << QString();
-        QTest::newRow("same colour: none") << QFrame::Plain << QColor(Qt::black) << QString();
-    }
+    // A plain frame in a colour other than black gets a border style sheet; in Designer a frame
+    // change in the property editor puts the sheet right.
     void borderStyleSheet()
     {
-        QFETCH(QFrame::Shadow, shadow); QFETCH(QColor, color); QFETCH(QString, sheet);
-        GridSplitter grid;
-        grid.setFrameShadow(shadow);
-        grid.setBorderColor(color);
-        QCOMPARE(grid.styleSheet(), sheet);
-        QCOMPARE(grid.borderColor(), color);
-    }
-
-    // In Designer a frame change in the property editor puts the style sheet right.
-    void frameChangeInDesigner()
-    {
         GridForm f(true);
+        f.grid->setBorderColor(Qt::black); // the colour it has
+        QCOMPARE(f.grid->styleSheet(), QString());
+        f.grid->setBorderColor(QColor(10, 20, 30));
+        QCOMPARE(f.grid->styleSheet(), QStringLiteral("GridSplitter{ border: 1px solid rgb(10, 20, 30);}"));
         f.grid->setBorderColor(Qt::red);
-        QVERIFY(!f.grid->styleSheet().isEmpty());
         f.host->setPropertyEditorObject(f.grid);
         f.grid->setFrameShadow(QFrame::Sunken);
         emit f.host->propertyChanged(QStringLiteral("frameShadow"), QVariant());
         QTRY_VERIFY(f.grid->styleSheet().isEmpty());
+        f.grid->setBorderColor(Qt::blue); // not a plain frame: no sheet
+        QVERIFY(f.grid->styleSheet().isEmpty());
+        f.grid->setBorderColor(Qt::red);
         f.grid->setFrameShadow(QFrame::Plain);
         emit f.host->propertyChanged(QStringLiteral("frameShadow"), QVariant());
         QTRY_COMPARE(f.grid->styleSheet(), QStringLiteral("GridSplitter{ border: 1px solid rgb(255, 0, 0);}"));
@@ -416,21 +407,6 @@ private Q_SLOTS:
         QCOMPARE(f.host->changes.last().name, QStringLiteral("autoFillBackground"));
         QVERIFY(f.grid->autoFillBackground());
         QTRY_COMPARE(f.grid->grab().toImage().pixelColor(40, 40), QColor(Qt::green));
-    }
-
-    void controlsInCells()
-    {
-        ControlProbe *probe = nullptr;
-        GridForm f(false, [&](GridSplitter *g) {
-            auto *cell = new QWidget(g);
-            cell->setStatusTip(QStringLiteral("cell0101"));
-            probe = new ControlProbe(cell);
-        });
-        int app = 0;
-        f.grid->setQeltAppAndFormPtr(&app, &f.dialog);
-        QCOMPARE(probe->app, static_cast<void *>(&app));
-        f.grid->updateLanguage(3);
-        QCOMPARE(probe->language, 3);
     }
 
     void painted_data()
@@ -456,26 +432,23 @@ private Q_SLOTS:
     void tabCounts_data()
     {
         QTest::addColumn<QList<int>>("counts"); // set one after the other after the build
-        QTest::addColumn<QStringList>("texts"); QTest::addColumn<QStringList>("tags");
-        QTest::newRow("below 2 ignored") << QList<int>{1, 0, -4} << QStringList{"tab_1", "tab_2"} << QStringList{"tab_1", "tab_2"};
-        QTest::newRow("past the limit ignored") << QList<int>{101} << QStringList{"tab_1", "tab_2"} << QStringList{"tab_1", "tab_2"};
-        QTest::newRow("grow") << QList<int>{4} << QStringList{"tab_1", "tab_2", "tab_3", "tab_4"}
-                              << QStringList{"tab_1", "tab_2", "tab_3", "tab_4"};
-        QTest::newRow("grow then shrink") << QList<int>{5, 3} << QStringList{"tab_1", "tab_2", "tab_3"}
-                                          << QStringList{"tab_1", "tab_2", "tab_3"};
-        QTest::newRow("shrink then grow again") << QList<int>{5, 2, 3} << QStringList{"tab_1", "tab_2", "tab_3"}
-                                                << QStringList{"tab_1", "tab_2", "tab_3"};
+        QTest::addColumn<QStringList>("texts"); // and the pages' tags
+        QTest::newRow("below 2 ignored") << QList<int>{1, 0, -4} << QStringList{"tab_1", "tab_2"};
+        QTest::newRow("past the limit ignored") << QList<int>{101} << QStringList{"tab_1", "tab_2"};
+        QTest::newRow("grow") << QList<int>{4} << QStringList{"tab_1", "tab_2", "tab_3", "tab_4"};
+        QTest::newRow("grow then shrink") << QList<int>{5, 3} << QStringList{"tab_1", "tab_2", "tab_3"};
+        QTest::newRow("shrink then grow again") << QList<int>{5, 2, 3} << QStringList{"tab_1", "tab_2", "tab_3"};
     }
     void tabCounts()
     {
-        QFETCH(QList<int>, counts); QFETCH(QStringList, texts); QFETCH(QStringList, tags);
+        QFETCH(QList<int>, counts); QFETCH(QStringList, texts);
         TabForm f;
         for (int n : counts)
             f.tabs->setTabsCount(n);
         QCOMPARE(f.tabs->tabsCount(), int(texts.size()));
         QCOMPARE(f.barTexts(), texts);
         QCOMPARE(f.tabs->tabTexts(), texts);
-        QCOMPARE(f.pageTags(), tags);
+        QCOMPARE(f.pageTags(), texts);
         QCOMPARE(f.tabs->tabTextColors().size(), texts.size());
         QCOMPARE(f.tabs->operationalAuthoritys().size(), texts.size());
         QCOMPARE(f.tabs->multiTextList().size(), texts.size() * 10);
@@ -584,7 +557,8 @@ private Q_SLOTS:
     void movesRenumberPages()
     {
         TabForm f(3);
-        auto *onThird = new QWidget(f.tabs->findTab(QStringLiteral("tab_3")));
+        auto *onThird = new ControlProbe(f.tabs->findTab(QStringLiteral("tab_3")));
+        auto *deeper = new ControlProbe(new QWidget(f.tabs->findTab(QStringLiteral("tab_1"))));
         f.tabs->setTabTextColors({"#000000", "#ff0000", "#00ff00"});
         f.tabs->setOperationalAuthoritys({"0", "2", "3"});
         f.tabs->setCurrentIndex(1);
@@ -599,6 +573,10 @@ private Q_SLOTS:
         QCOMPARE(f.tabs->multiTextList().mid(0, 10), repeated(10, QStringLiteral("tab_3")));
         QCOMPARE(f.tabs->currentIndex(), 2); // the same page stays current
         QCOMPARE(f.tabs->stackedWidget()->currentWidget()->statusTip(), QStringLiteral("tab_3"));
+        RecordingQeltApp app;
+        f.tabs->setQeltAppAndFormPtr(&app, &f.dialog);
+        QCOMPARE(onThird->app, static_cast<void *>(&app));
+        QCOMPARE(deeper->app, nullptr); // only the pages' own controls; containers pass it on
     }
 
     void languages_data()
@@ -689,17 +667,6 @@ private Q_SLOTS:
         QCOMPARE(stack.currentIndex(), 0);
     }
 
-    void applicationReachesThePages()
-    {
-        RecordingQeltApp app;
-        TabForm f(2);
-        auto *probe = new ControlProbe(f.tabs->findTab(QStringLiteral("tab_2")));
-        auto *deeper = new ControlProbe(new QWidget(f.tabs->findTab(QStringLiteral("tab_1"))));
-        f.tabs->setQeltAppAndFormPtr(&app, &f.dialog);
-        QCOMPARE(probe->app, static_cast<void *>(&app));
-        QCOMPARE(deeper->app, nullptr); // only the pages' own controls; containers pass it on
-    }
-
     void listsOfTheWrongLength()
     {
         TabForm f(3, [](TabWidget *t) {
@@ -747,11 +714,14 @@ private Q_SLOTS:
             QCOMPARE(panel->geometry(), expected.at(i));
             QVERIFY(panel->isVisible());
             QCOMPARE(f.area->activePanel(), panel);
+            QVERIFY(!panel->handle(MoveHandler::Left)); // drag strips are for Designer only
             expectedNames << QStringLiteral("subWindow_%1").arg(i + 1);
         }
         QCOMPARE(f.area->getSubwindows(), expectedNames);
         QCOMPARE(f.area->activeSubWindow(), expectedNames.last());
         QCOMPARE(f.shown().size(), expected.size()); // the earlier ones stay shown
+        f.area->activePanel()->handlerMove(nullptr, QPoint(5, 5));
+        QCOMPARE(f.area->activePanel()->geometry(), expected.last());
     }
 
     void placementBouncesWithoutEnd()
@@ -777,10 +747,13 @@ private Q_SLOTS:
         MdiForm f(designing);
         f.area->setActiveSubWindow(active); // the form sets the name before the panels exist
         f.area->setAutoHide(autoHide);
-        f.loadPanel(QStringLiteral("panelA"), QRect(0, 0, 100, 100));
+        auto *probe = new ControlProbe(f.loadPanel(QStringLiteral("panelA"), QRect(0, 0, 100, 100)));
         f.loadPanel(QStringLiteral("panelB"), QRect(20, 20, 100, 100));
         f.loadPanel(QStringLiteral("panelC"), QRect(40, 40, 100, 100));
         f.show();
+        int app = 0;
+        f.area->setQeltAppAndFormPtr(&app, &f.dialog); // the panels' controls, hidden or not
+        QCOMPARE(probe->app, static_cast<void *>(&app));
         QCOMPARE(f.area->getSubwindows(), (QStringList{"panelA", "panelB", "panelC"}));
         QCOMPARE(f.shown(), shown);
         QCOMPARE(f.area->activeSubWindow(), active);
@@ -942,16 +915,6 @@ private Q_SLOTS:
         QVERIFY(f.host->managed.contains(second));
     }
 
-    void noStripsAtRunTime()
-    {
-        MdiForm f;
-        f.show();
-        SubWindow *panel = f.area->addSubWindow();
-        QVERIFY(!panel->handle(MoveHandler::Left));
-        panel->handlerMove(nullptr, QPoint(5, 5));
-        QCOMPARE(panel->pos(), QPoint(10, 10));
-    }
-
     void designerSelectionActivates()
     {
         MdiForm f(true);
@@ -989,16 +952,6 @@ private Q_SLOTS:
         QCOMPARE(f.area->addSubWindow()->objectName(), QStringLiteral("subWindow_2"));
         f.area->removeSubWindow(QStringLiteral("nothing"));
         QCOMPARE(f.area->getSubwindows().size(), 2);
-    }
-
-    void controlsInPanels()
-    {
-        MdiForm f;
-        SubWindow *panel = f.loadPanel(QStringLiteral("panel"), QRect(0, 0, 100, 100));
-        auto *probe = new ControlProbe(panel);
-        int app = 0;
-        f.area->setQeltAppAndFormPtr(&app, &f.dialog);
-        QCOMPARE(probe->app, static_cast<void *>(&app));
     }
 
     void backgrounds()

@@ -5,6 +5,7 @@
 #include "keypadbutton.h"
 #include "buttontestsupport.h"
 #include "norvointerface_z3.h"
+#include "widgetfactory.h"
 
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -40,19 +41,29 @@ class TestKeys : public QObject
 private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
 
+    // A picture key with its soft key on sends one key press (never a release) to the focus widget;
+    // a keypad key reaches the focused field only as the form holding it makes it: the key itself
+    // emits its signals and touches neither the field nor the controller.
     void softKeys_data()
     {
-        QTest::addColumn<QString>("written"); QTest::addColumn<QString>("stored"); QTest::addColumn<int>("key");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("abc keeps a") << "abc" << "a" << 0x41 << "a";
-        QTest::newRow("digit") << "7" << "7" << int(Qt::Key_7) << "7";
-        QTest::newRow("point") << "." << "." << int(Qt::Key_Period) << ".";
-        QTest::newRow("e acute: Latin-1 code of its capital") << "é" << "é" << 0xC9 << "é";
-        QTest::newRow("PageDown") << "PageDown" << "PageDown" << int(Qt::Key_PageDown) << "";
-        QTest::newRow("Space") << "Space" << "Space" << 0x20 << " ";
-        QTest::newRow("F12") << "F12" << "F12" << int(Qt::Key_F12) << "";
-        QTest::newRow("Enter") << "Enter" << "Enter" << int(Qt::Key_Enter) << "";
-        QTest::newRow("empty") << "" << "" << 0 << "";
+        QTest::addColumn<QString>("className"); QTest::addColumn<bool>("softKey"); QTest::addColumn<bool>("focus");
+        QTest::addColumn<QString>("written"); QTest::addColumn<QString>("stored");
+        QTest::addColumn<QList<QStringList>>("events"); // the field's key events
+        const auto press = [](int key, const QString &text) {
+            return QList<QStringList>{{"press", QString::number(key, 16), text, "once", "1"}};
+        };
+        QTest::newRow("abc keeps a") << "PictureButton" << true << true << "abc" << "a" << press(0x41, "a");
+        QTest::newRow("digit") << "PictureButton" << true << true << "7" << "7" << press(Qt::Key_7, "7");
+        QTest::newRow("point") << "PictureButton" << true << true << "." << "." << press(Qt::Key_Period, ".");
+        QTest::newRow("e acute: Latin-1 code of its capital") << "PictureButton" << true << true << "é" << "é" << press(0xC9, "é");
+        QTest::newRow("PageDown") << "PictureButton" << true << true << "PageDown" << "PageDown" << press(Qt::Key_PageDown, "");
+        QTest::newRow("Space") << "PictureButton" << true << true << "Space" << "Space" << press(0x20, " ");
+        QTest::newRow("F12") << "PictureButton" << true << true << "F12" << "F12" << press(Qt::Key_F12, "");
+        QTest::newRow("Enter") << "PictureButton" << true << true << "Enter" << "Enter" << press(Qt::Key_Enter, "");
+        QTest::newRow("empty") << "PictureButton" << true << true << "" << "" << press(0, "");
+        QTest::newRow("soft key off") << "PictureButton" << false << true << "a" << "a" << QList<QStringList>();
+        QTest::newRow("no focus widget") << "PictureButton" << true << false << "a" << "a" << QList<QStringList>();
+        QTest::newRow("keypad key") << "KeypadButton" << false << true << "5" << "" << QList<QStringList>();
     }
 
     // A name outside the table (only a form can hold one: the setter keeps one character) sends key 0.
@@ -62,42 +73,34 @@ private Q_SLOTS:
         QCOMPARE(PictureButton::softKey(QStringLiteral("Space")), qMakePair(int(Qt::Key_Space), QStringLiteral(" ")));
     }
 
-    // One click: exactly one key press with the key and text, never a release, to the focus widget.
     void softKeys()
     {
-        QFETCH(QString, written); QFETCH(QString, stored); QFETCH(int, key); QFETCH(QString, text);
-        QWidget window;
-        auto *field = new KeyLog(&window);
-        auto *b = new PictureButton(&window);
+        QFETCH(QString, className); QFETCH(bool, softKey); QFETCH(bool, focus); QFETCH(QString, written);
+        QFETCH(QString, stored); QFETCH(QList<QStringList>, events);
+        RecordingQeltApp app;
+        QDialog form;
+        form.setProperty("QeltApp", norvo_v0::QeltApp::toVariant(&app));
+        auto *field = new KeyLog(&form);
+        field->setGeometry(0, 0, 100, 20);
+        QWidget *b = WidgetFactory::create(className, &form);
         b->setGeometry(0, 30, 100, 30);
-        b->setSoftKeyEnabled(true);
-        b->setSoftKeyChar(written);
-        QCOMPARE(b->softKeyChar(), stored);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        field->setFocus();
-        QTest::mouseClick(b, Qt::LeftButton, {}, QPoint(50, 15));
-        QCOMPARE(field->events, (QList<QStringList>{{"press", QString::number(key, 16), text, "once", "1"}}));
-    }
-
-    void noSoftKeyWithoutItOrAFocusWidget()
-    {
-        QWidget window;
-        auto *field = new KeyLog(&window);
-        auto *b = new PictureButton(&window);
-        b->setGeometry(0, 30, 100, 30);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        field->setFocus();
-        QTest::mouseClick(b, Qt::LeftButton, {}, QPoint(50, 15)); // soft key off
-        QVERIFY(field->events.isEmpty());
-        b->setSoftKeyEnabled(true);
-        field->clearFocus();
-        QVERIFY(!QApplication::focusWidget());
-        QSignalSpy clicked(b, &AbstractButton::clicked);
+        if (className == "KeypadButton") {
+            b->setProperty("character", QChar(written.at(0)));
+            b->setProperty("command", KeypadButton::Enter);
+        } else {
+            b->setProperty("softKeyEnabled", softKey);
+            b->setProperty("softKeyChar", written);
+            QCOMPARE(b->property("softKeyChar").toString(), stored);
+        }
+        form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        focus ? field->setFocus() : field->clearFocus();
+        QCOMPARE(QApplication::focusWidget(), focus ? field : nullptr);
+        QSignalSpy clicked(b, SIGNAL(clicked(bool)));
         QTest::mouseClick(b, Qt::LeftButton, {}, QPoint(50, 15));
         QCOMPARE(clicked.count(), 1);
-        QVERIFY(field->events.isEmpty());
+        QCOMPARE(field->events, events);
+        QVERIFY(app.calls().isEmpty());
     }
 
     // A numeric keypad of picture keys types into the field that has the focus.
@@ -217,27 +220,6 @@ private Q_SLOTS:
             b->setFocus();
         QTRY_COMPARE(b->hasFocus(), focused);
         QCOMPARE(b->grab().toImage().pixelColor(50, 6), body);
-    }
-
-    // A key press reaches the focused field only as the form holding the key makes it; the key itself
-    // emits its signals and touches neither the field nor the controller.
-    void pressSendsNothing()
-    {
-        PanelOf<KeypadButton> panel;
-        auto *field = new QLineEdit(&panel.form);
-        field->setGeometry(0, 40, 100, 20);
-        panel.button->setCharacter(QLatin1Char('5'));
-        panel.button->setCommand(KeypadButton::Enter);
-        panel.form.show();
-        QVERIFY(QTest::qWaitForWindowActive(&panel.form));
-        field->setFocus();
-        QSignalSpy pressed(panel.button, &AbstractButton::pressed);
-        QSignalSpy clicked(panel.button, &AbstractButton::clicked);
-        QTest::mouseClick(panel.button, Qt::LeftButton, {}, QPoint(50, 15));
-        QCOMPARE(pressed.count(), 1);
-        QCOMPARE(clicked.count(), 1);
-        QCOMPARE(field->text(), QString());
-        QVERIFY(panel.app.calls().isEmpty());
     }
 };
 
