@@ -1,7 +1,7 @@
 // The binding every controller widget shares: attachment to its form, the registrations and reads it
-// makes, channel clamping and resolution, and authority combined with the enabled request. Then what
-// each widget class does with it, one row per class, reached by name as forms and the panel reach it:
-// property limits, the registrations made, the enabled and visible bits, authority, the panel's font.
+// makes, channel clamping and resolution. Then what each widget class does with it, one row per class,
+// reached by name as forms and the panel reach it: property limits, the registrations made, the enabled
+// and visible bits, authority with the enabled request, the panel's font.
 
 #include "controllerbinding.h"
 #include "norvointerface_z3.h"
@@ -91,7 +91,6 @@ private Q_SLOTS:
     void registrationArguments_data(); void registrationArguments();
     void reregisterBit_data(); void reregisterBit();
     void acceptsAddress_data(); void acceptsAddress();
-    void authorityAndEnabledRequest_data(); void authorityAndEnabledRequest();
     void everyWidgetClass_data(); void everyWidgetClass();
     void propertyLimits_data(); void propertyLimits();
     void registrations_data(); void registrations();
@@ -285,35 +284,6 @@ void TestControllerBinding::acceptsAddress()
     QCOMPARE(ControllerBinding::acceptsAddress(channel, type, address, lowestType, 12), accepted);
 }
 
-void TestControllerBinding::authorityAndEnabledRequest_data()
-{
-    QTest::addColumn<int>("operational"); // setOperationalAuthority
-    QTest::addColumn<int>("operatorAuthority"); QTest::addColumn<bool>("request"); QTest::addColumn<bool>("granted");
-    QTest::newRow("needs 3, has 1") << 3 << 1 << true << true;
-    QTest::newRow("needs 3, has 4") << 3 << 4 << true << false;
-    QTest::newRow("refused, request off") << 3 << 4 << false << false;
-    QTest::newRow("out of range -1 ignored (needs 1)") << -1 << 2 << true << false;
-}
-
-void TestControllerBinding::authorityAndEnabledRequest()
-{
-    QFETCH(int, operational); QFETCH(int, operatorAuthority); QFETCH(bool, request); QFETCH(bool, granted);
-    BoundWidget widget;
-    widget.binding.setOperationalAuthority(1);
-    widget.binding.setOperationalAuthority(operational);
-    widget.binding.setEnabledRequest(request);
-    widget.binding.updateAuthority(operatorAuthority);
-    QCOMPARE(widget.binding.authorityGranted(), granted);
-    QCOMPARE(widget.isEnabled(), granted && request);
-    widget.binding.setOperationalAuthority(0); // takes effect at the next authority update
-    QCOMPARE(widget.isEnabled(), granted && request);
-    // The request survives authority changes: regaining authority restores it.
-    widget.binding.updateAuthority(0);
-    QCOMPARE(widget.isEnabled(), request);
-    widget.binding.setEnabledRequest(!request);
-    QCOMPARE(widget.isEnabled(), !request);
-}
-
 void TestControllerBinding::everyWidgetClass_data()
 {
     QTest::addColumn<QString>("className");
@@ -485,24 +455,38 @@ void TestControllerBinding::enabledAndVisibleBits()
 
 void TestControllerBinding::authority_data()
 {
-    QTest::addColumn<QString>("className"); QTest::addColumn<int>("operatorAuthority"); QTest::addColumn<bool>("request");
+    QTest::addColumn<QString>("className"); QTest::addColumn<int>("operational"); // set after 1
+    QTest::addColumn<int>("operatorAuthority"); QTest::addColumn<bool>("request"); QTest::addColumn<bool>("granted");
     for (const char *className : {"BitButton", "FunctionButton", "KeypadButton", "PictureButton"}) {
-        QTest::addRow("%s: needs 3, has 3", className) << className << 3 << true;
-        QTest::addRow("%s: needs 3, has 4", className) << className << 4 << true;
-        QTest::addRow("%s: request off", className) << className << 3 << false;
+        QTest::addRow("%s: needs 3, has 3", className) << className << 3 << 3 << true << true;
+        QTest::addRow("%s: needs 3, has 4", className) << className << 3 << 4 << true << false;
+        QTest::addRow("%s: request off", className) << className << 3 << 3 << false << true;
     }
+    QTest::newRow("BitButton: refused, request off") << "BitButton" << 3 << 4 << false << false;
+    QTest::newRow("BitButton: out of range -1 ignored (needs 1, has 1)") << "BitButton" << -1 << 1 << true << true;
 }
 
-// The operator's authority reaches each class by name, as the panel calls it; the enabled request
-// reads back unchanged.
+// The operator's authority reaches each class by name, as the panel calls it, combined with the
+// enabled request, which reads back unchanged and survives authority changes.
 void TestControllerBinding::authority()
 {
-    QFETCH(QString, className); QFETCH(int, operatorAuthority); QFETCH(bool, request);
+    QFETCH(QString, className); QFETCH(int, operational); QFETCH(int, operatorAuthority); QFETCH(bool, request);
+    QFETCH(bool, granted);
     ClassForm f(className);
-    f.set({"operationalAuthority=3", QStringLiteral("enabled=%1").arg(request)});
-    QVERIFY(QMetaObject::invokeMethod(f.widget, "updateAuthority", Q_ARG(int, operatorAuthority)));
-    QCOMPARE(f.widget->isEnabled(), request && operatorAuthority <= 3);
+    f.set({"operationalAuthority=1", QStringLiteral("operationalAuthority=%1").arg(operational),
+           QStringLiteral("enabled=%1").arg(request)});
+    const auto update = [&f](int level) {
+        return QMetaObject::invokeMethod(f.widget, "updateAuthority", Q_ARG(int, level));
+    };
+    QVERIFY(update(operatorAuthority));
+    QCOMPARE(f.widget->isEnabled(), request && granted);
     QCOMPARE(f.widget->property("enabled").toBool(), request);
+    f.set({"operationalAuthority=0"}); // takes effect at the next authority update
+    QCOMPARE(f.widget->isEnabled(), request && granted);
+    QVERIFY(update(7)); // 0 needs no authority: the request is restored
+    QCOMPARE(f.widget->isEnabled(), request);
+    f.set({QStringLiteral("enabled=%1").arg(!request)});
+    QCOMPARE(f.widget->isEnabled(), !request);
 }
 
 QTEST_MAIN(TestControllerBinding)
