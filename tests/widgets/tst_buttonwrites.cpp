@@ -43,27 +43,6 @@ class TestButtonWrites : public QObject
 private slots:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
 
-    void defaultLook_data()
-    {
-        QTest::addColumn<int>("monitorBit"); QTest::addColumn<QString>("caption"); QTest::addColumn<QColor>("body");
-        QTest::newRow("off") << 0 << "OFF" << QColor(240, 240, 240);
-        QTest::newRow("monitor bit 1") << 1 << "ON" << QColor(192, 192, 192);
-    }
-
-    void defaultLook()
-    {
-        QFETCH(int, monitorBit); QFETCH(QString, caption); QFETCH(QColor, body);
-        Panel panel;
-        panel.attach();
-        QCOMPARE(panel.app.deliver(panel.button, 0, 0), 1);
-        panel.app.deliver(panel.button, 0, monitorBit);
-        const QImage image = panel.button->grab().toImage();
-        QCOMPARE(panel.button->text(), caption);
-        // Inside the body, clear of the bevel (2 px from the edge) and of the centred caption.
-        for (const QPoint &p : {QPoint(12, 8), QPoint(12, 22), QPoint(88, 15)})
-            QCOMPARE(QColor(image.pixel(p)), body);
-    }
-
     // The keep actions' releases, and every way a press ends: momentaryPressEnds.
     void press_data()
     {

@@ -1,6 +1,7 @@
 // The keys of on-screen keypads. The picture key: soft keys delivered to the focused widget, a numeric
 // keypad made of picture keys, fonts frozen at the first show, texts without records, unreadable buffers.
-// The keypad key: its looks by interaction, and a press that sends nothing but the button's signals.
+// The keypad key: its looks by interaction (and the bit button's by its monitor bit), and a press that
+// sends nothing but the button's signals.
 #include "PictureButton.h"
 #include "keypadbutton.h"
 #include "buttontestsupport.h"
@@ -190,36 +191,53 @@ private Q_SLOTS:
         QCOMPARE(b.wordLibId(), -1);
     }
 
+    // The body each key shows in its states; the bit button's caption follows its monitor bit.
+    // steps: "checkable", "checked", "focus", "disabled", "bit N" (the monitor bit delivered).
     void looks_data()
     {
-        QTest::addColumn<bool>("enabled"); QTest::addColumn<bool>("checkable"); QTest::addColumn<bool>("checked");
-        QTest::addColumn<bool>("focused"); QTest::addColumn<QColor>("body");
+        QTest::addColumn<QString>("className"); QTest::addColumn<QStringList>("steps");
+        QTest::addColumn<QColor>("body"); QTest::addColumn<QString>("caption"); // empty: not checked
         const QColor normal(240, 240, 240), pushed(192, 192, 192), hot(128, 217, 234), disabled(208, 208, 208);
-        QTest::newRow("normal") << true << false << false << false << normal;
-        QTest::newRow("checked") << true << true << true << false << pushed;
-        QTest::newRow("focused") << true << false << false << true << hot;
-        QTest::newRow("focused, checkable") << true << true << false << true << hot;
-        QTest::newRow("focused and checked: pushed, not checked-hot") << true << true << true << true << pushed;
-        QTest::newRow("disabled") << false << false << false << false << disabled;
+        const QString keypad = QStringLiteral("KeypadButton");
+        QTest::newRow("normal") << keypad << QStringList() << normal << "";
+        QTest::newRow("checked") << keypad << QStringList{"checkable", "checked"} << pushed << "";
+        QTest::newRow("focused") << keypad << QStringList{"focus"} << hot << "";
+        QTest::newRow("focused, checkable") << keypad << QStringList{"checkable", "focus"} << hot << "";
+        QTest::newRow("focused and checked: pushed, not checked-hot") << keypad << QStringList{"checkable", "checked", "focus"}
+                                                                      << pushed << "";
+        QTest::newRow("disabled") << keypad << QStringList{"disabled"} << disabled << "";
+        QTest::newRow("BitButton off") << "BitButton" << QStringList{"bit 0"} << normal << "OFF";
+        QTest::newRow("BitButton monitor bit 1") << "BitButton" << QStringList{"bit 0", "bit 1"} << pushed << "ON";
     }
 
     void looks()
     {
-        QFETCH(bool, enabled); QFETCH(bool, checkable); QFETCH(bool, checked); QFETCH(bool, focused);
-        QFETCH(QColor, body);
-        QWidget window;
-        auto *b = new KeypadButton(&window);
+        QFETCH(QString, className); QFETCH(QStringList, steps); QFETCH(QColor, body); QFETCH(QString, caption);
+        RecordingQeltApp app;
+        QDialog form;
+        form.setProperty("QeltApp", norvo_v0::QeltApp::toVariant(&app));
+        QWidget *b = WidgetFactory::create(className, &form);
         b->setGeometry(0, 0, 100, 30);
+        const bool focused = steps.contains("focus");
         b->setFocusPolicy(focused ? Qt::StrongFocus : Qt::NoFocus);
-        b->setCheckable(checkable);
-        b->setChecked(checked);
-        b->setEnabled(enabled);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        b->setProperty("checkable", steps.contains("checkable"));
+        b->setProperty("checked", steps.contains("checked"));
+        b->setEnabled(!steps.contains("disabled"));
+        form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        for (const QString &step : std::as_const(steps)) {
+            if (step.startsWith("bit"))
+                QCOMPARE(app.deliver(b, 0, step.section(' ', 1).toInt()), 1);
+        }
         if (focused)
             b->setFocus();
         QTRY_COMPARE(b->hasFocus(), focused);
-        QCOMPARE(b->grab().toImage().pixelColor(50, 6), body);
+        if (!caption.isEmpty())
+            QCOMPARE(b->property("text").toString(), caption);
+        // Inside the body, clear of the bevel (2 px from the edge) and of a centred caption.
+        const QImage image = b->grab().toImage();
+        for (const QPoint &p : {QPoint(12, 8), QPoint(12, 22), QPoint(88, 15)})
+            QCOMPARE(image.pixelColor(p), body);
     }
 };
 
