@@ -383,17 +383,13 @@ private Q_SLOTS:
     // A form sets the row count before the column count; widening keeps what the table holds.
     void widening()
     {
-        for (const bool withItem : {false, true}) {
-            TableWidget t;
-            t.setRowCount(1000);
-            if (withItem)
-                t.setItem(500, 1, new QTableWidgetItem(QStringLiteral("kept")));
-            t.setRowHeight(7, 50);
-            QVERIFY(t.setProperty("columnCount", 8));
-            QCOMPARE((QList<int>{t.rowCount(), t.columnCount()}), (QList<int>{1000, 8}));
-            if (withItem)
-                QCOMPARE(t.item(500, 1)->text() + QString::number(t.rowHeight(7)), QStringLiteral("kept50"));
-        }
+        TableWidget t;
+        t.setRowCount(1000);
+        t.setItem(500, 1, new QTableWidgetItem(QStringLiteral("kept")));
+        t.setRowHeight(7, 50);
+        QVERIFY(t.setProperty("columnCount", 8));
+        QCOMPARE((QList<int>{t.rowCount(), t.columnCount()}), (QList<int>{1000, 8}));
+        QCOMPARE(t.item(500, 1)->text() + QString::number(t.rowHeight(7)), QStringLiteral("kept50"));
     }
 
     // A bit cell whose address the controller moves: the received value less field 10 is its address.
