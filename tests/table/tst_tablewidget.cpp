@@ -385,6 +385,8 @@ private Q_SLOTS:
     {
         TableWidget t;
         t.setRowCount(1000);
+        QVERIFY(t.setProperty("columnCount", 4)); // before any item, and after one
+        QCOMPARE(t.rowCount(), 1000);
         t.setItem(500, 1, new QTableWidgetItem(QStringLiteral("kept")));
         t.setRowHeight(7, 50);
         QVERIFY(t.setProperty("columnCount", 8));
