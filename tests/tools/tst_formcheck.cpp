@@ -141,32 +141,6 @@ private Q_SLOTS:
         QVERIFY2(atLine.join(QStringLiteral(" | ")).contains(fragment), qPrintable(QStringLiteral("line %1: %2").arg(line).arg(atLine.join(QStringLiteral(" | ")))));
     }
 
-    void notAForm_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("problem");
-        QTest::newRow("empty") << QByteArray() << "line 1";
-        QTest::newRow("not xml") << QByteArray("\x89PNG\r\n\x1a\n\0\0garbage", 18) << "line 1";
-        QTest::newRow("not a ui") << QByteArray("<html><body/></html>") << "not a form (<html> instead of <ui>)";
-        QTest::newRow("no widget") << QByteArray("<ui version=\"4.0\"><class>X</class></ui>") << "holds no widget";
-        QTest::newRow("unclosed") << readFile(QStringLiteral(HMI_FORMCHECK_DIR "/broken.ui")) << "line 6";
-        QTest::newRow("deeply nested") << QByteArray("<ui>") + QByteArray("<widget class=\"QWidget\">").repeated(100000)
-                                       << "line 1";
-    }
-
-    void notAForm()
-    {
-        QFETCH(QByteArray, content);
-        QFETCH(QString, problem);
-        QBuffer buffer(&content);
-        buffer.open(QIODevice::ReadOnly);
-        FormChecker checker({4, {}});
-        QList<FormFinding> findings;
-        QVERIFY(!checker.check(&buffer, &findings));
-        QVERIFY2(checker.problem().contains(problem), qPrintable(checker.problem()));
-        QVERIFY(findings.isEmpty());
-    }
-
     void wordLibraryFile_data()
     {
         QTest::addColumn<QByteArray>("content");
@@ -225,7 +199,13 @@ private Q_SLOTS:
         run("word library beside the form", check, mistakes, 1, wordFinding.arg(78), wordFinding.arg(77), {}, {{"words.tsv", "77\tSpindle\n"}});
         run("named word library wins", check + QStringList{QStringLiteral("--words"), QStringLiteral("library.tsv")}, mistakes, 1,
             wordFinding.arg(77), wordFinding.arg(78), {}, {{"words.tsv", "77\tSpindle\n"}, {"library.tsv", "78\tSpindle\n"}});
-        run("not a form", {QStringLiteral("--check"), QStringLiteral(HMI_FORMCHECK_DIR "/broken.ui")}, {}, 2, "not a form");
+        // Not forms at all: nothing checked, and where reading stopped.
+        run("empty", check, {}, 2, "form.ui: not a form: line 1");
+        run("not XML", check, QByteArray("\x89PNG\r\n\x1a\n\0\0garbage", 18), 2, "form.ui: not a form: line 1");
+        run("not a ui", check, "<html><body/></html>", 2, "not a form (<html> instead of <ui>)");
+        run("no widget", check, "<ui version=\"4.0\"><class>X</class></ui>", 2, "holds no widget");
+        run("unclosed", check, readFile(QStringLiteral(HMI_FORMCHECK_DIR "/broken.ui")), 2, "form.ui: not a form: line 6");
+        run("deeply nested, unclosed", check, "<ui>" + QByteArray("<widget class=\"QWidget\">").repeated(100000), 2, "form.ui: not a form: line 1");
         run("missing file", {QStringLiteral("--check"), QStringLiteral("no-such-form.ui")}, {}, 2, "cannot be read");
         run("a folder", {QStringLiteral("--check"), QStringLiteral(".")}, {}, 2, "not a regular file");
         run("help", {QStringLiteral("--help")}, {}, 0, "--screenshot <FILE>");
