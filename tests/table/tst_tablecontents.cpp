@@ -122,7 +122,8 @@ private Q_SLOTS:
         QCOMPARE(TableContents::encode(2, 2, {{&feed, nullptr}, {&flags, &x}}), b.framed());
     }
 
-    // Rows in any order; each row's start is remembered once read past.
+    // Rows in any order; each row's start is remembered once read past. Rows without columns hold
+    // nothing: any of them reads at once as empty.
     void lazyRows()
     {
         TableContents contents;
@@ -137,14 +138,7 @@ private Q_SLOTS:
         QCOMPARE(describe(cells), (QStringList{"0=r500c0", "0=r500c1"}));
         QVERIFY(contents.readRow(501, 3, &cells));
         QCOMPARE(describe(cells).first(), QStringLiteral("0=r501c0"));
-    }
-
-    // Rows without columns hold nothing: any of them reads at once as empty.
-    void rowsWithoutColumns()
-    {
-        TableContents contents;
         QVERIFY(contents.load(Bytes().i32(TableContents::MaxRows).i32(0).framed()));
-        QList<TableContents::Roles> cells{{}};
         QVERIFY(contents.readRow(TableContents::MaxRows - 1, 8, &cells) && cells.isEmpty());
         QVERIFY(!contents.readRow(TableContents::MaxRows, 8, &cells));
     }
