@@ -1,5 +1,4 @@
 #include "designercore.h"
-#include "formloader.h"
 
 #include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
 #include <QtDesigner/QDesignerComponents>
@@ -15,13 +14,10 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QBuffer>
 #include <QClipboard>
 #include <QDialog>
 #include <QMainWindow>
 #include <QMimeData>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QUndoStack>
@@ -183,30 +179,4 @@ void DesignerCore::paste(QDesignerFormWindowInterface *form, QWidget *target, co
     form->clearSelection();
     form->selectWidget(target, true);
     QMetaObject::invokeMethod(form, "paste");
-}
-
-std::unique_ptr<QWidget> DesignerCore::loadAtRunTime(const QString &uiDocument, bool show)
-{
-    FormLoader loader;
-    QBuffer buffer;
-    buffer.setData(uiDocument.toUtf8());
-    buffer.open(QIODevice::ReadOnly);
-    std::unique_ptr<QWidget> root(loader.load(&buffer));
-    if (root && show)
-        root->show();
-    return root;
-}
-
-QString DesignerCore::uicCode(const QString &uiDocument)
-{
-    QTemporaryDir dir;
-    QFile file(dir.filePath(QStringLiteral("form.ui")));
-    if (!file.open(QIODevice::WriteOnly))
-        return QString();
-    file.write(uiDocument.toUtf8());
-    file.close();
-    QProcess uic;
-    uic.start(QStringLiteral(HMI_UIC), {file.fileName()});
-    uic.waitForFinished();
-    return QString::fromUtf8(uic.readAllStandardOutput());
 }

@@ -5,7 +5,6 @@
 #include <QWidget>
 
 #include <functional>
-#include <memory>
 
 class QDesignerCustomWidgetInterface;
 class QDialog;
@@ -54,9 +53,6 @@ public:
 
     // Pastes the <widget> element onto target (a page, cell, panel or the form), as a drop does.
     static void paste(QDesignerFormWindowInterface *form, QWidget *target, const QString &widgetElement);
-    // A saved form as the panel loads it (and shows it), and as uic code.
-    static std::unique_ptr<QWidget> loadAtRunTime(const QString &uiDocument, bool show = true);
-    static QString uicCode(const QString &uiDocument);
 
 private:
     DesignerCore();

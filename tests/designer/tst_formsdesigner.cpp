@@ -129,35 +129,18 @@ void resizeOnce(QWidget *bar)
 const QString SavedKey = QStringLiteral("<widget class=\"FunctionButton\" name=\"(\\w+)\">.*?<string>(.*?)</string>.*?<string>(.*?)"
                                         "</string>.*?<number>(\\d+)</number>.*?<number>(\\d+)</number>");
 
-QStringList captions(const QList<FunctionButton *> &keys, bool withShortcuts)
+QStringList captions(const QList<FunctionButton *> &keys)
 {
     QStringList out;
     for (FunctionButton *b : keys)
-        out << (withShortcuts ? b->text() + QLatin1Char('/') + b->shortcut().toString() : b->text());
+        out << b->text();
     return out;
 }
 
 
-struct Entry
-{
-    QString name, group, objectName, header;
-    QSize size;
-    QStringList multiline; // string properties Designer edits with its multi-line editor
-};
-
 // The collection in its order; the panel is Designer's page of the MDI area, never offered.
-const QList<Entry> Collection{
-    {"FunctionButton", "Buttons", "functionButton", "functionbutton.h", {100, 30}, {"text"}},
-    {"PictureButton", "Buttons", "pictureButton", "PictureButton.h", {100, 30}, {"text"}},
-    {"DynamicImage", "Display Widgets", "dynamicImage", "dynamicimage.h", {60, 60}, {}},
-    {"TableWidget", "Item Widgets", "tableWidget", "tablewidget.h", {320, 200}, {}},
-    {"BitButton", "Buttons", "bitButton", "bitbutton.h", {100, 30}, {"text", "onText", "offText"}},
-    {"GridSplitter", "Containers", "gridSplitter", "gridsplitter.h", {300, 300}, {}},
-    {"ButtonGroup", "Buttons", "buttonGroup", "buttongroup.h", {460, 60}, {}},
-    {"TabWidget", "Containers", "tabWidget", "tabwidget.h", {150, 150}, {}},
-    {"MdiArea", "Containers", "MdiArea", "mdiarea.h", {200, 200}, {}},
-    {"SubWindow", "[invisible]", "SubWindow", "subwindow.h", {100, 100}, {}},
-};
+const QStringList Collection{"FunctionButton", "PictureButton", "DynamicImage", "TableWidget", "BitButton",
+                             "GridSplitter", "ButtonGroup", "TabWidget", "MdiArea", "SubWindow"};
 
 QDesignerFormEditorInterface *core() { return DesignerCore::instance().core(); }
 
@@ -208,32 +191,26 @@ private Q_SLOTS:
         QCOMPARE(registry.count(), 1);
     }
 
+    // Each descriptor names a header of its class and initial XML of its class; the panel alone is a
+    // container, hidden and without icon. Initialising again registers no second task menu factory.
     void descriptorsInOrder()
     {
-        const QList<QDesignerCustomWidgetInterface *> found = DesignerCore::descriptors();
-        QCOMPARE(found.size(), Collection.size());
-        QCOMPARE(found.size(), WidgetPluginRegistry::instance().count());
-        for (int i = 0; i < Collection.size(); ++i) {
-            const Entry &e = Collection.at(i);
-            QDesignerCustomWidgetInterface *d = found.at(i);
-            QCOMPARE(d->name(), e.name);
-            QCOMPARE(d->group(), e.group);
-            QCOMPARE(d->includeFile(), e.header);
-            QCOMPARE(d->isContainer(), e.name == QLatin1String("SubWindow"));
-            QCOMPARE(d->icon().isNull(), e.name == QLatin1String("SubWindow"));
-            const QString element = widgetElement(d->domXml());
-            QVERIFY2(element.startsWith(QStringLiteral("<widget class=\"%1\" name=\"%2\">").arg(e.name, e.objectName)),
-                     qPrintable(element));
-            QVERIFY(element.contains(QStringLiteral("<width>%1</width>").arg(e.size.width())));
-            QVERIFY(element.contains(QStringLiteral("<height>%1</height>").arg(e.size.height())));
-            for (const QString &property : e.multiline)
-                QVERIFY(d->domXml().contains(
-                    QStringLiteral("<stringpropertyspecification name=\"%1\" type=\"multiline\"/>").arg(property)));
-            // Initialising again registers no second task menu factory.
-            const int factories = taskMenuFactories(e.name);
+        QStringList names;
+        for (QDesignerCustomWidgetInterface *d : DesignerCore::descriptors()) {
+            names << d->name();
+            const bool panel = d->name() == QLatin1String("SubWindow");
+            QCOMPARE(d->isContainer(), panel);
+            QCOMPARE(d->icon().isNull(), panel);
+            QCOMPARE(d->group() == QLatin1String("[invisible]"), panel);
+            QVERIFY2(QFile::exists(QStringLiteral(HMI_SOURCE_DIR "/%1/%2").arg(d->name(), d->includeFile())),
+                     qPrintable(d->includeFile()));
+            QVERIFY(widgetElement(d->domXml()).startsWith(QStringLiteral("<widget class=\"%1\"").arg(d->name())));
+            const int factories = taskMenuFactories(d->name());
             d->initialize(core());
-            QCOMPARE(taskMenuFactories(e.name), factories);
+            QCOMPARE(taskMenuFactories(d->name()), factories);
         }
+        QCOMPARE(names, Collection);
+        QCOMPARE(names.size(), WidgetPluginRegistry::instance().count());
     }
 
     // Every offered widget dropped on one shown form from its initial XML, with its own task menu;
@@ -242,21 +219,20 @@ private Q_SLOTS:
     {
         QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(DesignerCore::formDocument(QString()), true);
         int y = 10;
-        for (const Entry &e : Collection) {
-            if (e.group == QLatin1String("[invisible]"))
+        for (QDesignerCustomWidgetInterface *d : DesignerCore::descriptors()) {
+            if (d->isContainer())
                 continue;
-            QString element = widgetElement(DesignerCore::descriptor(e.name)->domXml());
+            QString element = widgetElement(d->domXml());
             element.replace(QLatin1String("<x>0</x>"), QStringLiteral("<x>%1</x>").arg(10 + (y / 600) * 500));
             element.replace(QLatin1String("<y>0</y>"), QStringLiteral("<y>%1</y>").arg(y % 600));
             DesignerCore::paste(form, form->mainContainer(), element);
-            y += e.size.height() + 10;
-            QWidget *placed = DesignerCore::formWidget(form, e.objectName);
-            QVERIFY2(placed && placed->metaObject()->className() == e.name && form->isManaged(placed), qPrintable(e.name));
-            QCOMPARE(placed->size(), e.size);
+            QWidget *placed = DesignerCore::formWidget(form, found(element, QStringLiteral("^<widget class=\"\\w+\" name=\"(\\w+)\"")).value(0));
+            QVERIFY2(placed && placed->metaObject()->className() == d->name() && form->isManaged(placed), qPrintable(d->name()));
+            y += placed->height() + 10;
             auto *menu = qt_extension<QDesignerTaskMenuExtension *>(core()->extensionManager(), placed);
-            if (e.name == QLatin1String("TableWidget"))
+            if (d->name() == QLatin1String("TableWidget"))
                 continue; // Designer's own table menu comes first; ours is checked with the table
-            QVERIFY2(menu && dynamic_cast<QObject *>(menu)->inherits(qPrintable(e.name + "TaskMenu")), qPrintable(e.name));
+            QVERIFY2(menu && dynamic_cast<QObject *>(menu)->inherits(qPrintable(d->name() + "TaskMenu")), qPrintable(d->name()));
             QCOMPARE(menu->preferredEditAction()->text(), QStringLiteral("Edit Properties..."));
             QCOMPARE(menu->taskActions(), QList<QAction *>{menu->preferredEditAction()});
         }
@@ -270,18 +246,15 @@ private Q_SLOTS:
         QCOMPARE(second, first);
     }
 
-
     // A button dropped on a cell or a page is saved nested under it and comes back there everywhere.
     void dropsSurviveSaveAndReload_data()
     {
         QTest::addColumn<QString>("form");
         QTest::addColumn<QString>("target");
         QTest::addColumn<QStringList>("tags");
-        QTest::addColumn<QString>("uic");
-        QTest::newRow("grid cell") << Grid << "cell0002" << SixCells << "cell\\d{4} = new QWidget\\(gridSplitter\\)";
+        QTest::newRow("grid cell") << Grid << "cell0002" << SixCells;
         // A second tab widget has pages of the same tags, under other object names.
-        QTest::newRow("tab page") << Tabs + element("TabWidget", "otherTabs") << "tab_2" << ThreeTabs
-                                  << "tab_\\d+ = new QWidget\\(tabWidget\\)";
+        QTest::newRow("tab page") << Tabs + element("TabWidget", "otherTabs") << "tab_2" << ThreeTabs;
     }
     void dropsSurviveSaveAndReload()
     {
@@ -308,17 +281,6 @@ private Q_SLOTS:
         QCOMPARE(DesignerCore::formWidget(again, QStringLiteral("dropped"))->parentWidget()->statusTip(), target);
         QCOMPARE(reopened->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly).size(),
                  container->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly).size());
-
-        std::unique_ptr<QWidget> root = DesignerCore::loadAtRunTime(saved);
-        QVERIFY(root);
-        QWidget *loaded = root->findChild<QWidget *>(container->objectName());
-        QCOMPARE(root->findChild<QPushButton *>(QStringLiteral("dropped"))->parentWidget(), child(loaded, target));
-        QCOMPARE(loaded->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly).size(),
-                 container->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly).size());
-        const QString code = DesignerCore::uicCode(saved);
-        QFETCH(QString, uic);
-        QCOMPARE(code.count(QRegularExpression(uic)), tags.size());
-        QVERIFY2(code.contains(QLatin1String("dropped = new QPushButton(")), qPrintable(code));
     }
 
     // Edits of a container in Designer, each one undo step: the last saved with the given tags and
@@ -462,14 +424,6 @@ private Q_SLOTS:
         QCOMPARE(managedTags(again, reopened), two);
         QCOMPARE(reopened->activeSubWindow(), QStringLiteral("subWindow_2"));
         QCOMPARE(reopened->subWindow(QStringLiteral("subWindow_2"))->geometry(), moved);
-        std::unique_ptr<QWidget> root = DesignerCore::loadAtRunTime(saved);
-        auto *loaded = root->findChild<MdiArea *>(QStringLiteral("panelArea"));
-        QCOMPARE(loaded->getSubwindows(), two);
-        QCOMPARE(loaded->activeSubWindow(), QStringLiteral("subWindow_2"));
-        QCOMPARE(root->findChild<QPushButton *>(QStringLiteral("onSecond"))->parentWidget(), loaded->subWindow("subWindow_2"));
-        const QString code = DesignerCore::uicCode(saved);
-        QCOMPARE(code.count(QLatin1String("= new SubWindow(panelArea)")), 2);
-        QVERIFY(code.contains(QLatin1String("new QPushButton(subWindow_1)")));
     }
 
     // The tab editor's own fields: the tab clicked in the preview is the one edited; Ok commits all.
@@ -531,7 +485,6 @@ private Q_SLOTS:
         QCOMPARE(form->contents().count(QStringLiteral("class=\"FunctionButton\"")), 10);
         form->commandHistory()->redo();
         form->cursor()->setWidgetProperty(bar, QStringLiteral("groupCount"), 2);
-        const QStringList before = captions(bar->shownButtons(), true);
         const QString saved = form->contents();
         QCOMPARE(found(saved, SavedKey).size(), saved.count(QStringLiteral("class=\"FunctionButton\"")));
 
@@ -541,15 +494,10 @@ private Q_SLOTS:
         const int children = int(again->findChildren<FunctionButton *>().size());
         resizeOnce(again);
         QCOMPARE(again->findChildren<FunctionButton *>().size(), children);
-        QCOMPARE(captions(again->shownButtons(), false), captions(bar->shownButtons(), false));
+        QCOMPARE(captions(again->shownButtons()), captions(bar->shownButtons()));
         QVERIFY(!bar->buttonsOfGroup(2).isEmpty());
         QCOMPARE(again->buttonsOfGroup(2).size(), bar->buttonsOfGroup(2).size()); // the hidden group is kept
         QCOMPARE(found(reopened->contents(), SavedKey), found(saved, SavedKey));
-        std::unique_ptr<QWidget> root = DesignerCore::loadAtRunTime(saved);
-        auto *runtimeBar = root->findChild<ButtonGroup *>(QStringLiteral("buttonGroup"));
-        QVERIFY(QTest::qWaitForWindowExposed(root.get()));
-        QCOMPARE(runtimeBar->findChildren<FunctionButton *>().size(), children);
-        QCOMPARE(captions(runtimeBar->shownButtons(), true), before);
     }
 
     // A focus policy given to the bar in the property editor goes to every key and is saved with them
