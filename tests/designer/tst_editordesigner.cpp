@@ -613,8 +613,9 @@ private Q_SLOTS:
         QList<QList<TextData>> edited;
         QVERIFY(DesignerCore::runEditor(button, [&](QDialog *dialog) {
             for (int i = 0; i < captions.size(); ++i) {
-                if (auto *state = dialog->findChild<QRadioButton *>(captions.at(i).left(captions.at(i).size() - 4)
-                                                                    + QStringLiteral("EditedRadioButton")))
+                // The bit button's state chosen first: "onEditedRadioButton", "offEditedRadioButton".
+                const QString stateButton = captions.at(i).chopped(4) + QStringLiteral("EditedRadioButton");
+                if (auto *state = dialog->findChild<QRadioButton *>(stateButton))
                     state->click();
                 previewCaptions << qobject_cast<PropertyDialog *>(dialog)->preview()->property(qPrintable(captions.at(i))).toString();
                 loaded << textEditor(dialog)->getTextDataList().first().texts;

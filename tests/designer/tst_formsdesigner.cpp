@@ -109,6 +109,15 @@ QStringList savedTags(const QString &contents)
     return found(contents, QStringLiteral("name=\"statusTip\">\\s*<string>(cell\\d{4}|tab_\\d+)</string>"));
 }
 
+// A form whose saved text holds exactly the widgets it manages.
+bool savesWhatItManages(QDesignerFormWindowInterface *form)
+{
+    int managed = 1; // the form itself
+    for (QWidget *w : form->mainContainer()->findChildren<QWidget *>())
+        managed += form->isManaged(w);
+    return form->contents().count(QLatin1String("<widget ")) == managed;
+}
+
 QWidget *child(QWidget *container, const QString &tag)
 {
     for (QWidget *w : container->findChildren<QWidget *>()) {
@@ -340,6 +349,7 @@ private Q_SLOTS:
         for (const Edit &edit : edits) {
             edit(designed, container);
             QVERIFY(designed->contents() != forms.last());
+            QVERIFY(savesWhatItManages(designed));
             forms << designed->contents();
         }
         QUndoStack *history = designed->commandHistory();
@@ -352,6 +362,7 @@ private Q_SLOTS:
         for (int i = int(edits.size()) - 1; i >= 0; --i) {
             history->undo();
             QCOMPARE(designed->contents(), forms.at(i));
+            QVERIFY(savesWhatItManages(designed));
         }
         history->setIndex(history->count());
         QCOMPARE(designed->contents(), forms.last());
