@@ -148,9 +148,11 @@ QDesignerCustomWidgetInterface *DesignerCore::descriptor(const QString &name)
     return nullptr;
 }
 
-bool DesignerCore::runEditor(QWidget *widget, const std::function<void(QDialog *)> &step)
+bool DesignerCore::runEditor(QWidget *widget, const std::function<void(QDialog *)> &step, const char *menuId)
 {
-    auto *menu = qt_extension<QDesignerTaskMenuExtension *>(instance().core()->extensionManager(), widget);
+    QExtensionManager *extensions = instance().core()->extensionManager();
+    auto *menu = menuId ? qobject_cast<QDesignerTaskMenuExtension *>(extensions->extension(widget, QLatin1String(menuId)))
+                        : qt_extension<QDesignerTaskMenuExtension *>(extensions, widget);
     if (!menu || !menu->preferredEditAction())
         return false;
     bool opened = false;

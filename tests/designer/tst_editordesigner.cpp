@@ -151,13 +151,7 @@ QStringList describe(const QTableWidget *table)
 }
 
 // Designer's own table menu, which a QTableWidget subclass keeps; its preferred action is "Edit Items...".
-QAction *editItemsAction(QWidget *table)
-{
-    QObject *extension = DesignerCore::instance().core()->extensionManager()->extension(
-        table, QStringLiteral("QDesignerInternalTaskMenuExtension"));
-    auto *menu = qobject_cast<QDesignerTaskMenuExtension *>(extension);
-    return menu ? menu->preferredEditAction() : nullptr;
-}
+const char *const ItemsMenu = "QDesignerInternalTaskMenuExtension";
 
 
 void writePng(const QString &path, const QColor &color)
@@ -250,13 +244,10 @@ private Q_SLOTS:
         QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(DesignerCore::formDocument(element));
         TableWidget *table = shownTable(form);
         int columns = -1, rows = -1;
-        QTimer::singleShot(0, [&] {
-            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        QVERIFY(DesignerCore::runEditor(table, [&](QDialog *dialog) {
             columns = dialog->findChild<QWidget *>(QStringLiteral("columnEditor"))->findChild<QListWidget *>()->count();
             rows = dialog->findChild<QWidget *>(QStringLiteral("rowEditor"))->findChild<QListWidget *>()->count();
-            dialog->reject();
-        });
-        editItemsAction(table)->trigger();
+        }, ItemsMenu));
         QCOMPARE(columns, table->columnCount());
         QCOMPARE(rows, table->rowCount());
         const QString saved = form->contents();
@@ -276,17 +267,14 @@ private Q_SLOTS:
                                                 QStringLiteral("0|bit@1@0@30@5@0|%1|").arg(plain)}));
 
         // Designer's item editor shows the cells and commits an edit as one undoable change.
-        bool edited = false;
-        QTimer::singleShot(0, [&] {
-            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        QString shownFirst;
+        QVERIFY(DesignerCore::runEditor(table, [&](QDialog *dialog) {
             auto *grid = dialog->findChild<QTableWidget *>();
-            QCOMPARE(grid->item(0, 0)->text(), QStringLiteral("Feed"));
+            shownFirst = grid->item(0, 0)->text();
             grid->item(1, 0)->setText(QStringLiteral("Spindle"));
-            edited = true;
             dialog->accept();
-        });
-        editItemsAction(table)->trigger();
-        QVERIFY(edited);
+        }, ItemsMenu));
+        QCOMPARE(shownFirst, QStringLiteral("Feed"));
         QCoreApplication::processEvents();
         QCOMPARE(table->item(1, 0)->text(), QStringLiteral("Spindle"));
         QCOMPARE(table->item(1, 0)->whatsThis(), QStringLiteral("bit@1@0@30@5@0"));

@@ -5,7 +5,7 @@
 // (cells, pages, panels, soft keys) managed and saved with what is dropped on them, reopened in
 // Designer, by the panel's loader and as uic code; line drags, strip drags, tab moves, New and Delete
 // and count changes as undo steps; fewer children releasing theirs as an undo step. The designer host
-// is reached through these: no test of its own.
+// is reached through these; its selection and an unsaved form's folder are checked on their own.
 #include "advsplitter.h"
 #include "buttongroup.h"
 #include "designercore.h"
@@ -253,6 +253,23 @@ private Q_SLOTS:
             QVERIFY2(w->updatesEnabled(), qPrintable(w->objectName()));
         const QString second = again->contents();
         QCOMPARE(second, first);
+    }
+
+    // The host's selection reaches the form: two selected, one let go; the property editor shows the
+    // one left. An unsaved form's project folder is the current one.
+    void hostSelection()
+    {
+        QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(DesignerCore::formDocument(Bar + Tabs));
+        QWidget *bar = DesignerCore::formWidget(form, QStringLiteral("buttonGroup"));
+        QWidget *tabs = DesignerCore::formWidget(form, QStringLiteral("tabWidget"));
+        DesignerHost *host = DesignerHost::instance();
+        host->clearSelection(form);
+        host->selectWidget(form, bar, true);
+        host->selectWidget(form, tabs, true);
+        host->selectWidget(form, bar, false);
+        QCOMPARE((QList<bool>{host->isSelected(form, bar), host->isSelected(form, tabs)}), (QList<bool>{false, true}));
+        QTRY_COMPARE(host->propertyEditorObject(), static_cast<QObject *>(tabs));
+        QCOMPARE(host->projectPath(form), QDir::currentPath());
     }
 
     // A button dropped on a cell or a page is saved nested under it and comes back there everywhere.
