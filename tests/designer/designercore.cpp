@@ -1,5 +1,4 @@
 #include "designercore.h"
-#include "formloader.h"
 
 #include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
 #include <QtDesigner/QDesignerComponents>
@@ -15,13 +14,10 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QBuffer>
 #include <QClipboard>
 #include <QDialog>
 #include <QMainWindow>
 #include <QMimeData>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QUndoStack>
@@ -152,9 +148,11 @@ QDesignerCustomWidgetInterface *DesignerCore::descriptor(const QString &name)
     return nullptr;
 }
 
-bool DesignerCore::runEditor(QWidget *widget, const std::function<void(QDialog *)> &step)
+bool DesignerCore::runEditor(QWidget *widget, const std::function<void(QDialog *)> &step, const char *menuId)
 {
-    auto *menu = qt_extension<QDesignerTaskMenuExtension *>(instance().core()->extensionManager(), widget);
+    QExtensionManager *extensions = instance().core()->extensionManager();
+    auto *menu = menuId ? qobject_cast<QDesignerTaskMenuExtension *>(extensions->extension(widget, QLatin1String(menuId)))
+                        : qt_extension<QDesignerTaskMenuExtension *>(extensions, widget);
     if (!menu || !menu->preferredEditAction())
         return false;
     bool opened = false;
@@ -183,30 +181,4 @@ void DesignerCore::paste(QDesignerFormWindowInterface *form, QWidget *target, co
     form->clearSelection();
     form->selectWidget(target, true);
     QMetaObject::invokeMethod(form, "paste");
-}
-
-std::unique_ptr<QWidget> DesignerCore::loadAtRunTime(const QString &uiDocument, bool show)
-{
-    FormLoader loader;
-    QBuffer buffer;
-    buffer.setData(uiDocument.toUtf8());
-    buffer.open(QIODevice::ReadOnly);
-    std::unique_ptr<QWidget> root(loader.load(&buffer));
-    if (root && show)
-        root->show();
-    return root;
-}
-
-QString DesignerCore::uicCode(const QString &uiDocument)
-{
-    QTemporaryDir dir;
-    QFile file(dir.filePath(QStringLiteral("form.ui")));
-    if (!file.open(QIODevice::WriteOnly))
-        return QString();
-    file.write(uiDocument.toUtf8());
-    file.close();
-    QProcess uic;
-    uic.start(QStringLiteral(HMI_UIC), {file.fileName()});
-    uic.waitForFinished();
-    return QString::fromUtf8(uic.readAllStandardOutput());
 }

@@ -5,7 +5,6 @@
 #include <QWidget>
 
 #include <functional>
-#include <memory>
 
 class QDesignerCustomWidgetInterface;
 class QDialog;
@@ -49,14 +48,12 @@ public:
     static QList<QDesignerCustomWidgetInterface *> descriptors();
     static QDesignerCustomWidgetInterface *descriptor(const QString &name);
     // Opens the editor dialog of widget's preferred task-menu action and runs step on it while it is
-    // open; a dialog step leaves open is cancelled. False when no dialog opened.
-    static bool runEditor(QWidget *widget, const std::function<void(QDialog *)> &step);
+    // open; a dialog step leaves open is cancelled. False when no dialog opened. With menuId, the
+    // task menu of that extension id (Designer's own table menu: "QDesignerInternalTaskMenuExtension").
+    static bool runEditor(QWidget *widget, const std::function<void(QDialog *)> &step, const char *menuId = nullptr);
 
     // Pastes the <widget> element onto target (a page, cell, panel or the form), as a drop does.
     static void paste(QDesignerFormWindowInterface *form, QWidget *target, const QString &widgetElement);
-    // A saved form as the panel loads it (and shows it), and as uic code.
-    static std::unique_ptr<QWidget> loadAtRunTime(const QString &uiDocument, bool show = true);
-    static QString uicCode(const QString &uiDocument);
 
 private:
     DesignerCore();

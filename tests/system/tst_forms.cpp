@@ -35,6 +35,7 @@
 #include <QtTest>
 
 #include <climits>
+#include <functional>
 #include <memory>
 
 namespace {
@@ -73,6 +74,116 @@ void compiledOrLoaded()
     QTest::newRow("loaded") << false;
 }
 
+
+// Where a widget of a sample lies: the tag of the page or cell holding it.
+QString holder(QWidget *form, const char *name)
+{
+    for (QWidget *w = form->findChild<QWidget *>(QLatin1String(name)); w; w = w->parentWidget()) {
+        if (w->objectName() != QLatin1String(name) && !w->statusTip().isEmpty())
+            return w->statusTip();
+    }
+    return QStringLiteral("nowhere");
+}
+
+template <class T = QWidget>
+T *in(QWidget *form, const char *name)
+{
+    return form->findChild<T *>(QLatin1String(name));
+}
+
+// A sample running on a recording application, and what a look at it finds.
+struct Sample
+{
+    const char *form;
+    QStringList expected;
+    std::function<QStringList(QWidget *, RecordingQeltApp &, FormSession &)> look;
+};
+
+const QList<Sample> &sampleLooks()
+{
+    static const QList<Sample> list{
+        // The bar reuses its three saved groups; the keypad of picture keys types into the focused field.
+        {"softkeys", {"24", "8 8 8", "F1", "Info", "12.5"}, [](QWidget *form, RecordingQeltApp &, FormSession &) {
+             auto *bar = in<ButtonGroup>(form, "softKeyBar");
+             QStringList seen{QString::number(bar->isBuilt() ? bar->findChildren<FunctionButton *>().size() : -1)};
+             seen << QStringLiteral("%1 %2 %3").arg(bar->buttonsOfGroup(1).size()).arg(bar->buttonsOfGroup(2).size())
+                         .arg(bar->buttonsOfGroup(3).size());
+             seen << bar->shownButtons().at(1)->shortcut().toString();
+             bar->setCurrentGroup(3);
+             seen << bar->shownButtons().at(6)->text();
+             auto *field = in<QLineEdit>(form, "feedInput");
+             field->clear();
+             field->setFocus();
+             for (const char *key : {"key1", "key2", "keyPoint", "key5", "keyBackspace", "key5"})
+                 QTest::mouseClick(in<PictureButton>(form, key), Qt::LeftButton, {}, QPoint(10, 10));
+             return seen << field->text();
+         }},
+        // 2,000 rows whose items are made only near the screen, values in their radix and decimals, the
+        // form's input line as the table's, and the second language on request.
+        {"parameters", {"2000", "few made", "0000002E", "0.280", "5", "inputLine", "Eilganggeschwindigkeit X", "Wert"},
+         [](QWidget *form, RecordingQeltApp &, FormSession &session) {
+             auto *table = in<TableWidget>(form, "parameterTable");
+             QStringList seen{QString::number(table->rowCount()), table->loadedRowCount() < 200 ? "few made" : "all made",
+                              table->item(1, 2)->text(), table->item(4, 2)->text(), QString::number(table->columnSpan(0, 0)),
+                              table->softKeypad() && table->inputWidget() ? table->inputWidget()->objectName() : QString()};
+             session.setLanguage(1);
+             return seen << table->item(1, 1)->text() << table->horizontalHeaderItem(2)->text();
+         }},
+        // A table shown as the sample NC program, one as a monitor of 128 input bits.
+        {"program", {"a row a line", "21", "0003", "8", "bits monitored"}, [](QWidget *form, RecordingQeltApp &app, FormSession &) {
+             auto *program = in<TableWidget>(form, "programView");
+             auto *monitor = in<TableWidget>(form, "inputMonitor");
+             QFile file(QStringLiteral("program.nc"));
+             const int lines = file.open(QIODevice::ReadOnly) ? int(file.readAll().count('\n')) : -1;
+             int monitored = 0;
+             for (const UiRegistration &r : app.registrations())
+                 monitored += r.widget == monitor && r.bitType == 0;
+             return QStringList{program->rowCount() == lines ? "a row a line" : "rows " + QString::number(program->rowCount()),
+                                program->item(3, 1)->text(), program->verticalHeaderItem(3)->text(),
+                                QString::number(monitor->rowCount()), monitored >= 16 ? "bits monitored" : "bits not monitored"};
+         }},
+        // Pages holding buttons and a table; mode tabs that a controller word makes present.
+        {"tabs", {"3", "tab_1", "tab_2", "0", "1", "3", "Referenz"}, [](QWidget *form, RecordingQeltApp &app, FormSession &session) {
+             auto *operation = in<TabWidget>(form, "operationTabs");
+             auto *modes = in<TabWidget>(form, "modeTabs");
+             QStringList seen{QString::number(operation->tabBar()->count()), holder(form, "spindleKey"),
+                              holder(form, "pageTable"), QString::number(modes->tabBar()->count())};
+             seen << QString::number(app.deliver(modes, 0, 0b1011)) << QString::number(modes->tabBar()->count());
+             session.setLanguage(1);
+             return seen << modes->tabBar()->tabText(2);
+         }},
+        // The machine state picked by register word 100 from pictures next to the form, animated when running.
+        {"pictures", {"2", "drawn", "1", "playing"}, [](QWidget *form, RecordingQeltApp &app, FormSession &) {
+             auto *state = in<DynamicImage>(form, "machineState");
+             QStringList seen{QString::number(state->index()), state->currentPixmap().isNull() ? "blank" : "drawn",
+                              QString::number(app.deliver(state, 0, 1))};
+             return seen << (state->isPlaying() ? "playing" : "still");
+         }},
+        // A 2 x 2 grid whose lower right cell holds an MDI area; the keys F1 ... F3 switch its panels, one
+        // shown at a time; the keys on the panels are bound like any other.
+        {"screens", {"cell0101", "cell0000", "bound", "subWindow_1", "subWindow_2", "subWindow_3", "subWindow_1"},
+         [](QWidget *form, RecordingQeltApp &app, FormSession &) {
+             auto *area = in<MdiArea>(form, "panelArea");
+             const auto shownPanels = [area] {
+                 QStringList names;
+                 for (const QString &name : area->getSubwindows()) {
+                     if (area->subWindow(name)->isVisible())
+                         names << name;
+                 }
+                 return names.join(QLatin1Char(' ')) + (names == QStringList{area->activeSubWindow()} ? "" : " inactive");
+             };
+             QStringList seen{holder(form, "panelArea"), holder(form, "spindleKey"),
+                              app.callNames().count(QStringLiteral("registerUIVariable")) >= 7 ? "bound" : "unbound", shownPanels()};
+             for (const char *key : {"functionButton0102", "functionButton0103", "functionButton0101"}) {
+                 QTest::mouseClick(in(form, key), Qt::LeftButton);
+                 seen << shownPanels();
+             }
+             return seen;
+         }},
+    };
+    return list;
+}
+
 } // namespace
 
 class TestForms : public QObject
@@ -84,20 +195,10 @@ private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
     void stdsetAsDesignerWrites_data();
     void stdsetAsDesignerWrites();
-    void softKeyForm_data() { compiledOrLoaded(); }
-    void softKeyForm();
     void formsThatCannotRunWhole_data();
     void formsThatCannotRunWhole();
-    void parameterForm_data() { compiledOrLoaded(); }
-    void parameterForm();
-    void programForm_data() { compiledOrLoaded(); }
-    void programForm();
-    void tabForm_data() { compiledOrLoaded(); }
-    void tabForm();
-    void pictureForm_data() { compiledOrLoaded(); }
-    void pictureForm();
-    void screensForm_data() { compiledOrLoaded(); }
-    void screensForm();
+    void samples_data();
+    void samples();
     void operatorScreen_data() { compiledOrLoaded(); }
     void operatorScreen();
     void unknownEnumValuesRefused_data();
@@ -146,31 +247,6 @@ void TestForms::stdsetAsDesignerWrites()
     QVERIFY(checked > 0);
 }
 
-// The soft-key sample: the bar reuses its three saved groups, and the keypad of picture keys types
-// into the field that has the focus.
-void TestForms::softKeyForm()
-{
-    const std::unique_ptr<QWidget> root = sample(QStringLiteral("softkeys"));
-    QVERIFY(root);
-    root->show();
-    QVERIFY(QTest::qWaitForWindowActive(root.get()));
-    auto *bar = root->findChild<ButtonGroup *>(QStringLiteral("softKeyBar"));
-    QVERIFY(bar && bar->isBuilt());
-    QCOMPARE(bar->findChildren<FunctionButton *>().size(), 24);
-    for (int g = 1; g <= 3; ++g)
-        QCOMPARE(bar->buttonsOfGroup(g).size(), 8);
-    QCOMPARE(bar->shownButtons().at(1)->shortcut().toString(), QStringLiteral("F1"));
-    bar->setCurrentGroup(3);
-    QCOMPARE(bar->shownButtons().at(6)->text(), QStringLiteral("Info"));
-
-    auto *field = root->findChild<QLineEdit *>(QStringLiteral("feedInput"));
-    field->clear();
-    field->setFocus();
-    for (const char *key : {"key1", "key2", "keyPoint", "key5", "keyBackspace", "key5"})
-        QTest::mouseClick(root->findChild<PictureButton *>(QLatin1String(key)), Qt::LeftButton, {}, QPoint(10, 10));
-    QCOMPARE(field->text(), QStringLiteral("12.5"));
-}
-
 void TestForms::formsThatCannotRunWhole_data()
 {
     QTest::addColumn<QString>("file");
@@ -206,138 +282,36 @@ void TestForms::formsThatCannotRunWhole()
         QVERIFY(!qobject_cast<BitButton *>(r.widget.data()));
 }
 
-// The sample parameter list: 2,000 rows whose items are made only near the screen, the rows on screen
-// registered, values shown in their radix and decimals, and the second language on request.
-void TestForms::parameterForm()
+void TestForms::samples_data()
 {
-    std::unique_ptr<QWidget> root = sample(QStringLiteral("parameters"));
-    QVERIFY(root);
-    auto *table = root->findChild<TableWidget *>(QStringLiteral("parameterTable"));
-    QCOMPARE(table->rowCount(), 2000);
-    QVERIFY(!table->item(0, 0));
+    QTest::addColumn<bool>("compiledByUic");
+    QTest::addColumn<int>("sample");
+    for (int i = 0; i < sampleLooks().size(); ++i) {
+        QTest::addRow("%s, uic", sampleLooks().at(i).form) << true << i;
+        QTest::addRow("%s, loaded", sampleLooks().at(i).form) << false << i;
+    }
+}
+
+// Each sample form compiled and loaded, running in a session and shown, as the panel runs it.
+void TestForms::samples()
+{
+    QFETCH(int, sample);
+    const Sample &look = sampleLooks().at(sample);
     NORVOInterface_Z3::initialization()->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Sans")});
+    std::unique_ptr<QWidget> root = ::sample(QString::fromLatin1(look.form));
+    QVERIFY(root);
     RecordingQeltApp app;
-    app.memory().setWord(0, 0, 0, 500, 0x1f);
+    app.memory().setWord(0, 0, 0, 500, 0x1f); // every parameter column
     app.memory().setWord(0, 0, 0, 1001, 0x2e);
     app.memory().setWord(0, 0, 0, 1004, 280);
+    app.memory().setWord(0, 0, 3, 100, 2); // the machine state
     FormSession session(root.release(), &app);
     session.start();
     QVERIFY(PanelTables::setUp(session.form(), QStringLiteral(HMI_FORMS_DIR)).isEmpty());
     session.form()->show();
-    QVERIFY(QTest::qWaitForWindowExposed(session.form()));
-    QVERIFY(table->loadedRowCount() < 200);
-    QCOMPARE(table->item(1, 2)->text(), QStringLiteral("0000002E"));
-    QCOMPARE(table->item(4, 2)->text(), QStringLiteral("0.280"));
-    QCOMPARE(table->columnSpan(0, 0), 5);
-    // The form's input line is the one the table types into.
-    QCOMPARE(table->inputWidget(), session.form()->findChild<QWidget *>(QStringLiteral("inputLine")));
-    QVERIFY(table->inputWidget() && table->softKeypad());
-    session.setLanguage(1);
-    QCOMPARE(table->item(1, 1)->text(), QStringLiteral("Eilganggeschwindigkeit X"));
-    QCOMPARE(table->horizontalHeaderItem(2)->text(), QStringLiteral("Wert"));
-}
-
-// The program screen: a table the panel shows as the sample NC program, one as a monitor of 128
-// input bits, both from the form's own properties.
-void TestForms::programForm()
-{
-    std::unique_ptr<QWidget> root = sample(QStringLiteral("program"));
-    QVERIFY(root);
-    auto *program = root->findChild<TableWidget *>(QStringLiteral("programView"));
-    auto *monitor = root->findChild<TableWidget *>(QStringLiteral("inputMonitor"));
-    RecordingQeltApp app;
-    FormSession session(root.release(), &app);
-    session.start();
-    session.form()->show();
-    QVERIFY(QTest::qWaitForWindowExposed(session.form()));
-    QVERIFY(PanelTables::setUp(session.form(), QStringLiteral(HMI_FORMS_DIR)).isEmpty());
-    QFile file(QStringLiteral("program.nc"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(program->rowCount(), int(file.readAll().count('\n')));
-    QCOMPARE(program->item(3, 1)->text(), QStringLiteral("21"));
-    QCOMPARE(program->verticalHeaderItem(3)->text(), QStringLiteral("0003"));
-    QCOMPARE(monitor->rowCount(), 8);
-    int monitored = 0;
-    for (const UiRegistration &r : app.registrations())
-        monitored += r.widget == monitor && r.bitType == 0;
-    QVERIFY(monitored >= 16);
-}
-
-// The tab sample: pages holding buttons and a parameter table, a service tab above authority 2, and
-// mode tabs that a controller word makes present.
-void TestForms::tabForm()
-{
-    std::unique_ptr<QWidget> root = sample(QStringLiteral("tabs"));
-    QVERIFY(root);
-    auto *operation = root->findChild<TabWidget *>(QStringLiteral("operationTabs"));
-    auto *modes = root->findChild<TabWidget *>(QStringLiteral("modeTabs"));
-    RecordingQeltApp app;
-    FormSession session(root.release(), &app);
-    session.start();
-    session.form()->show();
-    QVERIFY(QTest::qWaitForWindowExposed(session.form()));
-    QCOMPARE(operation->tabBar()->count(), 3);
-    QVERIFY(operation->findTab(QStringLiteral("tab_1"))->findChild<BitButton *>(QStringLiteral("spindleKey")));
-    QVERIFY(operation->findTab(QStringLiteral("tab_2"))->findChild<TableWidget *>(QStringLiteral("pageTable")));
-    // The mode tabs wait for the controller's word.
-    QCOMPARE(modes->tabBar()->count(), 0);
-    QCOMPARE(app.deliver(modes, 0, 0b1011), 1);
-    QCOMPARE(modes->tabBar()->count(), 3);
-    session.setLanguage(1);
-    QCOMPARE(modes->tabBar()->tabText(2), QStringLiteral("Referenz"));
-}
-
-// The picture sample: the machine state picked by register word 100 from pictures next to the
-// form, and a camera picture watching a folder.
-void TestForms::pictureForm()
-{
-    std::unique_ptr<QWidget> root = sample(QStringLiteral("pictures"));
-    QVERIFY(root);
-    auto *state = root->findChild<DynamicImage *>(QStringLiteral("machineState"));
-    QVERIFY(root->findChild<DynamicImage *>(QStringLiteral("cameraView"))->autoLoadImage());
-    RecordingQeltApp app;
-    app.memory().setWord(0, 0, 3, 100, 2);
-    FormSession session(root.release(), &app);
-    session.start();
-    QCOMPARE(state->index(), 2);
-    QVERIFY(!state->currentPixmap().isNull());
-    QCOMPARE(app.deliver(state, 0, 1), 1);
-    QVERIFY(state->isPlaying()); // the running state is animated
-}
-
-// The screen layout sample: a 2 x 2 grid whose lower right cell holds an MDI area; the soft keys
-// F1 ... F3 switch its panels, one shown at a time.
-void TestForms::screensForm()
-{
-    std::unique_ptr<QWidget> root = sample(QStringLiteral("screens"));
-    QVERIFY(root);
-    QWidget *form = root.get();
-    RecordingQeltApp app;
-    FormSession session(root.release(), &app);
-    session.start();
-    form->show();
-    QVERIFY(QTest::qWaitForWindowExposed(form));
-    auto *grid = form->findChild<GridSplitter *>(QStringLiteral("screenGrid"));
-    auto *area = form->findChild<MdiArea *>(QStringLiteral("panelArea"));
-    QCOMPARE(area->parentWidget(), grid->cell(1, 1));
-    QCOMPARE(form->findChild<QWidget *>(QStringLiteral("spindleKey"))->parentWidget(), grid->cell(0, 0));
-    // The keys on the panels are bound to the application like any other.
-    QVERIFY(app.callNames().count(QStringLiteral("registerUIVariable")) >= 7);
-    const auto shownPanels = [area] {
-        QStringList names;
-        for (const QString &name : area->getSubwindows()) {
-            if (area->subWindow(name)->isVisible())
-                names << name;
-        }
-        return names;
-    };
-    QCOMPARE(shownPanels(), QStringList{"subWindow_1"});
-    for (const char *key : {"functionButton0102", "functionButton0103", "functionButton0101"}) {
-        QTest::mouseClick(form->findChild<FunctionButton *>(QString::fromLatin1(key)), Qt::LeftButton);
-        const QString panel = QStringLiteral("subWindow_") + QLatin1Char(key[17]);
-        QCOMPARE(shownPanels(), QStringList{panel});
-        QCOMPARE(area->activeSubWindow(), panel);
-    }
+    session.form()->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(session.form()));
+    QCOMPARE(look.look(session.form(), app, session), look.expected);
 }
 
 // The operator screen on the simulated controller with the demo's machine: the machine runs, counts

@@ -160,22 +160,6 @@ private Q_SLOTS:
             QFAIL(qPrintable(QStringLiteral("%1: %2; see %3").arg(name, differs, diffs)));
         }
     }
-
-    // The comparison itself: within the tolerance a picture matches, past it the difference shows.
-    void comparison()
-    {
-        QImage reference(40, 30, QImage::Format_RGB32), diff;
-        reference.fill(QColor(100, 100, 100));
-        QImage far = reference;
-        far.setPixelColor(3, 3, QColor(116, 100, 100));
-        QCOMPARE(difference(far, reference, &diff), QString());
-        for (int x = 0; x < 3; ++x)
-            far.setPixelColor(x, 5, QColor(100, 100, 117));
-        QCOMPARE(difference(far, reference, &diff), QStringLiteral("3 of 1200 pixels differ"));
-        QCOMPARE(diff.pixelColor(2, 5), QColor(Qt::red));
-        QVERIFY(!difference(reference.scaled(20, 30), reference, &diff).isEmpty());
-        QVERIFY(!difference(reference, QImage(), &diff).isEmpty());
-    }
 };
 
 QTEST_MAIN(TestScreenshots)
