@@ -36,13 +36,6 @@ public:
     QHash<int, int> values;
 };
 
-// Registers a word (dataClass, bitType -1) or a bit (dataClass -1) of the first link for probe.
-void watch(QeltApp &app, QWidget *form, Probe *probe, int index, int dataClass, int bitType, int address, int bitIndex = 0,
-           int channel = 0)
-{
-    app.registerUIVariable(form, probe, probe, index, 0, channel, dataClass, address, bitType, bitIndex, 0, 0, 0, 0, 0, false);
-}
-
 ModbusMap mapOf(const QByteArray &json)
 {
     ModbusMap map;
@@ -61,20 +54,48 @@ const QByteArray EveryTable = R"({"entries": [
   {"dataClass": "Mcm", "first": 0, "last": 9, "unit": 1, "table": "holding", "start": 4990}
 ]})";
 
+// A controller on the map with a form and a probe; watch() registers a word (dataClass, bitType -1) or a
+// bit (dataClass -1) of the first link for the probe.
+struct Link
+{
+    explicit Link(int port) : controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), port) {}
+    void watch(int index, int dataClass, int bitType, int address, int bitIndex = 0, int channel = 0)
+    {
+        controller.registerUIVariable(&form, &probe, &probe, index, 0, channel, dataClass, address, bitType, bitIndex,
+                                      0, 0, 0, 0, 0, false);
+    }
+    bool marked() const { return controller.marks().isMarked(&probe); }
+    ModbusController controller;
+    QDialog form;
+    Probe probe{&form};
+};
+
+// A write through the controller: 'w' word (area = data class) or 'b' bit (area = bit type).
+struct Write
+{
+    char kind;
+    int area, address, bitIndex, value;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(Write)
 
 class TestModbus : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    void initTestCase() { QVERIFY(m_server.start()); }
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
     void mapErrors_data();
     void mapErrors();
     void mapFileMustBeRegular();
     void merging_data();
     void merging();
-    void readsEveryTable();
-    void writesReachTheDevice();
+    void reads_data();
+    void reads();
+    void writes_data();
+    void writes();
     void pollsMergedRequests();
     void bitButtonAndTableCell();
     void deviceRestarts();
@@ -83,6 +104,9 @@ private Q_SLOTS:
     void veilLooksTheSameOnEveryWidget();
     void panelCommand_data();
     void panelCommand();
+
+private:
+    ModbusTestServer m_server; // for the tests that need neither its log nor a restart
 };
 
 void TestModbus::mapErrors_data()
@@ -174,129 +198,145 @@ void TestModbus::merging()
         QCOMPARE(plan.at(places.at(i).request).start + places.at(i).offset, pieces.at(i).start);
 }
 
-void TestModbus::readsEveryTable()
+void TestModbus::reads_data()
 {
-    ModbusTestServer server;
-    QVERIFY(server.start());
-    server.command(QStringLiteral("set hr 1 104 1 2"));       // User word 2, high word first: 65538
-    server.command(QStringLiteral("set ir 1 6 65535 65535")); // Sys word 3, low first: -1
-    server.command(QStringLiteral("set ir 1 8 7 1"));         // Sys word 4, low first: 65543
-    server.command(QStringLiteral("set hr 2 5 40000"));       // Reg word 5, one register
-    server.command(QStringLiteral("set co 1 7 1"));           // O_BIT 7
-    server.command(QStringLiteral("set di 1 9 1"));           // I_BIT 9
-    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
-    QDialog form;
-    Probe probe(&form);
-    const QList<QList<int>> watched{{QeltApp::User, -1, 2, 0}, {QeltApp::Sys, -1, 3, 0}, {QeltApp::Sys, -1, 4, 0},
-                                    {QeltApp::Reg, -1, 5, 0},  {-1, QeltApp::O_BIT, 7, 0}, {-1, QeltApp::I_BIT, 9, 0},
-                                    {-1, QeltApp::User_BIT, 2, 1}, // bits 1, 16 and 0 of 65538
-                                    {-1, QeltApp::User_BIT, 2, 16}, {-1, QeltApp::User_BIT, 2, 0}};
-    for (int i = 0; i < watched.size(); ++i)
-        watch(controller, &form, &probe, i, watched[i][0], watched[i][1], watched[i][2], watched[i][3]);
-    controller.startUpdateUI(&form);
-    QTRY_COMPARE_WITH_TIMEOUT(probe.values.value(0), 65538, 5000); // the first delivery is all zeros
-    const QList<int> expected{65538, -1, 65543, 40000, 1, 1, 1, 1, 0};
-    for (int i = 0; i < watched.size(); ++i)
-        QCOMPARE(probe.values.value(i, -7), expected.at(i));
-    QTRY_VERIFY(!controller.marks().isMarked(&probe));
-    // A change on the device reaches the widget by the next poll.
-    server.command(QStringLiteral("set hr 1 105 9"));
-    QTRY_COMPARE_WITH_TIMEOUT(probe.values.value(0), 65545, 3000);
+    QTest::addColumn<QString>("device"); // what the device holds: "TABLE UNIT ADDRESS VALUE..."
+    QTest::addColumn<QList<int>>("variable"); // data class, bit type, address, bit index
+    QTest::addColumn<int>("expected");
+    const int none = -1;
+    QTest::newRow("two holding registers, high word first") << "hr 1 104 1 2" << QList<int>{QeltApp::User, none, 2, 0} << 65538;
+    QTest::newRow("input registers, low word first") << "ir 1 8 7 1" << QList<int>{QeltApp::Sys, none, 4, 0} << 65543;
+    QTest::newRow("a negative word") << "ir 1 6 65535 65535" << QList<int>{QeltApp::Sys, none, 3, 0} << -1;
+    QTest::newRow("one register, unit 2") << "hr 2 5 40000" << QList<int>{QeltApp::Reg, none, 5, 0} << 40000;
+    QTest::newRow("coil") << "co 1 7 1" << QList<int>{none, QeltApp::O_BIT, 7, 0} << 1;
+    QTest::newRow("discrete input") << "di 1 9 1" << QList<int>{none, QeltApp::I_BIT, 9, 0} << 1;
+    QTest::newRow("bit of the low half") << "hr 1 108 1 2" << QList<int>{none, QeltApp::User_BIT, 4, 1} << 1;
+    QTest::newRow("bit of the high half") << "hr 1 108 1 2" << QList<int>{none, QeltApp::User_BIT, 4, 16} << 1;
 }
 
-void TestModbus::writesReachTheDevice()
+// The device's value is set once the first poll has delivered: it reaches the widget by a later poll.
+void TestModbus::reads()
 {
-    ModbusTestServer server;
-    QVERIFY(server.start());
-    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
-    QTRY_VERIFY_WITH_TIMEOUT(controller.isLinkUp(), 5000);
-    QSignalSpy refused(&controller, &ModbusController::writeRefused);
-    controller.setData(0, QeltApp::User, 3, 0x12345678, 0);
-    controller.setData(0, QeltApp::Sys, 1, 5, 0);   // input registers: read-only
-    controller.setData(0, QeltApp::Reg, 2, 513, 0);
-    controller.setData(0, QeltApp::Reg, 3, 70000, 0); // does not fit one register
-    controller.setBit(0, QeltApp::O_BIT, 4, 0, true, 0);
-    controller.setBit(0, QeltApp::I_BIT, 4, 0, true, 0); // discrete inputs: read-only
-    server.command(QStringLiteral("set hr 1 110 255 255"));
-    controller.setBit(0, QeltApp::User_BIT, 5, 3, false, 0);  // low half of User word 5
-    controller.setBit(0, QeltApp::User_BIT, 5, 20, false, 0); // high half
-    controller.setData(0, QeltApp::User, 100, 1, 0); // not in the map
-    QTRY_COMPARE_WITH_TIMEOUT(server.get(QStringLiteral("hr"), 1, 110, 2), (QList<int>{255 & ~16, 255 & ~8}), 3000);
-    QCOMPARE(server.get(QStringLiteral("hr"), 1, 106, 2), (QList<int>{0x1234, 0x5678}));
-    QCOMPARE(server.get(QStringLiteral("hr"), 2, 2, 1), QList<int>{513});
-    QCOMPARE(server.get(QStringLiteral("hr"), 2, 3, 1), QList<int>{0});
-    QCOMPARE(server.get(QStringLiteral("co"), 1, 4, 1), QList<int>{1});
-    QCOMPARE(refused.size(), 4);
-    QVERIFY(refused.at(0).at(0).toString().contains(QLatin1String("read-only input registers")));
-    QVERIFY(refused.at(1).at(0).toString().contains(QLatin1String("70000 does not fit its one register")));
-    QVERIFY(refused.at(2).at(0).toString().contains(QLatin1String("read-only discrete inputs")));
-    QVERIFY(refused.at(3).at(0).toString().contains(QLatin1String("User word 100 refused: the map has no entry")));
+    QFETCH(QString, device);
+    QFETCH(QList<int>, variable);
+    QFETCH(int, expected);
+    Link link(m_server.port());
+    QSignalSpy polls(&link.controller, &ModbusController::pollApplied);
+    link.watch(0, variable[0], variable[1], variable[2], variable[3]);
+    link.controller.startUpdateUI(&link.form);
+    QTRY_VERIFY_WITH_TIMEOUT(!link.marked(), 5000);
+    QCOMPARE(link.probe.values.value(0, -7), 0);
+    m_server.command(QStringLiteral("set ") + device);
+    QTRY_COMPARE_WITH_TIMEOUT(link.probe.values.value(0), expected, 3000);
+    m_server.command(QStringLiteral("set ") + device.section(QLatin1Char(' '), 0, 2) + QStringLiteral(" 0 0"));
+}
+
+void TestModbus::writes_data()
+{
+    QTest::addColumn<Write>("write");
+    QTest::addColumn<QString>("registers"); // "TABLE UNIT ADDRESS" and the values expected there
+    QTest::addColumn<QList<int>>("values");
+    QTest::addColumn<QString>("refused");
+    QTest::newRow("two registers, high word first") << Write{'w', QeltApp::User, 3, 0, 0x12345678} << "hr 1 106"
+                                                    << QList<int>{0x1234, 0x5678} << QString();
+    QTest::newRow("one register") << Write{'w', QeltApp::Reg, 2, 0, 513} << "hr 2 2" << QList<int>{513} << QString();
+    QTest::newRow("too large for one register") << Write{'w', QeltApp::Reg, 3, 0, 70000} << "hr 2 3" << QList<int>{0}
+                                                << "70000 does not fit its one register";
+    QTest::newRow("input registers") << Write{'w', QeltApp::Sys, 1, 0, 5} << "ir 1 2" << QList<int>{0, 0}
+                                     << "read-only input registers";
+    QTest::newRow("coil") << Write{'b', QeltApp::O_BIT, 4, 0, 1} << "co 1 4" << QList<int>{1} << QString();
+    QTest::newRow("discrete input") << Write{'b', QeltApp::I_BIT, 4, 0, 1} << "di 1 4" << QList<int>{0}
+                                    << "read-only discrete inputs";
+    QTest::newRow("bit of the low half") << Write{'b', QeltApp::User_BIT, 5, 3, 0} << "hr 1 110" << QList<int>{255, 255 & ~8}
+                                         << QString();
+    QTest::newRow("bit of the high half") << Write{'b', QeltApp::User_BIT, 5, 20, 0} << "hr 1 110"
+                                          << QList<int>{255 & ~16, 255} << QString();
+    QTest::newRow("not in the map") << Write{'w', QeltApp::User, 100, 0, 1} << "hr 1 300" << QList<int>{0, 0}
+                                    << "User word 100 refused: the map has no entry";
+}
+
+void TestModbus::writes()
+{
+    QFETCH(Write, write);
+    QFETCH(QString, registers);
+    QFETCH(QList<int>, values);
+    QFETCH(QString, refused);
+    m_server.command(QStringLiteral("set hr 1 110 255 255")); // bits are written into what is there
+    Link link(m_server.port());
+    QTRY_VERIFY_WITH_TIMEOUT(link.controller.isLinkUp(), 5000);
+    QSignalSpy refusals(&link.controller, &ModbusController::writeRefused);
+    if (!refused.isEmpty())
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(refused));
+    if (write.kind == 'w')
+        link.controller.setData(0, QeltApp::DataClass(write.area), write.address, write.value, 0);
+    else
+        link.controller.setBit(0, QeltApp::BitType(write.area), write.address, write.bitIndex, write.value != 0, 0);
+    const QStringList where = registers.split(QLatin1Char(' '));
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.get(where[0], where[1].toInt(), where[2].toInt(), int(values.size())), values, 3000);
+    QCOMPARE(refusals.size(), refused.isEmpty() ? 0 : 1);
+    if (!refused.isEmpty())
+        QVERIFY2(refusals.at(0).at(0).toString().contains(refused), qPrintable(refusals.at(0).at(0).toString()));
 }
 
 void TestModbus::pollsMergedRequests()
 {
-    ModbusTestServer server;
+    ModbusTestServer server; // its own: the log counts every request
     QVERIFY(server.start());
     server.command(QStringLiteral("set hr 1 100 0 7")); // User word 0
-    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
-    controller.setPollPeriod(100000); // one poll when the plan arrives, then none
-    QSignalSpy polls(&controller, &ModbusController::pollApplied);
+    Link link(server.port());
+    link.controller.setPollPeriod(100000); // one poll when the plan arrives, then none
+    QSignalSpy polls(&link.controller, &ModbusController::pollApplied);
     QList<int> wordAtPoll;
-    connect(&controller, &ModbusController::pollApplied, this,
-            [&] { wordAtPoll << controller.getData(0, QeltApp::User, 0, 0); });
+    connect(&link.controller, &ModbusController::pollApplied, this,
+            [&] { wordAtPoll << link.controller.getData(0, QeltApp::User, 0, 0); });
     // Connected with nothing registered: nothing is read, and no values are announced.
-    QTRY_VERIFY_WITH_TIMEOUT(controller.isLinkUp(), 5000);
+    QTRY_VERIFY_WITH_TIMEOUT(link.controller.isLinkUp(), 5000);
     QTest::qWait(200);
     QCOMPARE(polls.size(), 0);
     QVERIFY(server.log().isEmpty());
 
-    QDialog form;
-    Probe probe(&form);
     int index = 0;
     for (int address : {0, 1, 2, 3, 10, 40})
-        watch(controller, &form, &probe, index++, QeltApp::User, -1, address);
+        link.watch(index++, QeltApp::User, -1, address);
     for (int address : {0, 5, 6})
-        watch(controller, &form, &probe, index++, -1, QeltApp::O_BIT, address);
-    watch(controller, &form, &probe, index++, QeltApp::Reg, -1, 4);
-    controller.startUpdateUI(&form);
+        link.watch(index++, -1, QeltApp::O_BIT, address);
+    link.watch(index++, QeltApp::Reg, -1, 4);
+    link.controller.startUpdateUI(&link.form);
     QTRY_VERIFY_WITH_TIMEOUT(polls.size() >= 1, 5000);
     QCOMPARE(wordAtPoll.value(0), 7); // announced once the device's values are in
     // User words 0 ... 40 are one entry: one read of registers 100 ... 181; the coils one read; Reg one.
     QStringList reads = server.log();
     reads.sort();
     QCOMPARE(reads, (QStringList{"1 1 0 7", "3 1 100 82", "3 2 4 1"}));
-    QTRY_COMPARE(probe.values.value(0), 7);
-    QCOMPARE(probe.values.size(), index);
+    QTRY_COMPARE(link.probe.values.value(0), 7);
+    QCOMPARE(link.probe.values.size(), index);
 }
 
 void TestModbus::bitButtonAndTableCell()
 {
-    ModbusTestServer server;
-    QVERIFY(server.start());
-    server.command(QStringLiteral("set hr 1 110 0 1234")); // User word 5
-    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
-    QTRY_VERIFY_WITH_TIMEOUT(controller.isLinkUp(), 5000);
-    QDialog form;
-    form.setProperty("QeltApp", QeltApp::toVariant(&controller));
-    BitButton *button = buttontest::keepOnUserBitKey(&form, 10, 3);
-    auto *table = new TableWidget(&form);
+    m_server.command(QStringLiteral("set hr 1 110 0 1234")); // User word 5
+    Link link(m_server.port());
+    QTRY_VERIFY_WITH_TIMEOUT(link.controller.isLinkUp(), 5000);
+    link.form.setProperty("QeltApp", QeltApp::toVariant(&link.controller));
+    BitButton *button = buttontest::keepOnUserBitKey(&link.form, 10, 3);
+    auto *table = new TableWidget(&link.form);
     table->setGeometry(0, 40, 300, 200);
     table->setRowCount(1);
     table->setColumnCount(1);
     QTableWidgetItem cell;
     cell.setWhatsThis(QStringLiteral("1@0@5@8@0@0@100000"));
     table->setData(TableContents::encode(1, 1, {{&cell}}));
-    form.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&form));
-    controller.startUpdateUI(&form);
+    link.form.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&link.form));
+    link.controller.startUpdateUI(&link.form);
     QTRY_COMPARE_WITH_TIMEOUT(table->item(0, 0) ? table->item(0, 0)->text().trimmed() : QString(), QStringLiteral("1234"), 5000);
-    QTRY_VERIFY(!controller.marks().isMarked(button));
+    QTRY_VERIFY(!link.controller.marks().isMarked(button));
     // A held key: its bit is on while pressed, off once let go, on the device as on the screen.
     QTest::mousePress(button, Qt::LeftButton, {}, QPoint(50, 15));
-    QTRY_COMPARE_WITH_TIMEOUT(server.get(QStringLiteral("hr"), 1, 121, 1), QList<int>{8}, 3000);
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.get(QStringLiteral("hr"), 1, 121, 1), QList<int>{8}, 3000);
     QTRY_COMPARE_WITH_TIMEOUT(button->state(), BitButton::On, 3000);
     QTest::mouseRelease(button, Qt::LeftButton, {}, QPoint(50, 15));
-    QTRY_COMPARE_WITH_TIMEOUT(server.get(QStringLiteral("hr"), 1, 121, 1), QList<int>{0}, 3000);
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.get(QStringLiteral("hr"), 1, 121, 1), QList<int>{0}, 3000);
     QTRY_COMPARE_WITH_TIMEOUT(button->state(), BitButton::Off, 3000);
 }
 
@@ -306,77 +346,69 @@ void TestModbus::deviceRestarts()
     QVERIFY(server->start());
     const int port = server->port();
     server->command(QStringLiteral("set hr 1 100 0 7"));
-    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), port);
-    QDialog form;
-    Probe probe(&form);
-    watch(controller, &form, &probe, 0, QeltApp::User, -1, 0);
-    controller.startUpdateUI(&form);
-    QTRY_COMPARE_WITH_TIMEOUT(probe.values.value(0), 7, 5000);
-    QTRY_VERIFY(!controller.marks().isMarked(&probe));
+    Link link(port);
+    link.watch(0, QeltApp::User, -1, 0);
+    link.controller.startUpdateUI(&link.form);
+    QTRY_COMPARE_WITH_TIMEOUT(link.probe.values.value(0), 7, 5000);
+    QTRY_VERIFY(!link.marked());
 
     server.reset();
-    QTRY_VERIFY_WITH_TIMEOUT(!controller.isLinkUp(), 5000);
-    QVERIFY(controller.marks().isMarked(&probe));
-    QSignalSpy refused(&controller, &ModbusController::writeRefused);
-    controller.setData(0, QeltApp::User, 0, 99, 0);
+    QTRY_VERIFY_WITH_TIMEOUT(!link.controller.isLinkUp(), 5000);
+    QVERIFY(link.marked());
+    QSignalSpy refused(&link.controller, &ModbusController::writeRefused);
+    link.controller.setData(0, QeltApp::User, 0, 99, 0);
     QCOMPARE(refused.size(), 1);
     QVERIFY(refused.at(0).at(0).toString().contains(QLatin1String("is down")));
 
     server = std::make_unique<ModbusTestServer>(false, port);
     QVERIFY(server->start());
     server->command(QStringLiteral("set hr 1 100 0 8"));
-    QTRY_VERIFY_WITH_TIMEOUT(controller.isLinkUp(), 10000);
-    QTRY_COMPARE_WITH_TIMEOUT(probe.values.value(0), 8, 5000);
-    QTRY_VERIFY(!controller.marks().isMarked(&probe));
+    QTRY_VERIFY_WITH_TIMEOUT(link.controller.isLinkUp(), 10000);
+    QTRY_COMPARE_WITH_TIMEOUT(link.probe.values.value(0), 8, 5000);
+    QTRY_VERIFY(!link.marked());
     // The refused write was not kept for later.
     QCOMPARE(server->get(QStringLiteral("hr"), 1, 100, 2), (QList<int>{0, 8}));
 }
 
+// Mcm words 5 ... lie past the server's 5,000 registers: it answers with an exception, and the
+// other variables are still read. A server that answers garbage gets no value through.
 void TestModbus::exceptionsAndGarbage()
 {
     {
-        ModbusTestServer server;
-        QVERIFY(server.start());
-        ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
-        QDialog form;
-        Probe good(&form), beyond(&form);
-        watch(controller, &form, &good, 0, QeltApp::User, -1, 0);
-        // Mcm words 5 ... lie past the server's 5,000 registers: it answers with an exception.
-        watch(controller, &form, &beyond, 0, QeltApp::Mcm, -1, 9);
+        Link link(m_server.port());
+        Probe beyond(&link.form);
+        link.watch(0, QeltApp::User, -1, 0);
+        link.controller.registerUIVariable(&link.form, &beyond, &beyond, 0, 0, 0, QeltApp::Mcm, 9, -1, 0, 0, 0, 0, 0, 0,
+                                           false);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("refused the read")));
-        controller.startUpdateUI(&form);
-        QTRY_VERIFY_WITH_TIMEOUT(!controller.marks().isMarked(&good), 5000);
-        QVERIFY(controller.marks().isMarked(&beyond));
-        QVERIFY(controller.isLinkUp());
+        link.controller.startUpdateUI(&link.form);
+        QTRY_VERIFY_WITH_TIMEOUT(!link.marked(), 5000);
+        QVERIFY(link.controller.marks().isMarked(&beyond));
+        QVERIFY(link.controller.isLinkUp());
     }
-    {
-        ModbusTestServer server(true);
-        QVERIFY(server.start());
-        ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
-        QDialog form;
-        Probe probe(&form);
-        watch(controller, &form, &probe, 0, QeltApp::User, -1, 0);
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("refused the read")));
-        QSignalSpy polls(&controller, &ModbusController::pollApplied);
-        controller.startUpdateUI(&form);
-        QTRY_VERIFY_WITH_TIMEOUT(polls.size() >= 3, 5000);
-        QVERIFY(controller.marks().isMarked(&probe));
-        QCOMPARE(probe.values.value(0), 0); // the start's zero only: nothing from the garbage
-    }
+    ModbusTestServer garbage(true);
+    QVERIFY(garbage.start());
+    Link link(garbage.port());
+    link.watch(0, QeltApp::User, -1, 0);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("refused the read")));
+    QSignalSpy polls(&link.controller, &ModbusController::pollApplied);
+    link.controller.startUpdateUI(&link.form);
+    QTRY_VERIFY_WITH_TIMEOUT(polls.size() >= 3, 5000);
+    QVERIFY(link.marked());
+    QCOMPARE(link.probe.values.value(0), 0); // the start's zero only: nothing from the garbage
 }
 
 void TestModbus::unmappedVariableIsNamed()
 {
-    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), 1); // nothing listens there
-    QDialog form;
-    Probe probe(&form);
-    probe.setObjectName(QStringLiteral("spindleSpeed"));
-    QTest::ignoreMessage(QtWarningMsg, "no map entry for link 0, channel 2, User word 7 (widget \"spindleSpeed\")");
-    watch(controller, &form, &probe, 0, QeltApp::User, -1, 7, 0, 1);
-    watch(controller, &form, &probe, 1, QeltApp::User, -1, 7);
-    QCOMPARE(controller.problems(),
-             QStringList{QStringLiteral("no map entry for link 0, channel 2, User word 7 (widget \"spindleSpeed\")")});
-    QVERIFY(controller.marks().isMarked(&probe));
+    Link link(1); // nothing listens there
+    link.probe.setObjectName(QStringLiteral("spindleSpeed"));
+    const QString problem = QStringLiteral("no map entry for link 0, channel 2, User word 7 (widget \"spindleSpeed\")");
+    QTest::ignoreMessage(QtWarningMsg, qPrintable(problem)); // once, though registered twice
+    link.watch(0, QeltApp::User, -1, 7, 0, 1);
+    link.watch(1, QeltApp::User, -1, 7, 0, 1);
+    link.watch(2, QeltApp::User, -1, 7);
+    QCOMPARE(link.controller.problems(), QStringList{problem});
+    QVERIFY(link.marked());
 }
 
 void TestModbus::veilLooksTheSameOnEveryWidget()
