@@ -233,13 +233,7 @@ void TestCodecs::malformed_data()
     QByteArray block = qCompress(good.data());
 
     QTest::newRow("empty") << QByteArray();
-    QTest::newRow("not hex") << QByteArray("zz11");
-    QTest::newRow("odd length") << goodHex.left(goodHex.size() - 1);
     QTest::newRow("truncated") << goodHex.left(goodHex.size() - 10);
-    QByteArray badHeader = block;
-    badHeader[4] = 0x12;
-    badHeader[5] = 0x34;
-    QTest::newRow("bad zlib header") << badHeader.toHex();
     QByteArray huge = block;
     qToBigEndian(quint32(0x80000000u), huge.data());
     QTest::newRow("claims 2 GiB") << huge.toHex();
@@ -252,7 +246,6 @@ void TestCodecs::malformed_data()
     QTest::newRow("huge font count") << Bytes().i32(1).i32(1).record(0, 0, -1, {}).i32(-2).framed();
     QTest::newRow("huge string") << Bytes().i32(1).i32(1).i32(0).i32(0).i32(-1).i32(1).i32(0x7ffffffe).framed();
     QTest::newRow("record cut short") << frameRaw(good.data().left(good.data().size() - 2));
-    QTest::newRow("version only") << Bytes().i32(1).framed();
 }
 
 void TestCodecs::malformed()
@@ -313,13 +306,6 @@ void TestCodecs::amplification_data()
     shortSlot.i32(1).i32(1).record(0, 0, -1, {QStringLiteral("OFF")}).i32(0);
     const QByteArray fine = Bytes().i32(1).i32(2).bytes(longSlot.framed()).bytes(shortSlot.framed()).framed();
     const QByteArray twoLong = Bytes().i32(1).i32(2).bytes(longSlot.framed()).bytes(longSlot.framed()).framed();
-    auto slotsOf = [&](int count) {
-        Bytes outer;
-        outer.i32(1).i32(count);
-        for (int i = 0; i < count; ++i)
-            outer.bytes(shortSlot.framed());
-        return outer.framed();
-    };
     auto texts = [](int count) {
         QStringList list;
         for (int i = 0; i < count; ++i)
@@ -337,7 +323,6 @@ void TestCodecs::amplification_data()
     };
     QTest::newRow("one long slot") << fine << fonts(10) << true;
     QTest::newRow("two long slots together past the limit") << twoLong << fonts(11) << false;
-    QTest::newRow("two slots") << slotsOf(2) << fonts(0) << true;
     QTest::newRow("ten texts") << texts(10) << QByteArray() << true;
     QTest::newRow("eleven texts") << texts(11) << fonts(1700) << false;
 }
