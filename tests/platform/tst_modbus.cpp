@@ -5,7 +5,6 @@
 #include "buttontestsupport.h"
 #include "modbuscontroller.h"
 #include "modbusmap.h"
-#include "modbusplan.h"
 #include "modbustestserver.h"
 #include "norvointerface_z3.h"
 #include "tablecontents.h"
@@ -90,8 +89,6 @@ private Q_SLOTS:
     void mapErrors_data();
     void mapErrors();
     void mapFileMustBeRegular();
-    void merging_data();
-    void merging();
     void reads_data();
     void reads();
     void writes_data();
@@ -160,35 +157,6 @@ void TestModbus::mapFileMustBeRegular()
         QVERIFY(!map.readFile(path));
         QVERIFY2(map.errors().join(QString()).contains(QLatin1String("not a regular file")), qPrintable(path));
     }
-}
-
-void TestModbus::merging_data()
-{
-    QTest::addColumn<QList<int>>("userWords"); // addresses of registered User words (2 registers each)
-    QTest::addColumn<QStringList>("requests"); // "start+count"
-    QTest::newRow("one") << QList<int>{3} << QStringList{"106+2"};
-    QTest::newRow("neighbours join") << QList<int>{3, 4, 5} << QStringList{"106+6"};
-    QTest::newRow("a gap inside the entry joins") << QList<int>{0, 10} << QStringList{"100+22"};
-    QTest::newRow("too long for one read") << QList<int>{0, 62, 63} << QStringList{"100+2", "224+4"};
-    QTest::newRow("order does not matter") << QList<int>{5, 1, 3} << QStringList{"102+10"};
-}
-
-void TestModbus::merging()
-{
-    QFETCH(QList<int>, userWords);
-    QFETCH(QStringList, requests);
-    const ModbusMap map = mapOf(EveryTable);
-    QVector<ModbusPlan::Piece> pieces;
-    for (int address : userWords)
-        pieces << ModbusPlan::pieceOf(*map.find(0, 0, ModbusMap::Word, QeltApp::User, address), address);
-    QVector<ModbusPlan::Place> places;
-    const QVector<ModbusRequest> plan = ModbusPlan::build(map, pieces, &places);
-    QStringList got;
-    for (const ModbusRequest &r : plan)
-        got << QStringLiteral("%1+%2").arg(r.start).arg(r.count);
-    QCOMPARE(got, requests);
-    for (int i = 0; i < pieces.size(); ++i)
-        QCOMPARE(plan.at(places.at(i).request).start + places.at(i).offset, pieces.at(i).start);
 }
 
 void TestModbus::reads_data()
@@ -276,6 +244,8 @@ void TestModbus::pollsMergedRequests()
     ModbusTestServer server; // its own: the log counts every request
     QVERIFY(server.start());
     server.command(QStringLiteral("set hr 1 100 0 7")); // User word 0
+    server.command(QStringLiteral("set hr 1 180 0 5")); // User word 40
+    server.command(QStringLiteral("set hr 1 226 0 9")); // User word 63
     Link link(server.port());
     link.controller.setPollPeriod(100000); // one poll when the plan arrives, then none
     QSignalSpy polls(&link.controller, &ModbusController::pollApplied);
@@ -289,7 +259,7 @@ void TestModbus::pollsMergedRequests()
     QVERIFY(server.log().isEmpty());
 
     int index = 0;
-    for (int address : {0, 1, 2, 3, 10, 40})
+    for (int address : {63, 0, 1, 40, 2, 3, 62, 10}) // in any order
         link.watch(index++, QeltApp::User, -1, address);
     for (int address : {0, 5, 6})
         link.watch(index++, -1, QeltApp::O_BIT, address);
@@ -297,12 +267,14 @@ void TestModbus::pollsMergedRequests()
     link.controller.startUpdateUI(&link.form);
     QTRY_VERIFY_WITH_TIMEOUT(polls.size() >= 1, 5000);
     QCOMPARE(wordAtPoll.value(0), 7); // announced once the device's values are in
-    // User words 0 ... 40 are one entry: one read of registers 100 ... 181; the coils one read; Reg one.
+    // User words 0 ... 40 are one read of registers 100 ... 181, gaps included; 62 and 63 would make it
+    // longer than one read may be. The coils are one read, Reg one.
     QStringList reads = server.log();
     reads.sort();
-    QCOMPARE(reads, (QStringList{"1 1 0 7", "3 1 100 82", "3 2 4 1"}));
-    QTRY_COMPARE(link.probe.values.value(0), 7);
+    QCOMPARE(reads, (QStringList{"1 1 0 7", "3 1 100 82", "3 1 224 4", "3 2 4 1"}));
+    QTRY_COMPARE(link.probe.values.value(1), 7);
     QCOMPARE(link.probe.values.size(), index);
+    QCOMPARE((QList<int>{link.probe.values[0], link.probe.values[3]}), (QList<int>{9, 5})); // words 63 and 40
 }
 
 void TestModbus::bitButtonAndTableCell()
