@@ -70,209 +70,204 @@ class TestSimulatedController : public QObject
 
 private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
-    void deliveries_data(); void deliveries();
-    void removeAndDestruction();
-    void formatsValues_data(); void formatsValues();
-    void keypadChecksTheEntry_data(); void keypadChecksTheEntry();
-    void keypadPlacement_data(); void keypadPlacement();
+
+    // Every row watches: 0 User word 5, 1 its bit 3, 2 the PLC bit I_BIT 5, 3 Reg word 7 and 4 its bit 0
+    // on the current channel; channel c holds 10 + c in Reg word 7.
+    void deliveries_data()
+    {
+        QTest::addColumn<QList<Step>>("steps");
+        QTest::addColumn<Deliveries>("expected");
+        const Step start{'s'}, stop{'x'}, forget{'c'};
+        const int U = QeltApp::User, UB = QeltApp::User_BIT, IB = QeltApp::I_BIT, C = QeltApp::Com, R = QeltApp::Reg;
+        QTest::newRow("each once at the start, nothing before") << QList<Step>{{'w', U, 5, 0, 9}, {'.'}, start}
+                                                                << Deliveries{{0, 9}, {1, 1}, {2, 0}, {3, 10}, {4, 0}};
+        QTest::newRow("only where the value changes")
+            << QList<Step>{start, forget, {'w', U, 5, 0, 16}, {'w', U, 7, 0, 1}, {'w', U, 5, 0, 1, 1},
+                           {'w', U, 5, 0, 1, 0, 1}, {'b', IB, 5, 0, 1}, {'b', IB, 6, 0, 1}}
+            << Deliveries{{0, 16}, {2, 1}};
+        QTest::newRow("stopped: nothing; restarted: every value again")
+            << QList<Step>{start, forget, stop, {'w', U, 5, 0, 8}, forget, start}
+            << Deliveries{{0, 8}, {1, 1}, {2, 0}, {3, 10}, {4, 0}};
+        QTest::newRow("word writes coalesce") << QList<Step>{start, forget, {'w', U, 5, 0, 1}, {'w', U, 5, 0, 2}, {'w', U, 5, 0, 3}}
+                                              << Deliveries{{0, 3}};
+        QTest::newRow("bits of the word coalesce")
+            << QList<Step>{start, forget, {'b', UB, 5, 0, 1}, {'b', UB, 5, 1, 1}, {'b', UB, 5, 3, 1}} << Deliveries{{0, 11}, {1, 1}};
+        QTest::newRow("word bit through its word, changed once")
+            << QList<Step>{start, forget, {'w', U, 5, 0, 1}, {'w', U, 5, 0, 8}, {'w', U, 5, 0, 9}} << Deliveries{{0, 9}, {1, 1}};
+        QTest::newRow("PLC bit on, off, on") << QList<Step>{start, forget, {'b', IB, 5, 0, 1}, {'b', IB, 5, 0, 0}, {'b', IB, 5, 0, 1}}
+                                             << Deliveries{{2, 1}};
+        QTest::newRow("bit 31 is the sign") << QList<Step>{start, forget, {'b', UB, 5, 31, 1}} << Deliveries{{0, IntMin}};
+        QTest::newRow("bit 31 cleared") << QList<Step>{{'w', U, 5, 0, -1}, start, forget, {'b', UB, 5, 31, 0}}
+                                        << Deliveries{{0, ~IntMin}};
+        QTest::newRow("bit 32 ignored") << QList<Step>{start, forget, {'b', UB, 5, 32, 1}} << Deliveries{};
+        QTest::newRow("40017 = 3: the third channel") << QList<Step>{start, forget, {'w', C, ChannelWord, 0, 3}}
+                                                      << Deliveries{{3, 12}};
+        QTest::newRow("40017 through its bits") << QList<Step>{start, forget, {'b', QeltApp::Com_BIT, ChannelWord, 1, 1}}
+                                                << Deliveries{{3, 12}}; // 1 + 2
+        for (int first : {0, IntMin}) {
+            QTest::addRow("40017 = %d: the first channel", first)
+                << QList<Step>{{'w', C, ChannelWord, 0, 2}, start, forget, {'w', C, ChannelWord, 0, first}}
+                << Deliveries{{3, 10}, {4, 0}};
+        }
+        QTest::newRow("40017 of channel 2 or link 1 ignored")
+            << QList<Step>{start, forget, {'w', C, ChannelWord, 0, 4, 1}, {'w', C, ChannelWord, 0, 4, 0, 1}} << Deliveries{};
+        QTest::newRow("the previous channel no longer counts")
+            << QList<Step>{start, {'w', C, ChannelWord, 0, 2}, forget, {'w', R, 7, 0, 21}, {'w', R, 7, 0, 22, 1}}
+            << Deliveries{{3, 22}, {4, 0}};
+        QTest::newRow("writes to the current channel") << QList<Step>{{'w', C, ChannelWord, 0, 3}, start, forget,
+                                                                      {'w', R, 7, 0, 31, Current}, {'b', QeltApp::Reg_BIT, 7, 5, 1, Current}}
+                                                       << Deliveries{{3, 63}, {4, 1}};
+    }
+
+    void deliveries()
+    {
+        QFETCH(QList<Step>, steps);
+        QFETCH(Deliveries, expected);
+        SimulatedController sim;
+        for (int channel = 0; channel < 6; ++channel)
+            sim.setData(channel, QeltApp::Reg, 7, 10 + channel, 0);
+        QWidget form;
+        auto *w = new Recorder(&form);
+        watch(sim, &form, w, w, 0, false, QeltApp::User, 5);
+        watch(sim, &form, w, w, 1, true, QeltApp::User_BIT, 5, 3);
+        watch(sim, &form, w, w, 2, true, QeltApp::I_BIT, 5);
+        watch(sim, &form, w, w, 3, false, QeltApp::Reg, 7, 0, Current);
+        watch(sim, &form, w, w, 4, true, QeltApp::Reg_BIT, 7, 0, Current);
+        for (const Step &s : steps) {
+            if (s.kind == 'w')
+                sim.setData(s.channel, QeltApp::DataClass(s.area), s.address, s.value, s.comId);
+            else if (s.kind == 'b')
+                sim.setBit(s.channel, QeltApp::BitType(s.area), s.address, s.bitIndex, s.value != 0, s.comId);
+            else if (s.kind == 's')
+                sim.startUpdateUI(&form);
+            else if (s.kind == 'x')
+                sim.stopUpdateUI();
+            if (s.kind == '.' || s.kind == 'c')
+                settle();
+            if (s.kind == 'c')
+                w->received.clear();
+        }
+        settle();
+        QCOMPARE(w->received, expected);
+        // Reads resolve the current channel as registrations do.
+        QCOMPARE(sim.getData(Current, QeltApp::Reg, 7, 0), sim.getData(sim.resolveChannel(Current), QeltApp::Reg, 7, 0));
+    }
+
+    void removeAndDestruction()
+    {
+        SimulatedController sim;
+        QWidget formA, formB;
+        auto *w1 = new Recorder(&formA);
+        auto *w2 = new Recorder(&formA);
+        CallbackLog orphanLog, formLog; // outlive their widgets, so a late delivery would show
+        auto *doomed = new QWidget(&formA);
+        auto *doomedForm = new QWidget;
+        watch(sim, &formA, w1, w1, 0, false, QeltApp::User, 1);
+        watch(sim, &formA, w2, w2, 0, false, QeltApp::User, 1);
+        watch(sim, &formB, w1, w1, 7, false, QeltApp::User, 1); // the same widget on another form stays
+        watch(sim, &formA, doomed, &orphanLog, 0, false, QeltApp::User, 1);
+        watch(sim, doomedForm, new QWidget(doomedForm), &formLog, 0, false, QeltApp::User, 1);
+        sim.removeUIVariable(&formA, w1);
+        delete doomedForm;
+        delete doomed;
+        QCOMPARE(sim.registrationCount(), 3); // w2, w1 on form B, the deleted widget's until a delivery finds it
+
+        sim.startUpdateUI(&formA);
+        sim.startUpdateUI(&formB);
+        sim.setData(0, QeltApp::User, 1, 5, 0);
+        settle();
+        QCOMPARE(w1->received, (Deliveries{{7, 5}}));
+        QCOMPARE(w2->received, (Deliveries{{0, 5}}));
+        QCOMPARE(orphanLog.received.size() + formLog.received.size(), 0);
+    }
+
+    void formatsValues_data()
+    {
+        QTest::addColumn<int>("value"); QTest::addColumn<int>("sizeCode"); QTest::addColumn<int>("radix");
+        QTest::addColumn<int>("width"); QTest::addColumn<int>("decimals"); QTest::addColumn<QString>("expected");
+        QTest::newRow("fixed point in width") << 12345 << 4 << 10 << 8 << 2 << "  123.45";
+        QTest::newRow("negative fixed point") << -12345 << 4 << 10 << 8 << 2 << " -123.45";
+        QTest::newRow("narrow width does not cut") << 12345 << 4 << 10 << 3 << 2 << "123.45";
+        QTest::newRow("smallest int") << IntMin << 4 << 10 << 0 << 0 << "-2147483648";
+        QTest::newRow("hex zero padded, upper case") << 0xab << 4 << 16 << 4 << 0 << "00AB";
+        QTest::newRow("hex negative word") << -1 << 4 << 16 << 0 << 0 << "FFFFFFFF";
+        QTest::newRow("hex two bytes") << 0x123456 << 2 << 16 << 0 << 0 << "3456";
+        QTest::newRow("hex one byte") << -1 << 1 << 16 << 0 << 0 << "FF";
+        QTest::newRow("binary one byte") << 0x1ff << 1 << 2 << 0 << 0 << "11111111";
+    }
+
+    void formatsValues()
+    {
+        QFETCH(int, value); QFETCH(int, sizeCode); QFETCH(int, radix); QFETCH(int, width); QFETCH(int, decimals);
+        QFETCH(QString, expected);
+        QCOMPARE(ValueFormatter::format(value, sizeCode, radix, width, decimals), expected);
+    }
+
+    void keypadChecksTheEntry_data()
+    {
+        QTest::addColumn<int>("radix"); QTest::addColumn<int>("decimals"); QTest::addColumn<double>("lowest");
+        QTest::addColumn<double>("highest");
+        QTest::addColumn<QStringList>("keys"); // multi-letter entries are typed into the entry line
+        QTest::addColumn<bool>("accepted");
+        QTest::newRow("above highest") << 10 << 0 << 0.0 << 100.0 << QStringList{"1", "0", "1"} << false;
+        QTest::newRow("below lowest") << 10 << 0 << -10.0 << 10.0 << QStringList{"1", "1", "-"} << false;
+        QTest::newRow("decimals within") << 10 << 2 << 0.0 << 10.0 << QStringList{"1", ".", "2", "5"} << true;
+        QTest::newRow("too many decimals") << 10 << 1 << 0.0 << 10.0 << QStringList{"1", ".", "2", "5"} << false;
+        QTest::newRow("empty") << 10 << 0 << 0.0 << 10.0 << QStringList{} << false;
+        QTest::newRow("typed nan") << 10 << 0 << 0.0 << 100.0 << QStringList{"nan"} << false;
+        QTest::newRow("hex above highest") << 16 << 0 << 0.0 << 255.0 << QStringList{"1", "0", "0"} << false;
+    }
+
+    void keypadChecksTheEntry()
+    {
+        QFETCH(int, radix); QFETCH(int, decimals); QFETCH(double, lowest); QFETCH(double, highest);
+        QFETCH(QStringList, keys); QFETCH(bool, accepted);
+        KeypadDialog dialog;
+        dialog.setEntry(radix, QString(), 20, decimals, lowest, highest);
+        auto *entry = dialog.findChild<QLineEdit *>(QStringLiteral("keypadEntry"));
+        QVERIFY(entry);
+        for (const QString &key : std::as_const(keys))
+            key.size() > 1 ? QTest::keyClicks(entry, key) : dialog.typeKey(key);
+        dialog.accept();
+        QCOMPARE(dialog.result() == QDialog::Accepted, accepted);
+        QCOMPARE(dialog.problem().isEmpty(), accepted);
+    }
+
+    void keypadPlacement_data()
+    {
+        QTest::addColumn<int>("position");
+        QTest::addColumn<QRect>("custom");
+        QTest::addColumn<QRect>("field");
+        QTest::addColumn<QRect>("placed");
+        const QRect field(100, 100, 80, 30); // on a 1000 x 800 screen, the keypad 200 x 300
+        QTest::newRow("next to the field: below") << 0 << QRect() << field << QRect(100, 130, 200, 300);
+        QTest::newRow("next to the field: above near the bottom") << 0 << QRect() << QRect(100, 700, 80, 30)
+                                                                   << QRect(100, 400, 200, 300);
+        QTest::newRow("next to the field: kept on screen") << 0 << QRect() << QRect(900, 100, 80, 30)
+                                                            << QRect(800, 130, 200, 300);
+        QTest::newRow("centred on the form") << 1 << QRect() << field << QRect(300, 150, 200, 300);
+        QTest::newRow("fixed") << 2 << QRect(10, 20, 250, 350) << field << QRect(10, 20, 250, 350);
+        QTest::newRow("fixed without a size: next to the field") << 2 << QRect(10, 20, 0, 0) << field
+                                                                  << QRect(100, 130, 200, 300);
+        QTest::newRow("fixed off the screen") << 2 << QRect(-500, 900, 250, 350) << field << QRect(0, 450, 250, 350);
+        const int most = std::numeric_limits<int>::max();
+        QTest::newRow("fixed too wide for QRect: next to the field") << 2 << QRect(QPoint(most - 1, 0), QPoint(-most, 10))
+                                                                    << field << QRect(100, 130, 200, 300);
+        QTest::newRow("field past screen coordinates: centred") << 0 << QRect() << QRect(QPoint(most - 9, 0), QPoint(most, 9))
+                                                                << QRect(300, 150, 200, 300);
+        QTest::newRow("unknown mode: next to the field") << 7 << QRect() << field << QRect(100, 130, 200, 300);
+    }
+
+    void keypadPlacement()
+    {
+        QFETCH(int, position);
+        QFETCH(QRect, custom);
+        QFETCH(QRect, field);
+        QFETCH(QRect, placed);
+        const QRect form(100, 100, 600, 400);
+        QCOMPARE(KeypadPlacement::place(position, custom, field, form, QSize(200, 300), QRect(0, 0, 1000, 800)), placed);
+    }
 };
-
-// Every row watches: 0 User word 5, 1 its bit 3, 2 the PLC bit I_BIT 5, 3 Reg word 7 and 4 its bit 0
-// on the current channel; channel c holds 10 + c in Reg word 7.
-void TestSimulatedController::deliveries_data()
-{
-    QTest::addColumn<QList<Step>>("steps");
-    QTest::addColumn<Deliveries>("expected");
-    const Step start{'s'}, stop{'x'}, forget{'c'};
-    const int U = QeltApp::User, UB = QeltApp::User_BIT, IB = QeltApp::I_BIT, C = QeltApp::Com, R = QeltApp::Reg;
-    QTest::newRow("each once at the start, nothing before") << QList<Step>{{'w', U, 5, 0, 9}, {'.'}, start}
-                                                            << Deliveries{{0, 9}, {1, 1}, {2, 0}, {3, 10}, {4, 0}};
-    QTest::newRow("only where the value changes")
-        << QList<Step>{start, forget, {'w', U, 5, 0, 16}, {'w', U, 7, 0, 1}, {'w', U, 5, 0, 1, 1},
-                       {'w', U, 5, 0, 1, 0, 1}, {'b', IB, 5, 0, 1}, {'b', IB, 6, 0, 1}}
-        << Deliveries{{0, 16}, {2, 1}};
-    QTest::newRow("stopped: nothing; restarted: every value again")
-        << QList<Step>{start, forget, stop, {'w', U, 5, 0, 8}, forget, start}
-        << Deliveries{{0, 8}, {1, 1}, {2, 0}, {3, 10}, {4, 0}};
-    QTest::newRow("word writes coalesce") << QList<Step>{start, forget, {'w', U, 5, 0, 1}, {'w', U, 5, 0, 2}, {'w', U, 5, 0, 3}}
-                                          << Deliveries{{0, 3}};
-    QTest::newRow("bits of the word coalesce")
-        << QList<Step>{start, forget, {'b', UB, 5, 0, 1}, {'b', UB, 5, 1, 1}, {'b', UB, 5, 3, 1}} << Deliveries{{0, 11}, {1, 1}};
-    QTest::newRow("word bit through its word, changed once")
-        << QList<Step>{start, forget, {'w', U, 5, 0, 1}, {'w', U, 5, 0, 8}, {'w', U, 5, 0, 9}} << Deliveries{{0, 9}, {1, 1}};
-    QTest::newRow("PLC bit on, off, on") << QList<Step>{start, forget, {'b', IB, 5, 0, 1}, {'b', IB, 5, 0, 0}, {'b', IB, 5, 0, 1}}
-                                         << Deliveries{{2, 1}};
-    QTest::newRow("bit 31 is the sign") << QList<Step>{start, forget, {'b', UB, 5, 31, 1}} << Deliveries{{0, IntMin}};
-    QTest::newRow("bit 31 cleared") << QList<Step>{{'w', U, 5, 0, -1}, start, forget, {'b', UB, 5, 31, 0}}
-                                    << Deliveries{{0, ~IntMin}};
-    QTest::newRow("bit 32 ignored") << QList<Step>{start, forget, {'b', UB, 5, 32, 1}} << Deliveries{};
-    QTest::newRow("40017 = 3: the third channel") << QList<Step>{start, forget, {'w', C, ChannelWord, 0, 3}}
-                                                  << Deliveries{{3, 12}};
-    QTest::newRow("40017 through its bits") << QList<Step>{start, forget, {'b', QeltApp::Com_BIT, ChannelWord, 1, 1}}
-                                            << Deliveries{{3, 12}}; // 1 + 2
-    for (int first : {0, IntMin}) {
-        QTest::addRow("40017 = %d: the first channel", first)
-            << QList<Step>{{'w', C, ChannelWord, 0, 2}, start, forget, {'w', C, ChannelWord, 0, first}}
-            << Deliveries{{3, 10}, {4, 0}};
-    }
-    QTest::newRow("40017 of channel 2 or link 1 ignored")
-        << QList<Step>{start, forget, {'w', C, ChannelWord, 0, 4, 1}, {'w', C, ChannelWord, 0, 4, 0, 1}} << Deliveries{};
-    QTest::newRow("the previous channel no longer counts")
-        << QList<Step>{start, {'w', C, ChannelWord, 0, 2}, forget, {'w', R, 7, 0, 21}, {'w', R, 7, 0, 22, 1}}
-        << Deliveries{{3, 22}, {4, 0}};
-    QTest::newRow("writes to the current channel") << QList<Step>{{'w', C, ChannelWord, 0, 3}, start, forget,
-                                                                  {'w', R, 7, 0, 31, Current}, {'b', QeltApp::Reg_BIT, 7, 5, 1, Current}}
-                                                   << Deliveries{{3, 63}, {4, 1}};
-}
-
-void TestSimulatedController::deliveries()
-{
-    QFETCH(QList<Step>, steps);
-    QFETCH(Deliveries, expected);
-    SimulatedController sim;
-    for (int channel = 0; channel < 6; ++channel)
-        sim.setData(channel, QeltApp::Reg, 7, 10 + channel, 0);
-    QWidget form;
-    auto *w = new Recorder(&form);
-    watch(sim, &form, w, w, 0, false, QeltApp::User, 5);
-    watch(sim, &form, w, w, 1, true, QeltApp::User_BIT, 5, 3);
-    watch(sim, &form, w, w, 2, true, QeltApp::I_BIT, 5);
-    watch(sim, &form, w, w, 3, false, QeltApp::Reg, 7, 0, Current);
-    watch(sim, &form, w, w, 4, true, QeltApp::Reg_BIT, 7, 0, Current);
-    for (const Step &s : steps) {
-        if (s.kind == 'w')
-            sim.setData(s.channel, QeltApp::DataClass(s.area), s.address, s.value, s.comId);
-        else if (s.kind == 'b')
-            sim.setBit(s.channel, QeltApp::BitType(s.area), s.address, s.bitIndex, s.value != 0, s.comId);
-        else if (s.kind == 's')
-            sim.startUpdateUI(&form);
-        else if (s.kind == 'x')
-            sim.stopUpdateUI();
-        if (s.kind == '.' || s.kind == 'c')
-            settle();
-        if (s.kind == 'c')
-            w->received.clear();
-    }
-    settle();
-    QCOMPARE(w->received, expected);
-    // Reads resolve the current channel as registrations do.
-    QCOMPARE(sim.getData(Current, QeltApp::Reg, 7, 0), sim.getData(sim.resolveChannel(Current), QeltApp::Reg, 7, 0));
-}
-
-void TestSimulatedController::removeAndDestruction()
-{
-    SimulatedController sim;
-    QWidget formA, formB;
-    auto *w1 = new Recorder(&formA);
-    auto *w2 = new Recorder(&formA);
-    CallbackLog orphanLog, formLog; // outlive their widgets, so a late delivery would show
-    auto *doomed = new QWidget(&formA);
-    auto *doomedForm = new QWidget;
-    watch(sim, &formA, w1, w1, 0, false, QeltApp::User, 1);
-    watch(sim, &formA, w2, w2, 0, false, QeltApp::User, 1);
-    watch(sim, &formB, w1, w1, 7, false, QeltApp::User, 1); // the same widget on another form stays
-    watch(sim, &formA, doomed, &orphanLog, 0, false, QeltApp::User, 1);
-    watch(sim, doomedForm, new QWidget(doomedForm), &formLog, 0, false, QeltApp::User, 1);
-    sim.removeUIVariable(&formA, w1);
-    delete doomedForm;
-    delete doomed;
-    QCOMPARE(sim.registrationCount(), 3); // w2, w1 on form B, the deleted widget's until a delivery finds it
-
-    sim.startUpdateUI(&formA);
-    sim.startUpdateUI(&formB);
-    sim.setData(0, QeltApp::User, 1, 5, 0);
-    settle();
-    QCOMPARE(w1->received, (Deliveries{{7, 5}}));
-    QCOMPARE(w2->received, (Deliveries{{0, 5}}));
-    QCOMPARE(orphanLog.received.size() + formLog.received.size(), 0);
-}
-
-void TestSimulatedController::formatsValues_data()
-{
-    QTest::addColumn<int>("value"); QTest::addColumn<int>("sizeCode"); QTest::addColumn<int>("radix");
-    QTest::addColumn<int>("width"); QTest::addColumn<int>("decimals"); QTest::addColumn<QString>("expected");
-    QTest::newRow("fixed point in width") << 12345 << 4 << 10 << 8 << 2 << "  123.45";
-    QTest::newRow("negative fixed point") << -12345 << 4 << 10 << 8 << 2 << " -123.45";
-    QTest::newRow("narrow width does not cut") << 12345 << 4 << 10 << 3 << 2 << "123.45";
-    QTest::newRow("smallest int") << IntMin << 4 << 10 << 0 << 0 << "-2147483648";
-    QTest::newRow("hex zero padded, upper case") << 0xab << 4 << 16 << 4 << 0 << "00AB";
-    QTest::newRow("hex negative word") << -1 << 4 << 16 << 0 << 0 << "FFFFFFFF";
-    QTest::newRow("hex two bytes") << 0x123456 << 2 << 16 << 0 << 0 << "3456";
-    QTest::newRow("hex one byte") << -1 << 1 << 16 << 0 << 0 << "FF";
-    QTest::newRow("binary one byte") << 0x1ff << 1 << 2 << 0 << 0 << "11111111";
-}
-
-void TestSimulatedController::formatsValues()
-{
-    QFETCH(int, value); QFETCH(int, sizeCode); QFETCH(int, radix); QFETCH(int, width); QFETCH(int, decimals);
-    QFETCH(QString, expected);
-    QCOMPARE(ValueFormatter::format(value, sizeCode, radix, width, decimals), expected);
-}
-
-void TestSimulatedController::keypadChecksTheEntry_data()
-{
-    QTest::addColumn<int>("radix"); QTest::addColumn<int>("decimals"); QTest::addColumn<double>("lowest");
-    QTest::addColumn<double>("highest");
-    QTest::addColumn<QStringList>("keys"); // multi-letter entries are typed into the entry line
-    QTest::addColumn<bool>("accepted");
-    QTest::newRow("above highest") << 10 << 0 << 0.0 << 100.0 << QStringList{"1", "0", "1"} << false;
-    QTest::newRow("below lowest") << 10 << 0 << -10.0 << 10.0 << QStringList{"1", "1", "-"} << false;
-    QTest::newRow("decimals within") << 10 << 2 << 0.0 << 10.0 << QStringList{"1", ".", "2", "5"} << true;
-    QTest::newRow("too many decimals") << 10 << 1 << 0.0 << 10.0 << QStringList{"1", ".", "2", "5"} << false;
-    QTest::newRow("empty") << 10 << 0 << 0.0 << 10.0 << QStringList{} << false;
-    QTest::newRow("typed nan") << 10 << 0 << 0.0 << 100.0 << QStringList{"nan"} << false;
-    QTest::newRow("hex above highest") << 16 << 0 << 0.0 << 255.0 << QStringList{"1", "0", "0"} << false;
-}
-
-void TestSimulatedController::keypadChecksTheEntry()
-{
-    QFETCH(int, radix); QFETCH(int, decimals); QFETCH(double, lowest); QFETCH(double, highest);
-    QFETCH(QStringList, keys); QFETCH(bool, accepted);
-    KeypadDialog dialog;
-    dialog.setEntry(radix, QString(), 20, decimals, lowest, highest);
-    auto *entry = dialog.findChild<QLineEdit *>(QStringLiteral("keypadEntry"));
-    QVERIFY(entry);
-    for (const QString &key : std::as_const(keys))
-        key.size() > 1 ? QTest::keyClicks(entry, key) : dialog.typeKey(key);
-    dialog.accept();
-    QCOMPARE(dialog.result() == QDialog::Accepted, accepted);
-    QCOMPARE(dialog.problem().isEmpty(), accepted);
-}
-
-void TestSimulatedController::keypadPlacement_data()
-{
-    QTest::addColumn<int>("position");
-    QTest::addColumn<QRect>("custom");
-    QTest::addColumn<QRect>("field");
-    QTest::addColumn<QRect>("placed");
-    const QRect field(100, 100, 80, 30); // on a 1000 x 800 screen, the keypad 200 x 300
-    QTest::newRow("next to the field: below") << 0 << QRect() << field << QRect(100, 130, 200, 300);
-    QTest::newRow("next to the field: above near the bottom") << 0 << QRect() << QRect(100, 700, 80, 30)
-                                                               << QRect(100, 400, 200, 300);
-    QTest::newRow("next to the field: kept on screen") << 0 << QRect() << QRect(900, 100, 80, 30)
-                                                        << QRect(800, 130, 200, 300);
-    QTest::newRow("centred on the form") << 1 << QRect() << field << QRect(300, 150, 200, 300);
-    QTest::newRow("fixed") << 2 << QRect(10, 20, 250, 350) << field << QRect(10, 20, 250, 350);
-    QTest::newRow("fixed without a size: next to the field") << 2 << QRect(10, 20, 0, 0) << field
-                                                              << QRect(100, 130, 200, 300);
-    QTest::newRow("fixed off the screen") << 2 << QRect(-500, 900, 250, 350) << field << QRect(0, 450, 250, 350);
-    const int most = std::numeric_limits<int>::max();
-    QTest::newRow("fixed too wide for QRect: next to the field") << 2 << QRect(QPoint(most - 1, 0), QPoint(-most, 10))
-                                                                << field << QRect(100, 130, 200, 300);
-    QTest::newRow("field past screen coordinates: centred") << 0 << QRect() << QRect(QPoint(most - 9, 0), QPoint(most, 9))
-                                                            << QRect(300, 150, 200, 300);
-    QTest::newRow("unknown mode: next to the field") << 7 << QRect() << field << QRect(100, 130, 200, 300);
-}
-
-void TestSimulatedController::keypadPlacement()
-{
-    QFETCH(int, position);
-    QFETCH(QRect, custom);
-    QFETCH(QRect, field);
-    QFETCH(QRect, placed);
-    const QRect form(100, 100, 600, 400);
-    QCOMPARE(KeypadPlacement::place(position, custom, field, form, QSize(200, 300), QRect(0, 0, 1000, 800)), placed);
-}
 
 QTEST_MAIN(TestSimulatedController)
 #include "tst_simulatedcontroller.moc"
