@@ -148,7 +148,6 @@ private Q_SLOTS:
         const int none = -1;
         QTest::newRow("two holding registers, high word first") << "hr 1 104 1 2" << QList<int>{QeltApp::User, none, 2, 0} << 65538;
         QTest::newRow("input registers, low word first") << "ir 1 8 7 1" << QList<int>{QeltApp::Sys, none, 4, 0} << 65543;
-        QTest::newRow("a negative word") << "ir 1 6 65535 65535" << QList<int>{QeltApp::Sys, none, 3, 0} << -1;
         QTest::newRow("one register, unit 2") << "hr 2 5 40000" << QList<int>{QeltApp::Reg, none, 5, 0} << 40000;
         QTest::newRow("coil") << "co 1 7 1" << QList<int>{none, QeltApp::O_BIT, 7, 0} << 1;
         QTest::newRow("discrete input") << "di 1 9 1" << QList<int>{none, QeltApp::I_BIT, 9, 0} << 1;
