@@ -1,3 +1,5 @@
+#include "designercommit.h"
+#include "fakedesignerhost.h"
 #include "fontmapcodec.h"
 #include "bitbutton.h"
 #include "hexframe.h"
@@ -393,6 +395,16 @@ private Q_SLOTS:
         QCOMPARE(state.current(), 2);
         state.clampTo(2);
         QCOMPARE(state.current(), 0);
+    }
+
+    // Outside any form window (a preview, the widget box) nothing is committed; the button text
+    // tests check the host calls for a widget on a form.
+    void designerCommitNeedsAFormWindow()
+    {
+        QWidget form, outside;
+        FakeDesignerHost host(&form);
+        QVERIFY(!DesignerCommit::setProperty(&outside, "toolTip", QStringLiteral("x")));
+        QVERIFY(host.log.isEmpty());
     }
 };
 
