@@ -162,7 +162,6 @@ private Q_SLOTS:
         QFETCH(QList<int>, variable);
         QFETCH(int, expected);
         Link link(m_server.port());
-        QSignalSpy polls(&link.controller, &ModbusController::pollApplied);
         link.watch(0, variable[0], variable[1], variable[2], variable[3]);
         link.controller.startUpdateUI(&link.form);
         QTRY_VERIFY_WITH_TIMEOUT(!link.marked(), 5000);
