@@ -3,6 +3,8 @@
 
 modbusserver.py PORT [--garbage]
 
+PORT 0 picks a free port. Once it accepts connections it says "listening PORT" on standard output.
+
 Units 1 and 2, each with 5,000 coils, discrete inputs, holding and input registers, addressed from 0.
 Commands on standard input, one a line, answered on standard output:
   set TABLE UNIT ADDRESS VALUE...   (TABLE: co, di, hr, ir)  -> ok
@@ -14,8 +16,10 @@ With --garbage every request is answered with bytes that are not a Modbus answer
 import asyncio
 import logging
 import os
+import socket
 import sys
 import threading
+import time
 
 from pymodbus.datastore import ModbusSequentialDataBlock, ModbusServerContext, ModbusSlaveContext
 from pymodbus.server import StartAsyncTcpServer
@@ -84,11 +88,26 @@ async def garbage(port):
         await server.serve_forever()
 
 
+def announce(port):
+    while True:
+        try:
+            socket.create_connection(("127.0.0.1", port), timeout=1).close()
+            break
+        except OSError:
+            time.sleep(0.05)
+    print(f"listening {port}", flush=True)
+    commands()
+
+
 def main():
     port = int(sys.argv[1])
+    if port == 0:
+        with socket.socket() as s:
+            s.bind(("127.0.0.1", 0))
+            port = s.getsockname()[1]
     # A client that goes away is an error in pymodbus's log; the tests do that on purpose.
     logging.getLogger("pymodbus").setLevel(logging.CRITICAL + 1)
-    threading.Thread(target=commands, daemon=True).start()
+    threading.Thread(target=announce, args=(port,), daemon=True).start()
     if "--garbage" in sys.argv:
         asyncio.run(garbage(port))
     else:

@@ -1,51 +1,19 @@
 #include "modbustestserver.h"
 
 #include <QElapsedTimer>
-#include <QThread>
-
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
-namespace {
-
-bool accepts(int port)
-{
-    const int s = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(quint16(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    const bool ok = ::connect(s, reinterpret_cast<sockaddr *>(&address), sizeof address) == 0;
-    ::close(s);
-    return ok;
-}
-
-} // namespace
 
 ModbusTestServer::ModbusTestServer(bool garbage, int port)
     : m_garbage(garbage)
-    , m_port(port > 0 ? port : freePort())
+    , m_port(port)
 {
 }
 
 ModbusTestServer::~ModbusTestServer()
 {
-    stop();
-}
-
-int ModbusTestServer::freePort()
-{
-    const int s = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t length = sizeof address;
-    ::bind(s, reinterpret_cast<sockaddr *>(&address), sizeof address);
-    ::getsockname(s, reinterpret_cast<sockaddr *>(&address), &length);
-    ::close(s);
-    return ntohs(address.sin_port);
+    if (m_process.state() == QProcess::NotRunning)
+        return;
+    m_process.kill();
+    m_process.waitForFinished(5000);
 }
 
 bool ModbusTestServer::start()
@@ -57,41 +25,34 @@ bool ModbusTestServer::start()
     m_process.start(QStringLiteral(HMI_PYTHON), arguments);
     if (!m_process.waitForStarted(5000))
         return false;
-    QElapsedTimer clock;
-    clock.start();
-    while (clock.elapsed() < 10000) {
-        if (accepts(m_port))
-            return true;
-        if (m_process.state() != QProcess::Running)
-            return false;
-        QThread::msleep(50);
-    }
-    return false;
-}
-
-void ModbusTestServer::stop()
-{
-    if (m_process.state() == QProcess::NotRunning)
-        return;
-    m_process.kill();
-    m_process.waitForFinished(5000);
+    // It says where it listens once it accepts connections.
+    const QStringList words = answer(false, 10000).value(0).split(QLatin1Char(' '));
+    if (words.value(0) != QLatin1String("listening"))
+        return false;
+    m_port = words.value(1).toInt();
+    return true;
 }
 
 QStringList ModbusTestServer::command(const QString &line)
 {
     m_process.write(line.toUtf8() + '\n');
+    return answer(line == QLatin1String("log"), 5000);
+}
+
+// One line, or the lines up to "end".
+QStringList ModbusTestServer::answer(bool multiLine, int milliseconds)
+{
     QStringList lines;
-    const bool multiLine = line == QLatin1String("log");
     QElapsedTimer clock;
     clock.start();
-    while (clock.elapsed() < 5000) {
+    while (clock.elapsed() < milliseconds && m_process.state() == QProcess::Running) {
         while (m_process.canReadLine()) {
-            const QString answer = QString::fromUtf8(m_process.readLine()).trimmed();
+            const QString line = QString::fromUtf8(m_process.readLine()).trimmed();
             if (!multiLine)
-                return {answer};
-            if (answer == QLatin1String("end"))
+                return {line};
+            if (line == QLatin1String("end"))
                 return lines;
-            lines << answer;
+            lines << line;
         }
         m_process.waitForReadyRead(100);
     }

@@ -4,7 +4,8 @@
 #include <QProcess>
 #include <QStringList>
 
-// The pymodbus server of modbusserver.py on 127.0.0.1 and a free port, driven through its commands.
+// The pymodbus server of modbusserver.py on 127.0.0.1 (a free port unless one is given), driven through
+// its commands.
 class ModbusTestServer
 {
 public:
@@ -13,7 +14,6 @@ public:
 
     // False when it did not start listening within a few seconds.
     bool start();
-    void stop();
     int port() const { return m_port; }
     // One command; its answer's lines.
     QStringList command(const QString &line);
@@ -22,7 +22,7 @@ public:
     QStringList log() { return command(QStringLiteral("log")); }
 
 private:
-    static int freePort();
+    QStringList answer(bool multiLine, int milliseconds);
     QProcess m_process;
     bool m_garbage;
     int m_port;

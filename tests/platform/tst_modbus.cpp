@@ -5,7 +5,6 @@
 #include "buttontestsupport.h"
 #include "modbuscontroller.h"
 #include "modbusmap.h"
-#include "modbusplan.h"
 #include "modbustestserver.h"
 #include "norvointerface_z3.h"
 #include "tablecontents.h"
@@ -36,13 +35,6 @@ public:
     QHash<int, int> values;
 };
 
-// Registers a word (dataClass, bitType -1) or a bit (dataClass -1) of the first link for probe.
-void watch(QeltApp &app, QWidget *form, Probe *probe, int index, int dataClass, int bitType, int address, int bitIndex = 0,
-           int channel = 0)
-{
-    app.registerUIVariable(form, probe, probe, index, 0, channel, dataClass, address, bitType, bitIndex, 0, 0, 0, 0, 0, false);
-}
-
 ModbusMap mapOf(const QByteArray &json)
 {
     ModbusMap map;
@@ -61,417 +53,395 @@ const QByteArray EveryTable = R"({"entries": [
   {"dataClass": "Mcm", "first": 0, "last": 9, "unit": 1, "table": "holding", "start": 4990}
 ]})";
 
+// A controller on the map with a form and a probe; watch() registers a word (dataClass, bitType -1) or a
+// bit (dataClass -1) of the first link for the probe.
+struct Link
+{
+    explicit Link(int port) : controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), port) {}
+    void watch(int index, int dataClass, int bitType, int address, int bitIndex = 0, int channel = 0)
+    {
+        controller.registerUIVariable(&form, &probe, &probe, index, 0, channel, dataClass, address, bitType, bitIndex,
+                                      0, 0, 0, 0, 0, false);
+    }
+    bool marked() const { return controller.marks().isMarked(&probe); }
+    ModbusController controller;
+    QDialog form;
+    Probe probe{&form};
+};
+
+// A write through the controller: 'w' word (area = data class) or 'b' bit (area = bit type).
+struct Write
+{
+    char kind;
+    int area, address, bitIndex, value;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(Write)
 
 class TestModbus : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    void initTestCase() { QVERIFY(m_server.start()); }
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
-    void mapErrors_data();
-    void mapErrors();
-    void mapFileMustBeRegular();
-    void merging_data();
-    void merging();
-    void readsEveryTable();
-    void writesReachTheDevice();
-    void pollsMergedRequests();
-    void bitButtonAndTableCell();
-    void deviceRestarts();
-    void exceptionsAndGarbage();
-    void unmappedVariableIsNamed();
-    void veilLooksTheSameOnEveryWidget();
-    void panelCommand_data();
-    void panelCommand();
-};
 
-void TestModbus::mapErrors_data()
-{
-    QTest::addColumn<QByteArray>("json");
-    QTest::addColumn<QString>("error");
-    QTest::newRow("not json") << QByteArray("{entries: ") << "not JSON at byte";
-    QTest::newRow("both kinds") << QByteArray(R"({"entries":[{"dataClass":"User","bitType":"I_BIT","first":0,"last":1,"table":"holding"}]})")
-                                << "entry 1: needs either \"dataClass\" or \"bitType\"";
-    QTest::newRow("unknown class") << QByteArray(R"({"entries":[{"dataClass":"Usr","first":0,"last":1,"table":"holding"}]})")
-                                   << "entry 1: \"Usr\" is no data class";
-    QTest::newRow("bits in registers") << QByteArray(R"({"entries":[{"bitType":"I_BIT","first":0,"last":1,"table":"holding"}]})")
-                                       << "entry 1: PLC bits live in coils or discrete inputs";
-    QTest::newRow("beyond an int") << QByteArray(R"({"entries":[{"dataClass":"User","first":1e62,"last":1,"table":"holding"}]})")
-                                   << "entry 1: \"first\" must be a whole number from 0 to 2147483646";
-    QTest::newRow("every word") << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":2147483646,"table":"holding"}]})")
-                                << "entry 1: 4294967294 addresses from 0 run past";
-    QTest::newRow("last below first") << QByteArray(R"({"entries":[{"dataClass":"User","first":5,"last":1,"table":"holding"}]})")
-                                      << "entry 1: \"last\" is below \"first\"";
-    QTest::newRow("word order") << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding","wordOrder":"middle"}]})")
-                                << "entry 1: \"wordOrder\" must be highFirst or lowFirst";
-    QTest::newRow("past the last address") << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":99,"table":"holding","start":65500}]})")
-                                           << "entry 1: 200 addresses from 65500 run past";
-    QTest::newRow("same variables twice")
-        << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding"},
-                                     {"dataClass":"User","first":5,"last":20,"table":"holding","start":100}]})")
-        << "entry 1 (link 0, channel 1, User words 0 ... 9) and entry 2 (link 0, channel 1, User words 5 ... 20) overlap: both map the same variables";
-    QTest::newRow("same registers twice")
-        << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding"},
-                                     {"dataClass":"Mcm","first":0,"last":9,"table":"holding","start":19}]})")
-        << "overlap on unit 1: both use holding 19 ... 19";
-    QTest::newRow("bits of the same words are fine")
-        << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding"},
-                                     {"bitType":"User_BIT","first":0,"last":9,"table":"holding"}]})")
-        << QString();
-}
-
-void TestModbus::mapErrors()
-{
-    QFETCH(QByteArray, json);
-    QFETCH(QString, error);
-    ModbusMap map;
-    QCOMPARE(map.parse(json), error.isEmpty());
-    if (!error.isEmpty()) {
-        QVERIFY2(map.errors().join(QLatin1Char('\n')).contains(error), qPrintable(map.errors().join(QLatin1Char('\n'))));
-        QVERIFY(map.entries().isEmpty());
-    }
-}
-
-// A pipe would block the panel in open() and a folder is no map: both are refused by name.
-void TestModbus::mapFileMustBeRegular()
-{
-    QTemporaryDir dir;
-    const QString pipe = dir.filePath(QStringLiteral("map.json"));
-    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    for (const QString &path : {pipe, dir.path()}) {
-        ModbusMap map;
-        QVERIFY(!map.readFile(path));
-        QVERIFY2(map.errors().join(QString()).contains(QLatin1String("not a regular file")), qPrintable(path));
-    }
-}
-
-void TestModbus::merging_data()
-{
-    QTest::addColumn<QList<int>>("userWords"); // addresses of registered User words (2 registers each)
-    QTest::addColumn<QStringList>("requests"); // "start+count"
-    QTest::newRow("one") << QList<int>{3} << QStringList{"106+2"};
-    QTest::newRow("neighbours join") << QList<int>{3, 4, 5} << QStringList{"106+6"};
-    QTest::newRow("a gap inside the entry joins") << QList<int>{0, 10} << QStringList{"100+22"};
-    QTest::newRow("too long for one read") << QList<int>{0, 62, 63} << QStringList{"100+2", "224+4"};
-    QTest::newRow("order does not matter") << QList<int>{5, 1, 3} << QStringList{"102+10"};
-}
-
-void TestModbus::merging()
-{
-    QFETCH(QList<int>, userWords);
-    QFETCH(QStringList, requests);
-    const ModbusMap map = mapOf(EveryTable);
-    QVector<ModbusPlan::Piece> pieces;
-    for (int address : userWords)
-        pieces << ModbusPlan::pieceOf(*map.find(0, 0, ModbusMap::Word, QeltApp::User, address), address);
-    QVector<ModbusPlan::Place> places;
-    const QVector<ModbusRequest> plan = ModbusPlan::build(map, pieces, &places);
-    QStringList got;
-    for (const ModbusRequest &r : plan)
-        got << QStringLiteral("%1+%2").arg(r.start).arg(r.count);
-    QCOMPARE(got, requests);
-    for (int i = 0; i < pieces.size(); ++i)
-        QCOMPARE(plan.at(places.at(i).request).start + places.at(i).offset, pieces.at(i).start);
-}
-
-void TestModbus::readsEveryTable()
-{
-    ModbusTestServer server;
-    QVERIFY(server.start());
-    server.command(QStringLiteral("set hr 1 104 1 2"));       // User word 2, high word first: 65538
-    server.command(QStringLiteral("set ir 1 6 65535 65535")); // Sys word 3, low first: -1
-    server.command(QStringLiteral("set ir 1 8 7 1"));         // Sys word 4, low first: 65543
-    server.command(QStringLiteral("set hr 2 5 40000"));       // Reg word 5, one register
-    server.command(QStringLiteral("set co 1 7 1"));           // O_BIT 7
-    server.command(QStringLiteral("set di 1 9 1"));           // I_BIT 9
-    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
-    QDialog form;
-    Probe probe(&form);
-    const QList<QList<int>> watched{{QeltApp::User, -1, 2, 0}, {QeltApp::Sys, -1, 3, 0}, {QeltApp::Sys, -1, 4, 0},
-                                    {QeltApp::Reg, -1, 5, 0},  {-1, QeltApp::O_BIT, 7, 0}, {-1, QeltApp::I_BIT, 9, 0},
-                                    {-1, QeltApp::User_BIT, 2, 1}, // bits 1, 16 and 0 of 65538
-                                    {-1, QeltApp::User_BIT, 2, 16}, {-1, QeltApp::User_BIT, 2, 0}};
-    for (int i = 0; i < watched.size(); ++i)
-        watch(controller, &form, &probe, i, watched[i][0], watched[i][1], watched[i][2], watched[i][3]);
-    controller.startUpdateUI(&form);
-    QTRY_COMPARE_WITH_TIMEOUT(probe.values.value(0), 65538, 5000); // the first delivery is all zeros
-    const QList<int> expected{65538, -1, 65543, 40000, 1, 1, 1, 1, 0};
-    for (int i = 0; i < watched.size(); ++i)
-        QCOMPARE(probe.values.value(i, -7), expected.at(i));
-    QTRY_VERIFY(!controller.marks().isMarked(&probe));
-    // A change on the device reaches the widget by the next poll.
-    server.command(QStringLiteral("set hr 1 105 9"));
-    QTRY_COMPARE_WITH_TIMEOUT(probe.values.value(0), 65545, 3000);
-}
-
-void TestModbus::writesReachTheDevice()
-{
-    ModbusTestServer server;
-    QVERIFY(server.start());
-    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
-    QTRY_VERIFY_WITH_TIMEOUT(controller.isLinkUp(), 5000);
-    QSignalSpy refused(&controller, &ModbusController::writeRefused);
-    controller.setData(0, QeltApp::User, 3, 0x12345678, 0);
-    controller.setData(0, QeltApp::Sys, 1, 5, 0);   // input registers: read-only
-    controller.setData(0, QeltApp::Reg, 2, 513, 0);
-    controller.setData(0, QeltApp::Reg, 3, 70000, 0); // does not fit one register
-    controller.setBit(0, QeltApp::O_BIT, 4, 0, true, 0);
-    controller.setBit(0, QeltApp::I_BIT, 4, 0, true, 0); // discrete inputs: read-only
-    server.command(QStringLiteral("set hr 1 110 255 255"));
-    controller.setBit(0, QeltApp::User_BIT, 5, 3, false, 0);  // low half of User word 5
-    controller.setBit(0, QeltApp::User_BIT, 5, 20, false, 0); // high half
-    controller.setData(0, QeltApp::User, 100, 1, 0); // not in the map
-    QTRY_COMPARE_WITH_TIMEOUT(server.get(QStringLiteral("hr"), 1, 110, 2), (QList<int>{255 & ~16, 255 & ~8}), 3000);
-    QCOMPARE(server.get(QStringLiteral("hr"), 1, 106, 2), (QList<int>{0x1234, 0x5678}));
-    QCOMPARE(server.get(QStringLiteral("hr"), 2, 2, 1), QList<int>{513});
-    QCOMPARE(server.get(QStringLiteral("hr"), 2, 3, 1), QList<int>{0});
-    QCOMPARE(server.get(QStringLiteral("co"), 1, 4, 1), QList<int>{1});
-    QCOMPARE(refused.size(), 4);
-    QVERIFY(refused.at(0).at(0).toString().contains(QLatin1String("read-only input registers")));
-    QVERIFY(refused.at(1).at(0).toString().contains(QLatin1String("70000 does not fit its one register")));
-    QVERIFY(refused.at(2).at(0).toString().contains(QLatin1String("read-only discrete inputs")));
-    QVERIFY(refused.at(3).at(0).toString().contains(QLatin1String("User word 100 refused: the map has no entry")));
-}
-
-void TestModbus::pollsMergedRequests()
-{
-    ModbusTestServer server;
-    QVERIFY(server.start());
-    server.command(QStringLiteral("set hr 1 100 0 7")); // User word 0
-    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
-    controller.setPollPeriod(100000); // one poll when the plan arrives, then none
-    QSignalSpy polls(&controller, &ModbusController::pollApplied);
-    QList<int> wordAtPoll;
-    connect(&controller, &ModbusController::pollApplied, this,
-            [&] { wordAtPoll << controller.getData(0, QeltApp::User, 0, 0); });
-    // Connected with nothing registered: nothing is read, and no values are announced.
-    QTRY_VERIFY_WITH_TIMEOUT(controller.isLinkUp(), 5000);
-    QTest::qWait(200);
-    QCOMPARE(polls.size(), 0);
-    QVERIFY(server.log().isEmpty());
-
-    QDialog form;
-    Probe probe(&form);
-    int index = 0;
-    for (int address : {0, 1, 2, 3, 10, 40})
-        watch(controller, &form, &probe, index++, QeltApp::User, -1, address);
-    for (int address : {0, 5, 6})
-        watch(controller, &form, &probe, index++, -1, QeltApp::O_BIT, address);
-    watch(controller, &form, &probe, index++, QeltApp::Reg, -1, 4);
-    controller.startUpdateUI(&form);
-    QTRY_VERIFY_WITH_TIMEOUT(polls.size() >= 1, 5000);
-    QCOMPARE(wordAtPoll.value(0), 7); // announced once the device's values are in
-    // User words 0 ... 40 are one entry: one read of registers 100 ... 181; the coils one read; Reg one.
-    QStringList reads = server.log();
-    reads.sort();
-    QCOMPARE(reads, (QStringList{"1 1 0 7", "3 1 100 82", "3 2 4 1"}));
-    QTRY_COMPARE(probe.values.value(0), 7);
-    QCOMPARE(probe.values.size(), index);
-}
-
-void TestModbus::bitButtonAndTableCell()
-{
-    ModbusTestServer server;
-    QVERIFY(server.start());
-    server.command(QStringLiteral("set hr 1 110 0 1234")); // User word 5
-    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
-    QTRY_VERIFY_WITH_TIMEOUT(controller.isLinkUp(), 5000);
-    QDialog form;
-    form.setProperty("QeltApp", QeltApp::toVariant(&controller));
-    BitButton *button = buttontest::keepOnUserBitKey(&form, 10, 3);
-    auto *table = new TableWidget(&form);
-    table->setGeometry(0, 40, 300, 200);
-    table->setRowCount(1);
-    table->setColumnCount(1);
-    QTableWidgetItem cell;
-    cell.setWhatsThis(QStringLiteral("1@0@5@8@0@0@100000"));
-    table->setData(TableContents::encode(1, 1, {{&cell}}));
-    form.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&form));
-    controller.startUpdateUI(&form);
-    QTRY_COMPARE_WITH_TIMEOUT(table->item(0, 0) ? table->item(0, 0)->text().trimmed() : QString(), QStringLiteral("1234"), 5000);
-    QTRY_VERIFY(!controller.marks().isMarked(button));
-    // A held key: its bit is on while pressed, off once let go, on the device as on the screen.
-    QTest::mousePress(button, Qt::LeftButton, {}, QPoint(50, 15));
-    QTRY_COMPARE_WITH_TIMEOUT(server.get(QStringLiteral("hr"), 1, 121, 1), QList<int>{8}, 3000);
-    QTRY_COMPARE_WITH_TIMEOUT(button->state(), BitButton::On, 3000);
-    QTest::mouseRelease(button, Qt::LeftButton, {}, QPoint(50, 15));
-    QTRY_COMPARE_WITH_TIMEOUT(server.get(QStringLiteral("hr"), 1, 121, 1), QList<int>{0}, 3000);
-    QTRY_COMPARE_WITH_TIMEOUT(button->state(), BitButton::Off, 3000);
-}
-
-void TestModbus::deviceRestarts()
-{
-    auto server = std::make_unique<ModbusTestServer>();
-    QVERIFY(server->start());
-    const int port = server->port();
-    server->command(QStringLiteral("set hr 1 100 0 7"));
-    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), port);
-    QDialog form;
-    Probe probe(&form);
-    watch(controller, &form, &probe, 0, QeltApp::User, -1, 0);
-    controller.startUpdateUI(&form);
-    QTRY_COMPARE_WITH_TIMEOUT(probe.values.value(0), 7, 5000);
-    QTRY_VERIFY(!controller.marks().isMarked(&probe));
-
-    server.reset();
-    QTRY_VERIFY_WITH_TIMEOUT(!controller.isLinkUp(), 5000);
-    QVERIFY(controller.marks().isMarked(&probe));
-    QSignalSpy refused(&controller, &ModbusController::writeRefused);
-    controller.setData(0, QeltApp::User, 0, 99, 0);
-    QCOMPARE(refused.size(), 1);
-    QVERIFY(refused.at(0).at(0).toString().contains(QLatin1String("is down")));
-
-    server = std::make_unique<ModbusTestServer>(false, port);
-    QVERIFY(server->start());
-    server->command(QStringLiteral("set hr 1 100 0 8"));
-    QTRY_VERIFY_WITH_TIMEOUT(controller.isLinkUp(), 10000);
-    QTRY_COMPARE_WITH_TIMEOUT(probe.values.value(0), 8, 5000);
-    QTRY_VERIFY(!controller.marks().isMarked(&probe));
-    // The refused write was not kept for later.
-    QCOMPARE(server->get(QStringLiteral("hr"), 1, 100, 2), (QList<int>{0, 8}));
-}
-
-void TestModbus::exceptionsAndGarbage()
-{
+    void mapErrors_data()
     {
+        QTest::addColumn<QByteArray>("json");
+        QTest::addColumn<QString>("error");
+        const auto map = [](const QByteArray &entries) { return QByteArray(R"({"entries":[)") + entries + "]}"; };
+        const char *const user = R"({"dataClass":"User","first":0,"last":9,"table":"holding"},)";
+        QTest::newRow("not json") << QByteArray("{entries: ") << "not JSON at byte";
+        QTest::newRow("both kinds") << map(R"({"dataClass":"User","bitType":"I_BIT","first":0,"last":1,"table":"holding"})")
+                                    << "entry 1: needs either \"dataClass\" or \"bitType\"";
+        QTest::newRow("unknown class") << map(R"({"dataClass":"Usr","first":0,"last":1,"table":"holding"})")
+                                       << "entry 1: \"Usr\" is no data class";
+        QTest::newRow("bits in registers") << map(R"({"bitType":"I_BIT","first":0,"last":1,"table":"holding"})")
+                                           << "entry 1: PLC bits live in coils or discrete inputs";
+        QTest::newRow("beyond an int") << map(R"({"dataClass":"User","first":1e62,"last":1,"table":"holding"})")
+                                       << "entry 1: \"first\" must be a whole number from 0 to 2147483646";
+        QTest::newRow("every word") << map(R"({"dataClass":"User","first":0,"last":2147483646,"table":"holding"})")
+                                    << "entry 1: 4294967294 addresses from 0 run past";
+        QTest::newRow("last below first") << map(R"({"dataClass":"User","first":5,"last":1,"table":"holding"})")
+                                          << "entry 1: \"last\" is below \"first\"";
+        QTest::newRow("same variables twice")
+            << map(QByteArray(user) + R"({"dataClass":"User","first":5,"last":20,"table":"holding","start":100})")
+            << "entry 1 (link 0, channel 1, User words 0 ... 9) and entry 2 (link 0, channel 1, User words 5 ... 20) overlap: both map the same variables";
+        QTest::newRow("same registers twice") << map(QByteArray(user) + R"({"dataClass":"Mcm","first":0,"last":9,"table":"holding","start":19})")
+                                              << "overlap on unit 1: both use holding 19 ... 19";
+        QTest::newRow("bits of the same words are fine")
+            << map(QByteArray(user) + R"({"bitType":"User_BIT","first":0,"last":9,"table":"holding"})") << QString();
+    }
+
+    void mapErrors()
+    {
+        QFETCH(QByteArray, json);
+        QFETCH(QString, error);
+        ModbusMap map;
+        QCOMPARE(map.parse(json), error.isEmpty());
+        if (!error.isEmpty()) {
+            QVERIFY2(map.errors().join(QLatin1Char('\n')).contains(error), qPrintable(map.errors().join(QLatin1Char('\n'))));
+            QVERIFY(map.entries().isEmpty());
+        }
+    }
+
+    // A pipe would block the panel in open() and a folder is no map: both are refused by name.
+    void mapFileMustBeRegular()
+    {
+        QTemporaryDir dir;
+        const QString pipe = dir.filePath(QStringLiteral("map.json"));
+        QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        for (const QString &path : {pipe, dir.path()}) {
+            ModbusMap map;
+            QVERIFY(!map.readFile(path));
+            QVERIFY2(map.errors().join(QString()).contains(QLatin1String("not a regular file")), qPrintable(path));
+        }
+    }
+
+    void reads_data()
+    {
+        QTest::addColumn<QString>("device"); // what the device holds: "TABLE UNIT ADDRESS VALUE..."
+        QTest::addColumn<QList<int>>("variable"); // data class, bit type, address, bit index
+        QTest::addColumn<int>("expected");
+        const int none = -1;
+        QTest::newRow("two holding registers, high word first") << "hr 1 104 1 2" << QList<int>{QeltApp::User, none, 2, 0} << 65538;
+        QTest::newRow("input registers, low word first") << "ir 1 8 7 1" << QList<int>{QeltApp::Sys, none, 4, 0} << 65543;
+        QTest::newRow("one register, unit 2") << "hr 2 5 40000" << QList<int>{QeltApp::Reg, none, 5, 0} << 40000;
+        QTest::newRow("coil") << "co 1 7 1" << QList<int>{none, QeltApp::O_BIT, 7, 0} << 1;
+        QTest::newRow("discrete input") << "di 1 9 1" << QList<int>{none, QeltApp::I_BIT, 9, 0} << 1;
+        QTest::newRow("bit of the low half") << "hr 1 108 1 2" << QList<int>{none, QeltApp::User_BIT, 4, 1} << 1;
+        QTest::newRow("bit of the high half") << "hr 1 108 1 2" << QList<int>{none, QeltApp::User_BIT, 4, 16} << 1;
+    }
+
+    // The device's value is set once the first poll has delivered: it reaches the widget by a later poll.
+    void reads()
+    {
+        QFETCH(QString, device);
+        QFETCH(QList<int>, variable);
+        QFETCH(int, expected);
+        Link link(m_server.port());
+        link.watch(0, variable[0], variable[1], variable[2], variable[3]);
+        link.controller.startUpdateUI(&link.form);
+        QTRY_VERIFY_WITH_TIMEOUT(!link.marked(), 5000);
+        QCOMPARE(link.probe.values.value(0, -7), 0);
+        m_server.command(QStringLiteral("set ") + device);
+        QTRY_COMPARE_WITH_TIMEOUT(link.probe.values.value(0), expected, 3000);
+        m_server.command(QStringLiteral("set ") + device.section(QLatin1Char(' '), 0, 2) + QStringLiteral(" 0 0"));
+    }
+
+    void writes_data()
+    {
+        QTest::addColumn<Write>("write");
+        QTest::addColumn<QString>("registers"); // "TABLE UNIT ADDRESS" and the values expected there
+        QTest::addColumn<QList<int>>("values");
+        QTest::addColumn<QString>("refused");
+        QTest::newRow("two registers, high word first") << Write{'w', QeltApp::User, 3, 0, 0x12345678} << "hr 1 106"
+                                                        << QList<int>{0x1234, 0x5678} << QString();
+        QTest::newRow("one register") << Write{'w', QeltApp::Reg, 2, 0, 513} << "hr 2 2" << QList<int>{513} << QString();
+        QTest::newRow("too large for one register") << Write{'w', QeltApp::Reg, 3, 0, 70000} << "hr 2 3" << QList<int>{0}
+                                                    << "70000 does not fit its one register";
+        QTest::newRow("input registers") << Write{'w', QeltApp::Sys, 1, 0, 5} << "ir 1 2" << QList<int>{0, 0}
+                                         << "read-only input registers";
+        QTest::newRow("coil") << Write{'b', QeltApp::O_BIT, 4, 0, 1} << "co 1 4" << QList<int>{1} << QString();
+        QTest::newRow("discrete input") << Write{'b', QeltApp::I_BIT, 4, 0, 1} << "di 1 4" << QList<int>{0}
+                                        << "read-only discrete inputs";
+        QTest::newRow("bit of the low half") << Write{'b', QeltApp::User_BIT, 5, 3, 0} << "hr 1 110" << QList<int>{255, 255 & ~8}
+                                             << QString();
+        QTest::newRow("bit of the high half") << Write{'b', QeltApp::User_BIT, 5, 20, 0} << "hr 1 110"
+                                              << QList<int>{255 & ~16, 255} << QString();
+        QTest::newRow("not in the map") << Write{'w', QeltApp::User, 100, 0, 1} << "hr 1 300" << QList<int>{0, 0}
+                                        << "User word 100 refused: the map has no entry";
+    }
+
+    void writes()
+    {
+        QFETCH(Write, write);
+        QFETCH(QString, registers);
+        QFETCH(QList<int>, values);
+        QFETCH(QString, refused);
+        m_server.command(QStringLiteral("set hr 1 110 255 255")); // bits are written into what is there
+        Link link(m_server.port());
+        QTRY_VERIFY_WITH_TIMEOUT(link.controller.isLinkUp(), 5000);
+        QSignalSpy refusals(&link.controller, &ModbusController::writeRefused);
+        if (!refused.isEmpty())
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(refused));
+        if (write.kind == 'w')
+            link.controller.setData(0, QeltApp::DataClass(write.area), write.address, write.value, 0);
+        else
+            link.controller.setBit(0, QeltApp::BitType(write.area), write.address, write.bitIndex, write.value != 0, 0);
+        const QStringList where = registers.split(QLatin1Char(' '));
+        QTRY_COMPARE_WITH_TIMEOUT(m_server.get(where[0], where[1].toInt(), where[2].toInt(), int(values.size())), values, 3000);
+        QCOMPARE(refusals.size(), refused.isEmpty() ? 0 : 1);
+        if (!refused.isEmpty())
+            QVERIFY2(refusals.at(0).at(0).toString().contains(refused), qPrintable(refusals.at(0).at(0).toString()));
+    }
+
+    void pollsMergedRequests()
+    {
+        ModbusTestServer server; // its own: the log counts every request
+        QVERIFY(server.start());
+        server.command(QStringLiteral("set hr 1 100 0 7")); // User word 0
+        server.command(QStringLiteral("set hr 1 180 0 5")); // User word 40
+        server.command(QStringLiteral("set hr 1 226 0 9")); // User word 63
+        Link link(server.port());
+        link.controller.setPollPeriod(100000); // one poll when the plan arrives, then none
+        QSignalSpy polls(&link.controller, &ModbusController::pollApplied);
+        QList<int> wordAtPoll;
+        connect(&link.controller, &ModbusController::pollApplied, this,
+                [&] { wordAtPoll << link.controller.getData(0, QeltApp::User, 0, 0); });
+        // Connected with nothing registered: nothing is read, and no values are announced.
+        QTRY_VERIFY_WITH_TIMEOUT(link.controller.isLinkUp(), 5000);
+        QTest::qWait(200);
+        QCOMPARE(polls.size(), 0);
+        QVERIFY(server.log().isEmpty());
+
+        int index = 0;
+        for (int address : {63, 0, 1, 40, 2, 3, 62, 10}) // in any order
+            link.watch(index++, QeltApp::User, -1, address);
+        for (int address : {0, 5, 6})
+            link.watch(index++, -1, QeltApp::O_BIT, address);
+        link.watch(index++, QeltApp::Reg, -1, 4);
+        link.controller.startUpdateUI(&link.form);
+        QTRY_VERIFY_WITH_TIMEOUT(polls.size() >= 1, 5000);
+        QCOMPARE(wordAtPoll.value(0), 7); // announced once the device's values are in
+        // User words 0 ... 40 are one read of registers 100 ... 181, gaps included; 62 and 63 would make it
+        // longer than one read may be. The coils are one read, Reg one.
+        QStringList reads = server.log();
+        reads.sort();
+        QCOMPARE(reads, (QStringList{"1 1 0 7", "3 1 100 82", "3 1 224 4", "3 2 4 1"}));
+        QTRY_COMPARE(link.probe.values.value(1), 7);
+        QCOMPARE(link.probe.values.size(), index);
+        QCOMPARE((QList<int>{link.probe.values[0], link.probe.values[3]}), (QList<int>{9, 5})); // words 63 and 40
+    }
+
+    void bitButtonAndTableCell()
+    {
+        m_server.command(QStringLiteral("set hr 1 110 0 1234")); // User word 5
+        Link link(m_server.port());
+        QTRY_VERIFY_WITH_TIMEOUT(link.controller.isLinkUp(), 5000);
+        link.form.setProperty("QeltApp", QeltApp::toVariant(&link.controller));
+        BitButton *button = buttontest::keepOnUserBitKey(&link.form, 10, 3);
+        auto *table = new TableWidget(&link.form);
+        table->setGeometry(0, 40, 300, 200);
+        table->setRowCount(1);
+        table->setColumnCount(1);
+        QTableWidgetItem cell;
+        cell.setWhatsThis(QStringLiteral("1@0@5@8@0@0@100000"));
+        table->setData(TableContents::encode(1, 1, {{&cell}}));
+        link.form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&link.form));
+        link.controller.startUpdateUI(&link.form);
+        QTRY_COMPARE_WITH_TIMEOUT(table->item(0, 0) ? table->item(0, 0)->text().trimmed() : QString(), QStringLiteral("1234"), 5000);
+        QTRY_VERIFY(!link.controller.marks().isMarked(button));
+        // A held key: its bit is on while pressed, off once let go, on the device as on the screen.
+        QTest::mousePress(button, Qt::LeftButton, {}, QPoint(50, 15));
+        QTRY_COMPARE_WITH_TIMEOUT(m_server.get(QStringLiteral("hr"), 1, 121, 1), QList<int>{8}, 3000);
+        QTRY_COMPARE_WITH_TIMEOUT(button->state(), BitButton::On, 3000);
+        QTest::mouseRelease(button, Qt::LeftButton, {}, QPoint(50, 15));
+        QTRY_COMPARE_WITH_TIMEOUT(m_server.get(QStringLiteral("hr"), 1, 121, 1), QList<int>{0}, 3000);
+        QTRY_COMPARE_WITH_TIMEOUT(button->state(), BitButton::Off, 3000);
+    }
+
+    void deviceRestarts()
+    {
+        auto server = std::make_unique<ModbusTestServer>();
+        QVERIFY(server->start());
+        const int port = server->port();
+        server->command(QStringLiteral("set hr 1 100 0 7"));
+        Link link(port);
+        link.watch(0, QeltApp::User, -1, 0);
+        link.controller.startUpdateUI(&link.form);
+        QTRY_COMPARE_WITH_TIMEOUT(link.probe.values.value(0), 7, 5000);
+        QTRY_VERIFY(!link.marked());
+
+        server.reset();
+        QTRY_VERIFY_WITH_TIMEOUT(!link.controller.isLinkUp(), 5000);
+        QVERIFY(link.marked());
+        QSignalSpy refused(&link.controller, &ModbusController::writeRefused);
+        link.controller.setData(0, QeltApp::User, 0, 99, 0);
+        QCOMPARE(refused.size(), 1);
+        QVERIFY(refused.at(0).at(0).toString().contains(QLatin1String("is down")));
+
+        server = std::make_unique<ModbusTestServer>(false, port);
+        QVERIFY(server->start());
+        server->command(QStringLiteral("set hr 1 100 0 8"));
+        QTRY_VERIFY_WITH_TIMEOUT(link.controller.isLinkUp(), 10000);
+        QTRY_COMPARE_WITH_TIMEOUT(link.probe.values.value(0), 8, 5000);
+        QTRY_VERIFY(!link.marked());
+        // The refused write was not kept for later.
+        QCOMPARE(server->get(QStringLiteral("hr"), 1, 100, 2), (QList<int>{0, 8}));
+    }
+
+    // Mcm words 5 ... lie past the server's 5,000 registers: it answers with an exception, and the
+    // other variables are still read. A server that answers garbage gets no value through.
+    void exceptionsAndGarbage()
+    {
+        {
+            Link link(m_server.port());
+            Probe beyond(&link.form);
+            link.watch(0, QeltApp::User, -1, 0);
+            link.controller.registerUIVariable(&link.form, &beyond, &beyond, 0, 0, 0, QeltApp::Mcm, 9, -1, 0, 0, 0, 0, 0, 0,
+                                               false);
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("refused the read")));
+            link.controller.startUpdateUI(&link.form);
+            QTRY_VERIFY_WITH_TIMEOUT(!link.marked(), 5000);
+            QVERIFY(link.controller.marks().isMarked(&beyond));
+            QVERIFY(link.controller.isLinkUp());
+        }
+        ModbusTestServer garbage(true);
+        QVERIFY(garbage.start());
+        Link link(garbage.port());
+        link.watch(0, QeltApp::User, -1, 0);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("refused the read")));
+        QSignalSpy polls(&link.controller, &ModbusController::pollApplied);
+        link.controller.startUpdateUI(&link.form);
+        QTRY_VERIFY_WITH_TIMEOUT(polls.size() >= 3, 5000);
+        QVERIFY(link.marked());
+        QCOMPARE(link.probe.values.value(0), 0); // the start's zero only: nothing from the garbage
+    }
+
+    void unmappedVariableIsNamed()
+    {
+        Link link(1); // nothing listens there
+        link.probe.setObjectName(QStringLiteral("spindleSpeed"));
+        const QString problem = QStringLiteral("no map entry for link 0, channel 2, User word 7 (widget \"spindleSpeed\")");
+        QTest::ignoreMessage(QtWarningMsg, qPrintable(problem)); // once, though registered twice
+        link.watch(0, QeltApp::User, -1, 7, 0, 1);
+        link.watch(1, QeltApp::User, -1, 7, 0, 1);
+        link.watch(2, QeltApp::User, -1, 7);
+        QCOMPARE(link.controller.problems(), QStringList{problem});
+        QVERIFY(link.marked());
+    }
+
+    void veilLooksTheSameOnEveryWidget()
+    {
+        const auto colours = [](QWidget *w) { // along a line above the text
+            const QImage image = w->grab().toImage();
+            QSet<QRgb> seen;
+            for (int x = 0; x < image.width(); ++x)
+                seen.insert(image.pixel(x, 3));
+            return seen;
+        };
+        const QRgb white = QColor(Qt::white).rgb();
+        QLabel label;
+        QPushButton button(QStringLiteral("Spindle"));
+        UnknownValueMarks marks;
+        for (QWidget *w : {static_cast<QWidget *>(&label), static_cast<QWidget *>(&button)}) {
+            w->setStyleSheet(QStringLiteral("background: white; border: none;"));
+            w->resize(60, 40);
+            marks.mark(w, QStringLiteral("No connection"));
+            w->resize(90, 50); // the veil follows the widget
+            QCOMPARE(colours(w).size(), 2); // the veil and its hatching, no white
+            QVERIFY(!colours(w).contains(white));
+            QCOMPARE(w->findChild<QWidget *>(QStringLiteral("unknownValueVeil"))->toolTip(), QStringLiteral("No connection"));
+            marks.unmark(w);
+            QCOMPARE(colours(w), QSet<QRgb>{white});
+        }
+        QCOMPARE(marks.count(), 0);
+    }
+
+    void panelCommand_data()
+    {
+    #ifndef HMI_PANEL
+        QSKIP("built without hmi-panel");
+    #else
+        QTest::addColumn<QByteArray>("map"); // empty: the operator screen's own map
+        QTest::addColumn<QString>("target"); // "server": the test server
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("said");
+        QTest::newRow("not host:port") << QByteArray() << "localhost" << 1 << "--modbus wants HOST:PORT";
+        QTest::newRow("map refused")
+            << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding"},
+                                         {"dataClass":"User","first":5,"last":9,"table":"holding","start":50}]})")
+            << "server" << 1 << "overlap: both map the same variables";
+        QTest::newRow("variables the map lacks")
+            << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding"}]})")
+            << "server" << 1 << "no map entry for link 0, channel 1";
+        QTest::newRow("the operator screen on the device") << QByteArray() << "server" << 0 << "wrote";
+    #endif
+    }
+
+    void panelCommand()
+    {
+    #ifdef HMI_PANEL
+        QFETCH(QByteArray, map);
+        QFETCH(QString, target);
+        QFETCH(int, status);
+        QFETCH(QString, said);
         ModbusTestServer server;
         QVERIFY(server.start());
-        ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
-        QDialog form;
-        Probe good(&form), beyond(&form);
-        watch(controller, &form, &good, 0, QeltApp::User, -1, 0);
-        // Mcm words 5 ... lie past the server's 5,000 registers: it answers with an exception.
-        watch(controller, &form, &beyond, 0, QeltApp::Mcm, -1, 9);
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("refused the read")));
-        controller.startUpdateUI(&form);
-        QTRY_VERIFY_WITH_TIMEOUT(!controller.marks().isMarked(&good), 5000);
-        QVERIFY(controller.marks().isMarked(&beyond));
-        QVERIFY(controller.isLinkUp());
-    }
-    {
-        ModbusTestServer server(true);
-        QVERIFY(server.start());
-        ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), server.port());
-        QDialog form;
-        Probe probe(&form);
-        watch(controller, &form, &probe, 0, QeltApp::User, -1, 0);
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("refused the read")));
-        QSignalSpy polls(&controller, &ModbusController::pollApplied);
-        controller.startUpdateUI(&form);
-        QTRY_VERIFY_WITH_TIMEOUT(polls.size() >= 3, 5000);
-        QVERIFY(controller.marks().isMarked(&probe));
-        QCOMPARE(probe.values.value(0), 0); // the start's zero only: nothing from the garbage
-    }
-}
-
-void TestModbus::unmappedVariableIsNamed()
-{
-    ModbusController controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), 1); // nothing listens there
-    QDialog form;
-    Probe probe(&form);
-    probe.setObjectName(QStringLiteral("spindleSpeed"));
-    QTest::ignoreMessage(QtWarningMsg, "no map entry for link 0, channel 2, User word 7 (widget \"spindleSpeed\")");
-    watch(controller, &form, &probe, 0, QeltApp::User, -1, 7, 0, 1);
-    watch(controller, &form, &probe, 1, QeltApp::User, -1, 7);
-    QCOMPARE(controller.problems(),
-             QStringList{QStringLiteral("no map entry for link 0, channel 2, User word 7 (widget \"spindleSpeed\")")});
-    QVERIFY(controller.marks().isMarked(&probe));
-}
-
-void TestModbus::veilLooksTheSameOnEveryWidget()
-{
-    const auto whitePixels = [](QWidget *w) {
-        const QImage image = w->grab().toImage();
-        int white = 0;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x)
-                white += image.pixelColor(x, y) == Qt::white;
+        QTemporaryDir dir;
+        QString mapFile = QStringLiteral(HMI_FORMS_DIR "/operator-modbus.json");
+        if (!map.isEmpty()) {
+            mapFile = dir.filePath(QStringLiteral("map.json"));
+            QFile file(mapFile);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(map);
         }
-        return white;
-    };
-    QLabel label;
-    QPushButton button(QStringLiteral("Spindle"));
-    UnknownValueMarks marks;
-    for (QWidget *w : {static_cast<QWidget *>(&label), static_cast<QWidget *>(&button)}) {
-        w->setStyleSheet(QStringLiteral("background: white; border: none;"));
-        w->resize(60, 40);
-        QVERIFY(whitePixels(w) > 60 * 30);
-        marks.mark(w, QStringLiteral("No connection"));
-        w->resize(90, 50); // the veil follows the widget
-        QCOMPARE(whitePixels(w), 0);
-        const QImage veiled = w->grab().toImage();
-        QSet<QRgb> colours; // the veil and its hatching
-        for (int x = 0; x < 20; ++x)
-            colours.insert(veiled.pixel(x, 10));
-        QCOMPARE(colours.size(), 2);
-        QCOMPARE(w->findChild<QWidget *>(QStringLiteral("unknownValueVeil"))->toolTip(), QStringLiteral("No connection"));
-        marks.unmark(w);
-        QVERIFY(whitePixels(w) > 90 * 40);
+        // Paths as an operator types them: relative to where the panel is started, not to the form.
+        QProcess panel;
+        panel.setWorkingDirectory(dir.path());
+        panel.start(QStringLiteral(HMI_PANEL),
+                    {QDir(dir.path()).relativeFilePath(QStringLiteral(HMI_FORMS_DIR "/operator.ui")), QStringLiteral("--modbus"),
+                     target == QLatin1String("server") ? QStringLiteral("127.0.0.1:%1").arg(server.port()) : target,
+                     QStringLiteral("--map"), mapFile, QStringLiteral("--screenshot"), QStringLiteral("shot.png")});
+        QVERIFY(panel.waitForFinished(60000));
+        const QString out = QString::fromUtf8(panel.readAllStandardOutput() + panel.readAllStandardError());
+        QCOMPARE(panel.exitCode(), status);
+        QVERIFY2(out.contains(said), qPrintable(out));
+        if (status == 0) {
+            QVERIFY(!server.log().filter(QRegularExpression(QStringLiteral("^3 1 "))).isEmpty()); // read the device
+            QVERIFY(QFileInfo::exists(dir.filePath(QStringLiteral("shot.png"))));
+            QVERIFY2(!out.contains(QLatin1String("no program")), qPrintable(out)); // the NC view found its file
+        }
+    #endif
     }
-    QCOMPARE(marks.count(), 0);
-}
 
-void TestModbus::panelCommand_data()
-{
-#ifndef HMI_PANEL
-    QSKIP("built without hmi-panel");
-#else
-    QTest::addColumn<QString>("form");
-    QTest::addColumn<QByteArray>("map"); // empty: the operator screen's own map
-    QTest::addColumn<QString>("target"); // "server": the test server
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("said");
-    const QString operatorForm = QStringLiteral(HMI_FORMS_DIR "/operator.ui");
-    QTest::newRow("not host:port") << operatorForm << QByteArray() << "localhost" << 1 << "--modbus wants HOST:PORT";
-    QTest::newRow("map refused")
-        << operatorForm
-        << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding"},
-                                     {"dataClass":"User","first":5,"last":9,"table":"holding","start":50}]})")
-        << "server" << 1 << "overlap: both map the same variables";
-    QTest::newRow("variables the map lacks")
-        << operatorForm << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding"}]})")
-        << "server" << 1 << "no map entry for link 0, channel 1";
-    QTest::newRow("the operator screen on the device") << operatorForm << QByteArray() << "server" << 0 << "wrote";
-#endif
-}
-
-void TestModbus::panelCommand()
-{
-#ifdef HMI_PANEL
-    QFETCH(QString, form);
-    QFETCH(QByteArray, map);
-    QFETCH(QString, target);
-    QFETCH(int, status);
-    QFETCH(QString, said);
-    ModbusTestServer server;
-    QVERIFY(server.start());
-    QTemporaryDir dir;
-    QString mapFile = QStringLiteral(HMI_FORMS_DIR "/operator-modbus.json");
-    if (!map.isEmpty()) {
-        mapFile = dir.filePath(QStringLiteral("map.json"));
-        QFile file(mapFile);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(map);
-    }
-    // Paths as an operator types them: relative to where the panel is started, not to the form.
-    QProcess panel;
-    panel.setWorkingDirectory(dir.path());
-    panel.start(QStringLiteral(HMI_PANEL),
-                {QDir(dir.path()).relativeFilePath(form), QStringLiteral("--modbus"),
-                 target == QLatin1String("server") ? QStringLiteral("127.0.0.1:%1").arg(server.port()) : target,
-                 QStringLiteral("--map"), mapFile, QStringLiteral("--screenshot"), QStringLiteral("shot.png")});
-    QVERIFY(panel.waitForFinished(60000));
-    const QString out = QString::fromUtf8(panel.readAllStandardOutput() + panel.readAllStandardError());
-    QCOMPARE(panel.exitCode(), status);
-    QVERIFY2(out.contains(said), qPrintable(out));
-    if (status == 0) {
-        QVERIFY(!server.log().filter(QRegularExpression(QStringLiteral("^3 1 "))).isEmpty()); // read the device
-        QVERIFY(QFileInfo::exists(dir.filePath(QStringLiteral("shot.png"))));
-        QVERIFY2(!out.contains(QLatin1String("no program")), qPrintable(out)); // the NC view found its file
-    }
-#endif
-}
+private:
+    ModbusTestServer m_server; // for the tests that need neither its log nor a restart
+};
 
 QTEST_MAIN(TestModbus)
 #include "tst_modbus.moc"
