@@ -1,7 +1,7 @@
-// The dynamic image on a recording application: which picture a controller value shows, the bit
-// that shows or hides it, attachment, animations only when attached, the newest picture of a folder
-// (appended, replacing, older ones ignored, an unchanged folder not listed again), scaling and
-// geometry, the click signals, and pictures that must not be decoded.
+// The dynamic image on a recording application: which picture a controller value shows, still or
+// animated (animations play only when attached), pictures that must not be decoded, attachment, the
+// newest picture of a folder (appended, replacing, older ones ignored, an unchanged folder not listed
+// again), scaling and geometry, the click signals, and relative pictures in Designer.
 #include "dynamicimage.h"
 #include "fakedesignerhost.h"
 #include "newestfile.h"
@@ -19,45 +19,6 @@
 #include <fcntl.h>
 
 namespace {
-
-// A 4 x 4 animated GIF of two frames, one colour each: no LZW compression to speak of, a clear code
-// before every pixel keeps the codes 3 bits wide.
-QByteArray twoFrameGif()
-{
-    QByteArray gif("GIF89a");
-    gif.append("\x04\x00\x04\x00\x80\x00\x00", 7);           // 4 x 4, global table of two colours
-    gif.append("\xff\x00\x00\x00\x00\xff", 6);                // red, blue
-    gif.append("\x21\xff\x0bNETSCAPE2.0\x03\x01\x00\x00\x00", 19); // loop for ever
-    for (int frame = 0; frame < 2; ++frame) {
-        gif.append("\x21\xf9\x04\x04\x0a\x00\x00\x00", 8); // a tenth of a second each
-        gif.append("\x2c\x00\x00\x00\x00\x04\x00\x04\x00\x00", 10);
-        gif.append('\x02'); // minimum code size
-        quint32 bits = 0;
-        int count = 0;
-        QByteArray data;
-        const auto put = [&](int code) {
-            bits |= quint32(code) << count;
-            count += 3;
-            while (count >= 8) {
-                data.append(char(bits & 0xff));
-                bits >>= 8;
-                count -= 8;
-            }
-        };
-        for (int pixel = 0; pixel < 16; ++pixel) {
-            put(4); // clear
-            put(frame);
-        }
-        put(5); // end of information
-        if (count > 0)
-            data.append(char(bits & 0xff));
-        gif.append(char(data.size()));
-        gif.append(data);
-        gif.append('\x00');
-    }
-    gif.append('\x3b');
-    return gif;
-}
 
 void writeFile(const QString &path, const QByteArray &bytes)
 {
@@ -81,34 +42,31 @@ void age(const QString &path, int secondsAgo)
     QCOMPARE(utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times, 0), 0);
 }
 
-quint32 crc32(const QByteArray &bytes)
+// The file for a picture source in dir: a colour name makes a small PNG; "gif" is the sample
+// animation, "gif bomb" the same with its screen claimed as 60,000 x 60,000; "huge" a picture header
+// claiming 30,000 x 30,000 pixels; "text" and "cut png" hold no picture; "pipe" is a named pipe; a
+// path under /dev is that device; "missing" names no file.
+QString pictureFile(const QTemporaryDir &dir, const QString &source)
 {
-    quint32 crc = 0xffffffffu;
-    for (char byte : bytes) {
-        crc ^= quint8(byte);
-        for (int bit = 0; bit < 8; ++bit)
-            crc = (crc >> 1) ^ (0xedb88320u & (0u - (crc & 1u)));
+    if (source.startsWith(QLatin1String("/dev/")))
+        return source;
+    const QString path = dir.filePath(source);
+    QFile sample(QStringLiteral(HMI_FORMS_DIR "/pictures/running.gif"));
+    if (source.startsWith(QLatin1String("gif")) && sample.open(QIODevice::ReadOnly)) {
+        QByteArray gif = sample.readAll();
+        if (source.endsWith(QLatin1String("bomb")))
+            gif.replace(6, 4, QByteArray("\x60\xea\x60\xea", 4));
+        writeFile(path, gif);
+    } else if (QColor(source).isValid()) {
+        writePng(path, QColor(source));
+    } else if (source == QLatin1String("pipe")) {
+        mkfifo(QFile::encodeName(path).constData(), 0600);
+    } else if (source != QLatin1String("missing")) {
+        const QMap<QString, QByteArray> bytes{{"text", "hello"}, {"cut png", QByteArray("\x89PNG\r\n\x1a\n\x00\x00", 10)},
+                                              {"huge", "P6 30000 30000 255\n"}};
+        writeFile(path, bytes.value(source));
     }
-    return ~crc;
-}
-
-// A PNG whose header claims 100,000 x 100,000 pixels and that holds no picture.
-QByteArray hugePngHeader()
-{
-    QByteArray png("\x89PNG\r\n\x1a\n", 8);
-    QByteArray ihdr("IHDR");
-    const quint32 side = 100000;
-    for (int shift : {24, 16, 8, 0})
-        ihdr.append(char((side >> shift) & 0xff));
-    for (int shift : {24, 16, 8, 0})
-        ihdr.append(char((side >> shift) & 0xff));
-    ihdr.append("\x08\x02\x00\x00\x00", 5);
-    png.append("\x00\x00\x00\x0d", 4);
-    png.append(ihdr);
-    const quint32 crc = crc32(ihdr);
-    for (int shift : {24, 16, 8, 0})
-        png.append(char((crc >> shift) & 0xff));
-    return png;
+    return path;
 }
 
 } // namespace
@@ -120,68 +78,68 @@ class TstDynamicImage : public QObject
 private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
 
-    void indexRules_data()
+    void pictures_data()
     {
-        QTest::addColumn<QList<int>>("values"); QTest::addColumn<int>("index");
-        QTest::newRow("value 2: the third") << QList<int>{2} << 2;
-        QTest::newRow("value 3: nothing") << QList<int>{1, 3} << 1;
-        QTest::newRow("value -1: nothing") << QList<int>{0, -1} << 0;
-        QTest::newRow("none yet") << QList<int>{5} << -1;
+        QTest::addColumn<QStringList>("sources"); // as pictureFile() makes them
+        QTest::addColumn<int>("read");            // the value read at attachment; -2: never attached
+        QTest::addColumn<QList<int>>("values");   // delivered one after the other
+        QTest::addColumn<QString>("shown");       // the index, then blank, playing or the colour at (1, 1)
+        QTest::addColumn<bool>("warned");
+        const QStringList rgb{"red", "lime", "blue"};
+        QTest::newRow("value 2: the third") << rgb << -2 << QList<int>{2} << "2 #0000ff" << false;
+        QTest::newRow("value 3: nothing") << rgb << -2 << QList<int>{1, 3} << "1 #00ff00" << false;
+        QTest::newRow("value -1: nothing") << rgb << -2 << QList<int>{0, -1} << "0 #ff0000" << false;
+        QTest::newRow("none yet") << rgb << -2 << QList<int>{5} << "-1 blank" << false;
+        // Not attached (as in Designer) an animation is shown still; attached, the value read then is
+        // applied and the animation plays until another picture is chosen.
+        const QStringList animated{"red", "gif"};
+        QTest::newRow("animation not attached") << animated << -2 << QList<int>{1} << "1 #ebeef2" << false;
+        QTest::newRow("animation attached") << animated << 1 << QList<int>{} << "1 playing" << false;
+        QTest::newRow("animation left") << animated << 1 << QList<int>{0} << "0 #ff0000" << false;
+        // Not decoded: an empty label, and the good picture shows again after it.
+        for (const char *bad : {"text", "cut png", "huge", "gif bomb", "pipe", "/dev/zero", "missing"})
+            QTest::addRow("%s", bad) << QStringList{"red", bad} << -2 << QList<int>{1} << "1 blank" << (bad != QByteArray("missing"));
+        QTest::newRow("good after bad") << QStringList{"red", "text"} << -2 << QList<int>{1, 0} << "0 #ff0000" << true;
     }
-    void indexRules()
+    void pictures()
     {
-        QFETCH(QList<int>, values); QFETCH(int, index);
+        QFETCH(QStringList, sources); QFETCH(int, read); QFETCH(QList<int>, values); QFETCH(QString, shown);
+        QFETCH(bool, warned);
         QTemporaryDir dir;
         QStringList files;
-        const QColor colours[] = {Qt::red, Qt::green, Qt::blue};
-        for (int i = 0; i < 3; ++i) {
-            files << dir.filePath(QStringLiteral("%1.png").arg(i));
-            writePng(files.last(), colours[i]);
-        }
-        DynamicImage image;
-        image.setImages(files);
-        for (int value : values)
-            image.updateData(0, value);
-        QCOMPARE(image.index(), index);
-        if (index >= 0)
-            QCOMPARE(image.currentPixmap().toImage().pixelColor(1, 1), colours[index]);
-        else
-            QVERIFY(image.currentPixmap().isNull());
-    }
-
-    void attachment()
-    {
-        QTemporaryDir dir;
-        const QString still = dir.filePath(QStringLiteral("still.png"));
-        const QString blink = dir.filePath(QStringLiteral("blink.gif"));
-        writePng(still, Qt::red);
-        writeFile(blink, twoFrameGif());
+        for (const QString &source : sources)
+            files << pictureFile(dir, source);
+        if (warned)
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^DynamicImage \"gauge\": property \"images\": \"%1\" is not shown")
+                                                                      .arg(QRegularExpression::escape(files.at(1)))));
         RecordingQeltApp app;
-        app.memory().setWord(0, 1, 3, 40, 1);
         QDialog form;
         auto *image = new DynamicImage(&form);
-        image->setImages({still, blink});
-        image->setChannel(2);
-        image->setDataClass(DynamicImage::Reg);
-        image->setAddress(40);
-        image->SetVisibleBitType(DynamicImage::O_BIT);
-        image->SetVisibleAddress(7);
-        image->SetVisibleBitIndex(3);
-        // Not attached (as in Designer): the animation is shown still.
-        image->setIndex(1);
-        QVERIFY(!image->isPlaying());
-        image->setIndex(0);
-        image->setQeltAppAndFormPtr(&app, &form);
-        const QList<UiRegistration> regs = app.registrations();
-        QCOMPARE(regs.size(), 2);
-        QCOMPARE(regs.at(0).arguments(), (QVariantList{0, 0, 1, 3, 40, -1, 0, 1, 10, 10, 0, 0, false}));
-        QCOMPARE(regs.at(1).arguments(), (QVariantList{2, 0, 1, 0, 7, 1, 3, 1, 10, 10, 0, 0, false}));
-        QCOMPARE(app.callNames(), (QStringList{"registerUIVariable", "getData", "registerUIVariable"}));
-        // The value read at attachment is applied: the animation, playing now.
-        QCOMPARE(image->index(), 1);
-        QVERIFY(image->isPlaying());
-        app.deliver(image, 0, 0);
-        QVERIFY(!image->isPlaying());
+        image->setObjectName(QStringLiteral("gauge"));
+        image->setImages(files);
+        if (read != -2) {
+            app.memory().setWord(0, 1, 3, 40, read);
+            image->setChannel(2);
+            image->setDataClass(DynamicImage::Reg);
+            image->setAddress(40);
+            image->SetVisibleBitType(DynamicImage::O_BIT);
+            image->SetVisibleAddress(7);
+            image->SetVisibleBitIndex(3);
+            image->setQeltAppAndFormPtr(&app, &form);
+            QList<QVariantList> registered;
+            for (const UiRegistration &r : app.registrations())
+                registered << r.arguments();
+            QCOMPARE(registered, (QList<QVariantList>{{0, 0, 1, 3, 40, -1, 0, 1, 10, 10, 0, 0, false},
+                                                      {2, 0, 1, 0, 7, 1, 3, 1, 10, 10, 0, 0, false}}));
+            QCOMPARE(app.callNames(), (QStringList{"registerUIVariable", "getData", "registerUIVariable"}));
+        }
+        for (int value : values)
+            image->updateData(0, value);
+        const QPixmap pixmap = image->currentPixmap();
+        const QString look = pixmap.isNull() ? QStringLiteral("blank")
+                           : image->isPlaying() ? QStringLiteral("playing")
+                                                : pixmap.toImage().pixelColor(1, 1).name();
+        QCOMPARE(QStringLiteral("%1 %2").arg(image->index()).arg(look), shown);
     }
 
     void autoLoad()
@@ -191,32 +149,28 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(folder));
         DynamicImage image;
         image.setAutoLoadPath(folder);
-        // A running panel's event loop hears the folder's watcher between its polls.
+        const auto put = [&folder](const char *name, const QColor &colour, int secondsAgo) {
+            writePng(folder + QLatin1Char('/') + QLatin1String(name), colour);
+            if (secondsAgo)
+                age(folder + QLatin1Char('/') + QLatin1String(name), secondsAgo);
+        };
+        // A running panel's event loop hears the folder's watcher between its polls; what is listed and shown then.
         const auto poll = [&image] {
             QCoreApplication::processEvents();
             image.updateImage();
+            QStringList seen{QString::number(image.index())};
+            for (const QString &path : image.images())
+                seen << QFileInfo(path).fileName();
+            return seen << (image.currentPixmap().isNull() ? QStringLiteral("blank") : image.currentPixmap().toImage().pixelColor(1, 1).name());
         };
-        poll(); // empty folder
-        QCOMPARE(image.index(), -1);
-        QVERIFY(image.images().isEmpty());
-
-        writePng(folder + QStringLiteral("/a.png"), Qt::red);
-        age(folder + QStringLiteral("/a.png"), 60);
+        QCOMPARE(poll(), (QStringList{"-1", "blank"})); // empty folder
+        put("a.png", Qt::red, 60);
         writeFile(folder + QStringLiteral("/notes.txt"), "not a picture");
-        poll();
-        QCOMPARE(image.images(), QStringList{folder + QStringLiteral("/a.png")});
-        QCOMPARE(image.index(), 0);
-
-        writePng(folder + QStringLiteral("/b.png"), Qt::green);
-        age(folder + QStringLiteral("/b.png"), 30);
-        poll(); // newer: replaces the entry
-        QCOMPARE(image.images(), QStringList{folder + QStringLiteral("/b.png")});
-        QCOMPARE(image.currentPixmap().toImage().pixelColor(1, 1), QColor(Qt::green));
-
-        writePng(folder + QStringLiteral("/c.png"), Qt::blue);
-        age(folder + QStringLiteral("/c.png"), 90);
-        poll(); // older: nothing
-        QCOMPARE(image.images(), QStringList{folder + QStringLiteral("/b.png")});
+        QCOMPARE(poll(), (QStringList{"0", "a.png", "#ff0000"}));
+        put("b.png", Qt::green, 30);
+        QCOMPARE(poll(), (QStringList{"0", "b.png", "#00ff00"})); // newer: replaces the entry
+        put("c.png", Qt::blue, 90);
+        QCOMPARE(poll(), (QStringList{"0", "b.png", "#00ff00"})); // older: nothing
 
         // An unchanged folder is not listed again; a picture rewritten in place, the folder's own
         // time unchanged, is found at the next poll: an older one that becomes the newest, and the
@@ -227,18 +181,14 @@ private Q_SLOTS:
         for (int i = 0; i < 5; ++i)
             poll();
         QCOMPARE(image.folderListings(), listings);
-        writePng(folder + QStringLiteral("/c.png"), Qt::yellow);
+        put("c.png", Qt::yellow, 0);
         age(folder, 20);
-        poll();
-        QCOMPARE(image.images(), QStringList{folder + QStringLiteral("/c.png")});
-        QCOMPARE(image.currentPixmap().toImage().pixelColor(1, 1), QColor(Qt::yellow));
-        writePng(folder + QStringLiteral("/c.png"), Qt::cyan);
-        poll();
-        QCOMPARE(image.currentPixmap().toImage().pixelColor(1, 1), QColor(Qt::cyan));
+        QCOMPARE(poll(), (QStringList{"0", "c.png", "#ffff00"}));
+        put("c.png", Qt::cyan, 0);
+        QCOMPARE(poll(), (QStringList{"0", "c.png", "#00ffff"}));
         age(folder + QStringLiteral("/c.png"), 10);
-        writePng(folder + QStringLiteral("/d.png"), Qt::magenta);
-        poll();
-        QCOMPARE(image.images(), QStringList{folder + QStringLiteral("/d.png")});
+        put("d.png", Qt::magenta, 0);
+        QCOMPARE(poll(), (QStringList{"0", "d.png", "#ff00ff"}));
         // A listing reads no more entries than its bound, matching or not, and tells so.
         NewestFile few(3);
         few.setPath(folder);
@@ -246,21 +196,16 @@ private Q_SLOTS:
         QVERIFY(few.truncated());
         // A folder that vanished changes nothing.
         QVERIFY(QDir(folder).removeRecursively());
-        poll();
-        QCOMPARE(image.images(), QStringList{folder + QStringLiteral("/d.png")});
-        image.setAutoLoadImage(true);
-        image.setAutoLoadImage(false);
+        QCOMPARE(poll(), (QStringList{"0", "d.png", "#ff00ff"}));
     }
 
     void scalingAndGeometry()
     {
         QTemporaryDir dir;
-        const QString file = dir.filePath(QStringLiteral("p.png"));
-        writePng(file, Qt::red);
         QDialog form;
         auto *image = new DynamicImage(&form);
         image->setGeometry(10, 20, 100, 60);
-        image->setImages({file});
+        image->setImages({pictureFile(dir, QStringLiteral("red"))});
         image->setIndex(0);
         image->setScaledContents(true);
         QCOMPARE(image->currentPixmap().size(), QSize(100, 60));
@@ -294,46 +239,6 @@ private Q_SLOTS:
                           Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(&image, &twice);
         QCOMPARE(order, (QStringList{"clicked", "doubleClicked", "clicked"}));
-    }
-
-    void picturesNotToDecode_data()
-    {
-        QTest::addColumn<QByteArray>("bytes"); // or "<pipe>", "/dev/..." for what is no file
-        QTest::newRow("text named .png") << QByteArray("hello");
-        QTest::newRow("cut PNG") << QByteArray("\x89PNG\r\n\x1a\n\x00\x00", 10);
-        QTest::newRow("huge dimensions") << hugePngHeader();
-        // The animation's screen claimed as 60,000 x 60,000: a GIF bomb.
-        QByteArray bomb = twoFrameGif();
-        bomb.replace(6, 4, QByteArray("\x60\xea\x60\xea", 4));
-        QTest::newRow("GIF bomb") << bomb;
-        QTest::newRow("missing") << QByteArray();
-        QTest::newRow("named pipe") << QByteArray("<pipe>");
-        QTest::newRow("device") << QByteArray("/dev/zero");
-    }
-    void picturesNotToDecode()
-    {
-        QFETCH(QByteArray, bytes);
-        QTemporaryDir dir;
-        const QString good = dir.filePath(QStringLiteral("good.png"));
-        QString bad = dir.filePath(QStringLiteral("bad.png"));
-        writePng(good, Qt::red);
-        if (bytes == "<pipe>")
-            QCOMPARE(mkfifo(QFile::encodeName(bad).constData(), 0600), 0);
-        else if (bytes.startsWith("/dev/"))
-            bad = QString::fromLatin1(bytes);
-        else if (!bytes.isEmpty())
-            writeFile(bad, bytes);
-        DynamicImage image;
-        image.setObjectName(QStringLiteral("gauge"));
-        image.setImages({good, bad});
-        image.setIndex(0);
-        if (!bytes.isEmpty())
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^DynamicImage \"gauge\": property \"images\": \"%1\"").arg(bad)));
-        image.setIndex(1);
-        QCOMPARE(image.index(), 1);
-        QVERIFY(image.currentPixmap().isNull()); // an empty label, nothing decoded
-        image.setIndex(0);
-        QVERIFY(!image.currentPixmap().isNull());
     }
 
     // Designer reads a form before it tells which file the form is: a relative picture is found once
