@@ -72,6 +72,14 @@ inline QList<QVariantList> argumentsOf(const QList<RecordingQeltApp::Call> &call
         out << c.args;
     return out;
 }
+// Each call as its name followed by its arguments.
+inline QList<QVariantList> namedArguments(const QList<RecordingQeltApp::Call> &calls)
+{
+    QList<QVariantList> out;
+    for (const RecordingQeltApp::Call &c : calls)
+        out << QVariantList{c.name} + c.args;
+    return out;
+}
 // Mouse move with the left button held, as a drag delivers it.
 inline void dragTo(QWidget *w, const QPoint &pos)
 {

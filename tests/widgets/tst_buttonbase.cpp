@@ -9,6 +9,7 @@
 #include <QtTest>
 
 #include <climits>
+#include <tuple>
 
 // Records the button's signals in the order they arrive.
 class SignalLog
@@ -43,7 +44,8 @@ static void moveMouse(QWidget *w, const QPoint &pos)
 
 // Runs steps like "press 10 10", "move 200 10", "release 10 10", "rpress 10 10" (right button), "disable 0 0",
 // "hide 0 0", "blur 0 0" (focus lost), "delay 0 0" (the delayed trigger on), "key 32", "keyup 32",
-// "animate 10 0" (animated click of 10 ms) and "wait 50 0" (ms).
+// "animate 10 0" (animated click of 10 ms), "wait 50 0" (ms), "shortcut 0 0" (Ctrl+K, Ctrl+L), "shortcuts 0 0"
+// (shortcut disabled; 1: enabled) and "ctrl 75" (Ctrl+K to the window).
 static void play(AbstractButton *b, const QStringList &steps)
 {
     for (const QString &step : steps) {
@@ -71,6 +73,12 @@ static void play(AbstractButton *b, const QStringList &steps)
             b->animateClick(pos.x());
         else if (f[0] == "wait")
             QTest::qWait(pos.x());
+        else if (f[0] == "shortcut")
+            b->setShortcut(QKeySequence("Ctrl+K, Ctrl+L"));
+        else if (f[0] == "shortcuts")
+            b->setShortcutEnabled(pos.x());
+        else if (f[0] == "ctrl")
+            QTest::keyClick(b->window(), Qt::Key(pos.x()), Qt::ControlModifier);
         else
             moveMouse(b, pos);
     }
@@ -139,6 +147,45 @@ static QRect captionBox(const QImage &img)
     return box;
 }
 
+// The button painted with look words: "radius N", "checked", "down", "disabled", "on" (the on state),
+// "picture F" (a green picture for face F), "borderless", "size W H", "text S", "align FLAGS", "icon POSITION"
+// (a green 16 px icon).
+static QImage facePicture(const QStringList &look)
+{
+    OnOffTestButton b;
+    for (const QString &word : look) {
+        const QString arg = word.section(' ', 1);
+        if (word.startsWith("radius")) {
+            b.look.cornersRadius = arg.toInt();
+        } else if (word == "checked") {
+            b.setCheckable(true);
+            b.setChecked(true);
+        } else if (word == "down") {
+            b.setDown(true);
+        } else if (word == "disabled") {
+            b.setEnabled(false);
+        } else if (word == "on") {
+            b.stateOn = true;
+        } else if (word == "borderless") {
+            b.look.borderEnabled = false;
+        } else if (word.startsWith("size")) {
+            b.resize(arg.section(' ', 0, 0).toInt(), arg.section(' ', 1).toInt());
+        } else if (word.startsWith("text")) {
+            b.setText(arg);
+        } else if (word.startsWith("align")) {
+            b.setAlignment(Qt::Alignment(QMetaEnum::fromType<Qt::Alignment>().keysToValue(qPrintable(arg))));
+        } else if (word.startsWith("icon")) {
+            b.setIcon(QIcon(solid(Qt::green, 16)));
+            b.setIconSize(QSize(16, 16));
+            const int position = QMetaEnum::fromType<AbstractButton::EButtonPosition>().keyToValue(qPrintable(arg));
+            b.look.iconPosition = AbstractButton::EButtonPosition(position);
+        } else {
+            (arg == "on" ? b.on : b.disabled).picture = solid(Qt::green);
+        }
+    }
+    return b.grab().toImage();
+}
+
 class TestButtonBase : public QObject
 {
     Q_OBJECT
@@ -202,6 +249,14 @@ private slots:
                                                       << QStringList{"pressed", "released"};
         QTest::newRow("delayed trigger, disabled") << false << QStringList{"delay 0 0", "press 50 15", "disable 0 0", "wait 1500 0"}
                                                    << QStringList{"pressed"};
+        // Either key of the shortcut clicks the button, unless the shortcut is disabled.
+        for (const char *key : {"75", "76"}) {
+            QStringList steps{"shortcut 0 0"};
+            for (const char *enabled : {"1", "0", "1"})
+                steps << QStringLiteral("shortcuts %1 0").arg(enabled) << QStringLiteral("ctrl %1").arg(key) << "wait 400 0";
+            QTest::addRow("shortcut key %s", key) << false << steps
+                                                  << QStringList{"pressed", "released", "clicked", "pressed", "released", "clicked"};
+        }
         QTest::newRow("delayed trigger, focus lost") << false << QStringList{"delay 0 0", "press 50 15", "blur 0 0", "wait 1500 0"}
                                                      << QStringList{"pressed"};
     }
@@ -234,30 +289,6 @@ private slots:
             expected << "released" << "clicked" << "pressed";
         expected << "released" << "clicked";
         QCOMPARE(log.entries, expected);
-    }
-
-    void shortcutKeys_data()
-    {
-        QTest::addColumn<int>("key");
-        QTest::newRow("first key") << int(Qt::Key_K);
-        QTest::newRow("second key") << int(Qt::Key_L);
-    }
-    void shortcutKeys()
-    {
-        QFETCH(int, key);
-        AbstractButton *b = shownButton();
-        b->setShortcut(QKeySequence("Ctrl+K, Ctrl+L"));
-        SignalLog log(b);
-        auto hit = [&] { QTest::keyClick(window, Qt::Key(key), Qt::ControlModifier); };
-        hit();
-        QTRY_COMPARE(log.count("clicked"), 1);
-        b->setShortcutEnabled(false);
-        hit();
-        QTest::qWait(400);
-        QCOMPARE(log.count("clicked"), 1);
-        b->setShortcutEnabled(true);
-        hit();
-        QTRY_COMPARE(log.count("clicked"), 2);
     }
 
     void exclusiveGroup()
@@ -320,9 +351,9 @@ private slots:
         QCOMPARE(focused->isChecked(), exclusive || target < 0);
     }
 
-    // The face as painted. look: "radius N", "checked", "disabled", "on" (the on state), "picture F" (a
-    // green picture for face F), "borderless". pixels: "colour@x,y;x,y..." with the colours named in
-    // named(); "!colour": any other; "blend": the border's grey, between edge and background.
+    // The face as painted. look: as facePicture() takes it. pixels: "colour@x,y;x,y..." with the colours named
+    // in named(); "!colour": any other; "blend": the border's grey, between edge and background; "caption
+    // DX,DY@LOOK": the caption lies moved by DX,DY against the one painted with LOOK (words split by ';').
     void faces_data()
     {
         QTest::addColumn<QStringList>("look"); QTest::addColumn<QStringList>("pixels");
@@ -341,31 +372,39 @@ private slots:
         QTest::newRow("on picture, off state") << QStringList{"picture on"} << QStringList{"off@50,15"} + raisedBody;
         QTest::newRow("disabled picture, no border") << QStringList{"disabled", "on", "picture on", "picture disabled", "borderless"}
                                                      << QStringList{"green@50,15;50,2;98,15;0,15"};
+        QTest::newRow("caption shifted when down") << QStringList{"text Caption", "down"} << QStringList{"caption 1,1@text Caption"};
+        QTest::newRow("caption shifted when checked") << QStringList{"text Caption", "checked"} << QStringList{"caption 1,1@text Caption"};
+        // The icon's place, and how far the caption moves against one without icon aligned to that side.
+        const QList<std::tuple<const char *, QRect, const char *, const char *>> icons{
+            {"PositionTop", {42, 5, 16, 16}, "0,26", "AlignHCenter|AlignTop"},
+            {"PositionBottom", {42, 59, 16, 16}, "0,-26", "AlignHCenter|AlignBottom"},
+            {"PositionLeft", {5, 32, 16, 16}, "26,0", "AlignLeft|AlignVCenter"},
+            {"PositionRight", {79, 32, 16, 16}, "-26,0", "AlignRight|AlignVCenter"},
+            {"PositionMid", {42, 32, 16, 16}, "0,0", "AlignLeft|AlignTop"}};
+        for (const auto &[position, r, shift, align] : icons) {
+            const auto corners = [](const QPoint &a, const QPoint &b) {
+                return QStringLiteral("%1,%2;%3,%4").arg(a.x()).arg(a.y()).arg(b.x()).arg(b.y());
+            };
+            QTest::addRow("icon %s", position)
+                << QStringList{"size 100 80", "text W", "align AlignLeft|AlignTop", QStringLiteral("icon %1").arg(position)}
+                << QStringList{"green@" + corners(r.topLeft(), r.bottomRight()),
+                               "!green@" + corners(r.topLeft() - QPoint(1, 0), r.bottomRight() + QPoint(0, 1)),
+                               QStringLiteral("caption %1@size 100 80;text W;align %2").arg(shift, align)};
+        }
     }
     void faces()
     {
         QFETCH(QStringList, look); QFETCH(QStringList, pixels);
-        OnOffTestButton b;
-        for (const QString &word : std::as_const(look)) {
-            const QString arg = word.section(' ', 1);
-            if (word.startsWith("radius")) {
-                b.look.cornersRadius = arg.toInt();
-            } else if (word == "checked") {
-                b.setCheckable(true);
-                b.setChecked(true);
-            } else if (word == "disabled") {
-                b.setEnabled(false);
-            } else if (word == "on") {
-                b.stateOn = true;
-            } else if (word == "borderless") {
-                b.look.borderEnabled = false;
-            } else {
-                (arg == "on" ? b.on : b.disabled).picture = solid(Qt::green);
-            }
-        }
-        const QImage img = b.grab().toImage();
+        const QImage img = facePicture(look);
         for (const QString &group : std::as_const(pixels)) {
             const QString colour = group.section('@', 0, 0);
+            if (colour.startsWith("caption")) {
+                const QRect unmoved = captionBox(facePicture(group.section('@', 1).split(';')));
+                const QStringList shift = colour.section(' ', 1).split(',');
+                QVERIFY(!unmoved.isEmpty());
+                QCOMPARE(captionBox(img), unmoved.translated(shift.at(0).toInt(), shift.at(1).toInt()));
+                continue;
+            }
             for (const QString &xy : group.section('@', 1).split(';')) {
                 const QColor c = img.pixelColor(xy.section(',', 0, 0).toInt(), xy.section(',', 1).toInt());
                 const bool ok = colour == "blend"       ? qGray(c.rgb()) < 200 && qGray(c.rgb()) > 50
@@ -376,80 +415,32 @@ private slots:
         }
     }
 
-    void icon_data()
-    {
-        QTest::addColumn<int>("position"); QTest::addColumn<QRect>("iconRect");
-        QTest::addColumn<QPoint>("captionShift"); // against a caption without icon aligned as flags say
-        QTest::addColumn<int>("flags");
-        QTest::newRow("top") << int(AbstractButton::PositionTop) << QRect(42, 5, 16, 16) << QPoint(0, 26)
-                             << int(Qt::AlignHCenter | Qt::AlignTop);
-        QTest::newRow("bottom") << int(AbstractButton::PositionBottom) << QRect(42, 59, 16, 16) << QPoint(0, -26)
-                                << int(Qt::AlignHCenter | Qt::AlignBottom);
-        QTest::newRow("left") << int(AbstractButton::PositionLeft) << QRect(5, 32, 16, 16) << QPoint(26, 0)
-                              << int(Qt::AlignLeft | Qt::AlignVCenter);
-        QTest::newRow("right") << int(AbstractButton::PositionRight) << QRect(79, 32, 16, 16) << QPoint(-26, 0)
-                               << int(Qt::AlignRight | Qt::AlignVCenter);
-        QTest::newRow("mid") << int(AbstractButton::PositionMid) << QRect(42, 32, 16, 16) << QPoint(0, 0)
-                             << int(Qt::AlignLeft | Qt::AlignTop);
-    }
-    void icon()
-    {
-        QFETCH(int, position); QFETCH(QRect, iconRect); QFETCH(QPoint, captionShift); QFETCH(int, flags);
-        OnOffTestButton plain;
-        plain.resize(100, 80);
-        plain.setText("W");
-        plain.setAlignment(Qt::Alignment(flags));
-        OnOffTestButton b;
-        b.resize(100, 80);
-        b.setText("W");
-        b.setAlignment(Qt::AlignLeft | Qt::AlignTop);
-        b.setIcon(QIcon(solid(Qt::green, 16)));
-        b.setIconSize(QSize(16, 16));
-        b.look.iconPosition = AbstractButton::EButtonPosition(position);
-
-        const QImage img = b.grab().toImage();
-        for (const QPoint &p : {iconRect.topLeft(), iconRect.bottomRight()})
-            QCOMPARE(img.pixelColor(p), QColor(Qt::green));
-        for (const QPoint &p : {iconRect.topLeft() - QPoint(1, 0), iconRect.bottomRight() + QPoint(0, 1)})
-            QVERIFY(img.pixelColor(p) != QColor(Qt::green));
-
-        const QRect expected = captionBox(plain.grab().toImage()).translated(captionShift);
-        QVERIFY(!expected.isEmpty());
-        QCOMPARE(captionBox(img), expected);
-    }
-
-    void extremeGeometry_data()
-    {
-        QTest::addColumn<int>("position"); QTest::addColumn<int>("iconSpace"); QTest::addColumn<int>("textSpace");
-        QTest::addColumn<int>("iconSide");
-        for (int position = AbstractButton::PositionTop; position <= AbstractButton::PositionMid; ++position) {
-            const QByteArray name = QMetaEnum::fromType<AbstractButton::EButtonPosition>().valueToKey(position);
-            QTest::newRow(name + " largest") << position << INT_MAX << INT_MAX << INT_MAX;
-            QTest::newRow(name + " smallest") << position << INT_MIN << INT_MIN << INT_MAX;
-            QTest::newRow(name + " mixed") << position << INT_MIN << INT_MAX << 16;
-        }
-    }
-    // Spacing and icon size at the ends of int: the icon and caption land off the button, nothing wraps.
+    // Spacing and icon size at the ends of int, for every icon place: the icon and caption land off the
+    // button, nothing wraps.
     void extremeGeometry()
     {
-        QFETCH(int, position); QFETCH(int, iconSpace); QFETCH(int, textSpace); QFETCH(int, iconSide);
-        OnOffTestButton b;
-        b.setText("W");
-        b.setIcon(QIcon(solid(Qt::green, 16)));
-        b.setIconSize(QSize(iconSide, iconSide));
-        b.look.iconPosition = AbstractButton::EButtonPosition(position);
-        b.look.iconSpace = iconSpace;
-        b.look.textSpace = textSpace;
-        const ButtonPainter painter(&b, b.look);
-        const QRect icon = painter.iconRect();
-        const QRect caption = painter.captionRect();
-        QVERIFY(icon.width() >= 0 && icon.height() >= 0);
-        QCOMPARE(caption.size(), b.size());
-        if (position == AbstractButton::PositionLeft && iconSpace == INT_MAX)
-            QVERIFY(icon.left() > b.width() && caption.left() > icon.left());
-        if (position == AbstractButton::PositionRight && iconSpace == INT_MAX)
-            QVERIFY(icon.right() < 0 && caption.right() < icon.right());
-        QVERIFY(!b.grab().isNull());
+        for (int position = AbstractButton::PositionTop; position <= AbstractButton::PositionMid; ++position) {
+            for (const auto &[iconSpace, textSpace, iconSide] : {std::tuple(INT_MAX, INT_MAX, INT_MAX),
+                                                                 std::tuple(INT_MIN, INT_MIN, INT_MAX), std::tuple(INT_MIN, INT_MAX, 16)}) {
+                OnOffTestButton b;
+                b.setText("W");
+                b.setIcon(QIcon(solid(Qt::green, 16)));
+                b.setIconSize(QSize(iconSide, iconSide));
+                b.look.iconPosition = AbstractButton::EButtonPosition(position);
+                b.look.iconSpace = iconSpace;
+                b.look.textSpace = textSpace;
+                const ButtonPainter painter(&b, b.look);
+                const QRect icon = painter.iconRect();
+                const QRect caption = painter.captionRect();
+                QVERIFY(icon.width() >= 0 && icon.height() >= 0);
+                QCOMPARE(caption.size(), b.size());
+                if (position == AbstractButton::PositionLeft && iconSpace == INT_MAX)
+                    QVERIFY(icon.left() > b.width() && caption.left() > icon.left());
+                if (position == AbstractButton::PositionRight && iconSpace == INT_MAX)
+                    QVERIFY(icon.right() < 0 && caption.right() < icon.right());
+                QVERIFY(!b.grab().isNull());
+            }
+        }
     }
 
     void renderCache_data()
@@ -476,24 +467,6 @@ private slots:
         QCOMPARE(corner.toImage().pixelColor(50, 15), OffBody);
     }
 
-    void pressedShift_data()
-    {
-        QTest::addColumn<bool>("down"); QTest::addColumn<bool>("checked");
-        QTest::newRow("down") << true << false;
-        QTest::newRow("checked") << false << true;
-    }
-    void pressedShift()
-    {
-        QFETCH(bool, down); QFETCH(bool, checked);
-        OnOffTestButton b;
-        b.setText("Caption");
-        const QRect up = captionBox(b.grab().toImage());
-        b.setCheckable(true);
-        b.setChecked(checked);
-        b.setDown(down);
-        QVERIFY(!up.isEmpty());
-        QCOMPARE(captionBox(b.grab().toImage()), up.translated(1, 1));
-    }
 };
 
 QTEST_MAIN(TestButtonBase)

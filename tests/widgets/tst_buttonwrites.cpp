@@ -18,15 +18,18 @@ using namespace buttontest;
 namespace {
 using Panel = buttontest::PanelOf<BitButton>;
 // Presses write bit 5 of user word 100 on channel 2, link 3: setBit(1, 7, 100, 5, value, 3).
-void writeUserBit100_5(BitButton *b, int action)
+const QStringList writesUserBit100_5{"comId=3", "channel=2", "writeBitType=7", "writeAddress=100", "writeBitIndex=5"};
+// The current-channel word moves on at every read, so that a press reading it twice shows.
+struct MovingChannelApp : RecordingQeltApp
 {
-    b->setComId(3);
-    b->SetChannel(2);
-    b->SetWriteBitType(BitButton::User);
-    b->SetWriteAddress(100);
-    b->SetWriteBitIndex(5);
-    b->SetAction(BitButton::Action(action));
-}
+    int getData(int channel, DataClass dataClass, int address, int comId) override
+    {
+        const int value = RecordingQeltApp::getData(channel, dataClass, address, comId);
+        if (address == CurrentChannelAddress)
+            memory().setWord(comId, channel, dataClass, address, value + 1);
+        return value;
+    }
+};
 // Shows what the function button paints in its current state.
 class ProbeButton : public FunctionButton
 {
@@ -57,6 +60,7 @@ private slots:
         QTest::newRow("BitButton action 7 ignored: stays SetOn") << "BitButton" << 7 << false << true << -1 << 1;
         QTest::newRow("BitButton SetOn, current channel 3") << "BitButton" << 0 << false << true << 3 << 2;
         QTest::newRow("BitButton SetOff, current channel 0 gives 0") << "BitButton" << int(BitButton::SetOff) << true << false << 0 << 0;
+        QTest::newRow("BitButton SetOn, current channel smallest int gives 0") << "BitButton" << 0 << false << true << INT_MIN << 0;
         QTest::newRow("BitButton Invert reads and writes one current channel") << "BitButton" << int(BitButton::Invert) << false << true << 3 << 2;
         QTest::newRow("FunctionButton SetOn") << "FunctionButton" << int(FunctionButton::SetOn) << false << true << -1 << 1;
         QTest::newRow("FunctionButton KeepOn") << "FunctionButton" << int(FunctionButton::KeepOn) << false << true << -1 << 1;
@@ -72,48 +76,26 @@ private slots:
     {
         QFETCH(QString, className); QFETCH(int, action); QFETCH(bool, bitBefore); QFETCH(bool, written);
         QFETCH(int, currentChannel); QFETCH(int, channel);
-        // The current-channel word moves on at every read, so that a press reading it twice shows.
-        struct MovingChannelApp : RecordingQeltApp
-        {
-            int getData(int channel, DataClass dataClass, int address, int comId) override
-            {
-                const int value = RecordingQeltApp::getData(channel, dataClass, address, comId);
-                if (address == CurrentChannelAddress)
-                    memory().setWord(comId, channel, dataClass, address, value + 1);
-                return value;
-            }
-        } app;
-        QDialog form;
-        form.setProperty("QeltApp", QeltApp::toVariant(&app));
-        form.resize(200, 60);
-        QWidget *b = WidgetFactory::create(className, &form);
-        b->setGeometry(0, 0, 100, 30);
-        for (const auto &[name, value] : std::initializer_list<std::pair<const char *, int>>{
-                 {"comId", 3}, {"channel", 2}, {"writeBitType", 7}, {"writeAddress", 100}, {"writeBitIndex", 5}})
-            QVERIFY(b->setProperty(name, value));
-        b->setProperty("action", action);
-        b->setProperty("ChnNoVarEnable", currentChannel >= 0);
+        PanelOf<QWidget, MovingChannelApp> panel(className);
+        QWidget *b = panel.button;
+        MovingChannelApp &app = panel.app;
+        panel.set(writesUserBit100_5 + QStringList{QStringLiteral("action=%1").arg(action),
+                                                   QStringLiteral("ChnNoVarEnable=%1").arg(int(currentChannel != -1))});
         // The monitor bit (I0.0) holds the opposite value, so a read of the wrong bit shows.
         app.memory().setBit(3, channel, QeltApp::User_BIT, 100, 5, bitBefore);
         app.memory().setBit(3, channel, QeltApp::I_BIT, 0, 0, !bitBefore);
-        form.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        panel.form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&panel.form));
         app.memory().setWord(0, 0, QeltApp::Com, QeltApp::CurrentChannelAddress, currentChannel);
         app.clearCalls();
         QTest::mousePress(b, Qt::LeftButton, {}, QPoint(50, 15));
-        QCOMPARE(argumentsOf(app.callsNamed("setBit")), (QList<QVariantList>{{channel, 7, 100, 5, written, 3}}));
-        const bool readsChannel = currentChannel >= 0 && className == "BitButton";
-        const bool inverts = action == BitButton::Invert;
-        QStringList names;
-        if (readsChannel)
-            names << "getData";
-        if (inverts)
-            names << "getBit";
-        QCOMPARE(app.callNames(), names << "setBit");
-        if (readsChannel)
-            QCOMPARE(app.calls().first().args, QVariantList({0, int(QeltApp::Com), QeltApp::CurrentChannelAddress, 0}));
-        if (inverts)
-            QCOMPARE(app.callsNamed("getBit").first().args, QVariantList({channel, 7, 100, 5, 3}));
+        // What the press reads and writes: the current channel (the bit button only), the bit it inverts.
+        QList<QVariantList> calls;
+        if (currentChannel != -1 && className == "BitButton")
+            calls << QVariantList{"getData", 0, int(QeltApp::Com), QeltApp::CurrentChannelAddress, 0};
+        if (action == BitButton::Invert)
+            calls << QVariantList{"getBit", channel, 7, 100, 5, 3};
+        QCOMPARE(namedArguments(app.calls()), (calls << QVariantList{"setBit", channel, 7, 100, 5, written, 3}));
         QCOMPARE(b->property("state").toInt(), 0); // the write is not shown until the monitor bit comes back
         app.clearCalls();
         QSignalSpy released(b, SIGNAL(released()));
@@ -147,11 +129,8 @@ private slots:
         QFETCH(int, action); QFETCH(QString, end);
         Panel panel;
         BitButton *b = panel.button;
-        writeUserBit100_5(b, action);
-        b->SetEnabledBitType(BitButton::O_BIT);
-        b->SetVisibleBitType(BitButton::O_BIT);
-        b->SetVisibleAddress(1);
-        b->setOperationalAuthority(3);
+        panel.set(writesUserBit100_5 + QStringList{QStringLiteral("action=%1").arg(action), "enabledBitType=1", "visibleBitType=1",
+                                                   "visibleAddress=1", "operationalAuthority=3"});
         panel.form.show();
         panel.form.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&panel.form));
