@@ -9,6 +9,7 @@
 #include <QtTest>
 
 #include <climits>
+#include <functional>
 #include <tuple>
 
 // Records the button's signals in the order they arrive.
@@ -48,39 +49,25 @@ static void moveMouse(QWidget *w, const QPoint &pos)
 // (shortcut disabled; 1: enabled) and "ctrl 75" (Ctrl+K to the window).
 static void play(AbstractButton *b, const QStringList &steps)
 {
+    const QHash<QString, std::function<void(const QPoint &)>> actions{
+        {"key", [b](const QPoint &p) { QTest::keyPress(b, Qt::Key(p.x())); }},
+        {"keyup", [b](const QPoint &p) { QTest::keyRelease(b, Qt::Key(p.x())); }},
+        {"press", [b](const QPoint &p) { QTest::mousePress(b, Qt::LeftButton, {}, p); }},
+        {"rpress", [b](const QPoint &p) { QTest::mousePress(b, Qt::RightButton, {}, p); }},
+        {"release", [b](const QPoint &p) { QTest::mouseRelease(b, Qt::LeftButton, {}, p); }},
+        {"move", [b](const QPoint &p) { moveMouse(b, p); }},
+        {"disable", [b](const QPoint &) { b->setEnabled(false); }},
+        {"hide", [b](const QPoint &) { b->hide(); }},
+        {"blur", [b](const QPoint &) { b->clearFocus(); }},
+        {"delay", [b](const QPoint &) { b->setDeylayTrigger(true); }},
+        {"animate", [b](const QPoint &p) { b->animateClick(p.x()); }},
+        {"wait", [](const QPoint &p) { QTest::qWait(p.x()); }},
+        {"shortcut", [b](const QPoint &) { b->setShortcut(QKeySequence("Ctrl+K, Ctrl+L")); }},
+        {"shortcuts", [b](const QPoint &p) { b->setShortcutEnabled(p.x()); }},
+        {"ctrl", [b](const QPoint &p) { QTest::keyClick(b->window(), Qt::Key(p.x()), Qt::ControlModifier); }}};
     for (const QString &step : steps) {
         const QStringList f = step.split(' ');
-        const QPoint pos(f[1].toInt(), f.value(2).toInt());
-        if (f[0] == "key")
-            QTest::keyPress(b, Qt::Key(pos.x()));
-        else if (f[0] == "keyup")
-            QTest::keyRelease(b, Qt::Key(pos.x()));
-        else if (f[0] == "press")
-            QTest::mousePress(b, Qt::LeftButton, {}, pos);
-        else if (f[0] == "rpress")
-            QTest::mousePress(b, Qt::RightButton, {}, pos);
-        else if (f[0] == "release")
-            QTest::mouseRelease(b, Qt::LeftButton, {}, pos);
-        else if (f[0] == "disable")
-            b->setEnabled(false);
-        else if (f[0] == "hide")
-            b->hide();
-        else if (f[0] == "blur")
-            b->clearFocus();
-        else if (f[0] == "delay")
-            b->setDeylayTrigger(true);
-        else if (f[0] == "animate")
-            b->animateClick(pos.x());
-        else if (f[0] == "wait")
-            QTest::qWait(pos.x());
-        else if (f[0] == "shortcut")
-            b->setShortcut(QKeySequence("Ctrl+K, Ctrl+L"));
-        else if (f[0] == "shortcuts")
-            b->setShortcutEnabled(pos.x());
-        else if (f[0] == "ctrl")
-            QTest::keyClick(b->window(), Qt::Key(pos.x()), Qt::ControlModifier);
-        else
-            moveMouse(b, pos);
+        actions.value(f[0])(QPoint(f[1].toInt(), f.value(2).toInt()));
     }
 }
 
@@ -104,6 +91,7 @@ public:
     OnOffTestButton()
     {
         resize(100, 30);
+        setCheckable(true); // painted as any other until checked
         QPalette pal = palette();
         pal.setColor(QPalette::Light, Light);
         pal.setColor(QPalette::Dark, Dark);
@@ -153,36 +141,27 @@ static QRect captionBox(const QImage &img)
 static QImage facePicture(const QStringList &look)
 {
     OnOffTestButton b;
-    for (const QString &word : look) {
-        const QString arg = word.section(' ', 1);
-        if (word.startsWith("radius")) {
-            b.look.cornersRadius = arg.toInt();
-        } else if (word == "checked") {
-            b.setCheckable(true);
-            b.setChecked(true);
-        } else if (word == "down") {
-            b.setDown(true);
-        } else if (word == "disabled") {
-            b.setEnabled(false);
-        } else if (word == "on") {
-            b.stateOn = true;
-        } else if (word == "borderless") {
-            b.look.borderEnabled = false;
-        } else if (word.startsWith("size")) {
-            b.resize(arg.section(' ', 0, 0).toInt(), arg.section(' ', 1).toInt());
-        } else if (word.startsWith("text")) {
-            b.setText(arg);
-        } else if (word.startsWith("align")) {
-            b.setAlignment(Qt::Alignment(QMetaEnum::fromType<Qt::Alignment>().keysToValue(qPrintable(arg))));
-        } else if (word.startsWith("icon")) {
-            b.setIcon(QIcon(solid(Qt::green, 16)));
-            b.setIconSize(QSize(16, 16));
-            const int position = QMetaEnum::fromType<AbstractButton::EButtonPosition>().keyToValue(qPrintable(arg));
-            b.look.iconPosition = AbstractButton::EButtonPosition(position);
-        } else {
-            (arg == "on" ? b.on : b.disabled).picture = solid(Qt::green);
-        }
-    }
+    const QHash<QString, std::function<void(const QString &)>> words{
+        {"radius", [&b](const QString &arg) { b.look.cornersRadius = arg.toInt(); }},
+        {"checked", [&b](const QString &) { b.setChecked(true); }},
+        {"down", [&b](const QString &) { b.setDown(true); }},
+        {"disabled", [&b](const QString &) { b.setEnabled(false); }},
+        {"on", [&b](const QString &) { b.stateOn = true; }},
+        {"borderless", [&b](const QString &) { b.look.borderEnabled = false; }},
+        {"picture", [&b](const QString &arg) { (arg == "on" ? b.on : b.disabled).picture = solid(Qt::green); }},
+        {"size", [&b](const QString &arg) { b.resize(arg.section(' ', 0, 0).toInt(), arg.section(' ', 1).toInt()); }},
+        {"text", [&b](const QString &arg) { b.setText(arg); }},
+        {"align", [&b](const QString &arg) {
+             b.setAlignment(Qt::Alignment(QMetaEnum::fromType<Qt::Alignment>().keysToValue(qPrintable(arg))));
+         }},
+        {"icon", [&b](const QString &arg) {
+             b.setIcon(QIcon(solid(Qt::green, 16)));
+             b.setIconSize(QSize(16, 16));
+             const int position = QMetaEnum::fromType<AbstractButton::EButtonPosition>().keyToValue(qPrintable(arg));
+             b.look.iconPosition = AbstractButton::EButtonPosition(position);
+         }}};
+    for (const QString &word : look)
+        words.value(word.section(' ', 0, 0))(word.section(' ', 1));
     return b.grab().toImage();
 }
 
