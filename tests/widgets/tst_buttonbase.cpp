@@ -43,10 +43,10 @@ static void moveMouse(QWidget *w, const QPoint &pos)
     QApplication::sendEvent(w, &e);
 }
 
-// Runs steps like "press 10 10", "move 200 10", "release 10 10", "rpress 10 10" (right button), "disable 0 0",
-// "hide 0 0", "blur 0 0" (focus lost), "delay 0 0" (the delayed trigger on), "key 32", "keyup 32",
-// "animate 10 0" (animated click of 10 ms), "wait 50 0" (ms), "shortcut 0 0" (Ctrl+K, Ctrl+L), "shortcuts 0 0"
-// (shortcut disabled; 1: enabled) and "ctrl 75" (Ctrl+K to the window).
+// Runs steps like "press 10 10", "move 200 10", "release 10 10", "rpress 10 10" (right button), "disable",
+// "hide", "blur" (focus lost), "delay" (the delayed trigger on), "key 32", "keyup 32", "animate 10" (animated
+// click of 10 ms), "wait 50" (ms), "shortcut" (Ctrl+K, Ctrl+L), "shortcuts 0" (shortcut disabled; 1: enabled)
+// and "ctrl 75" (Ctrl+K to the window).
 static void play(AbstractButton *b, const QStringList &steps)
 {
     const QHash<QString, std::function<void(const QPoint &)>> actions{
@@ -67,7 +67,7 @@ static void play(AbstractButton *b, const QStringList &steps)
         {"ctrl", [b](const QPoint &p) { QTest::keyClick(b->window(), Qt::Key(p.x()), Qt::ControlModifier); }}};
     for (const QString &step : steps) {
         const QStringList f = step.split(' ');
-        actions.value(f[0])(QPoint(f[1].toInt(), f.value(2).toInt()));
+        actions.value(f[0])(QPoint(f.value(1).toInt(), f.value(2).toInt()));
     }
 }
 
@@ -195,50 +195,37 @@ private slots:
     {
         QTest::addColumn<bool>("checkable"); QTest::addColumn<QStringList>("steps");
         QTest::addColumn<QStringList>("expected");
-        const QStringList click{"press 50 15", "release 50 15"};
-        QTest::newRow("click") << false << click << QStringList{"pressed", "released", "clicked"};
-        QTest::newRow("checkable click") << true << click << QStringList{"pressed", "toggled+", "released", "clicked+"};
-        QTest::newRow("drag out and back in")
-            << false << QStringList{"press 50 15", "move 150 15", "move 60 15", "release 60 15"}
-            << QStringList{"pressed", "released", "pressed", "released", "clicked"};
-        QTest::newRow("release outside") << true << QStringList{"press 50 15", "move 150 15", "release 150 15"}
-                                         << QStringList{"pressed", "released"};
-        QTest::newRow("right button") << false << QStringList{"rpress 50 15"} << QStringList{};
-        QTest::newRow("move without press") << false << QStringList{"move 50 15", "move 150 15"} << QStringList{};
-        QTest::newRow("disabled while down") << false << QStringList{"press 50 15", "disable 0 0", "release 50 15"}
-                                             << QStringList{"pressed"};
-        QTest::newRow("space") << false << QStringList{"key 32", "keyup 32"}
-                               << QStringList{"key 32", "pressed", "released", "clicked"};
-        QTest::newRow("escape cancels") << false << QStringList{"key 32", "key 16777216", "keyup 32"}
-                                        << QStringList{"key 32", "pressed", "key 16777216", "released"};
+        const auto row = [](const char *name, bool checkable, const QString &steps, const char *expected) {
+            QTest::newRow(name) << checkable << steps.split(", ") << QString(expected).split(", ", Qt::SkipEmptyParts);
+        };
+        row("click", false, "press 50 15, release 50 15", "pressed, released, clicked");
+        row("checkable click", true, "press 50 15, release 50 15", "pressed, toggled+, released, clicked+");
+        row("drag out and back in", false, "press 50 15, move 150 15, move 60 15, release 60 15",
+            "pressed, released, pressed, released, clicked");
+        row("release outside", true, "press 50 15, move 150 15, release 150 15", "pressed, released");
+        row("right button", false, "rpress 50 15", "");
+        row("move without press", false, "move 50 15, move 150 15", "");
+        row("disabled while down", false, "press 50 15, disable, release 50 15", "pressed");
+        row("space", false, "key 32, keyup 32", "key 32, pressed, released, clicked");
+        row("escape cancels", false, "key 32, key 16777216, keyup 32", "key 32, pressed, key 16777216, released");
         // A button that goes up before its click completes is not clicked.
-        QTest::newRow("hidden while down") << false << QStringList{"press 50 15", "hide 0 0", "release 50 15"}
-                                           << QStringList{"pressed"};
-        QTest::newRow("animated click cancelled by Escape")
-            << false << QStringList{"animate 10 0", "key 16777216", "wait 50 0"}
-            << QStringList{"pressed", "key 16777216", "released"};
-        QTest::newRow("return is ignored") << false << QStringList{"key 16777220", "keyup 16777220"}
-                                           << QStringList{"key 16777220"};
+        row("hidden while down", false, "press 50 15, hide, release 50 15", "pressed");
+        row("animated click cancelled by Escape", false, "animate 10, key 16777216, wait 50", "pressed, key 16777216, released");
+        row("return is ignored", false, "key 16777220, keyup 16777220", "key 16777220");
         // The delayed trigger fires once a second after a press that is held, not after one that ended.
-        QTest::newRow("delayed trigger, held") << false << QStringList{"delay 0 0", "press 50 15", "wait 1500 0", "hide 0 0"}
-                                               << QStringList{"pressed", "trigger"};
-        QTest::newRow("delayed trigger, released") << false << QStringList{"delay 0 0", "press 50 15", "release 50 15", "wait 1500 0"}
-                                                   << QStringList{"pressed", "released", "clicked"};
-        QTest::newRow("delayed trigger, dragged out") << false << QStringList{"delay 0 0", "press 50 15", "move 200 15", "wait 1500 0"}
-                                                      << QStringList{"pressed", "released"};
-        QTest::newRow("delayed trigger, disabled") << false << QStringList{"delay 0 0", "press 50 15", "disable 0 0", "wait 1500 0"}
-                                                   << QStringList{"pressed"};
+        row("delayed trigger, held", false, "delay, press 50 15, wait 1500, hide", "pressed, trigger");
+        row("delayed trigger, released", false, "delay, press 50 15, release 50 15, wait 1500", "pressed, released, clicked");
+        row("delayed trigger, dragged out", false, "delay, press 50 15, move 200 15, wait 1500", "pressed, released");
+        row("delayed trigger, disabled", false, "delay, press 50 15, disable, wait 1500", "pressed");
+        row("delayed trigger, focus lost", false, "delay, press 50 15, blur, wait 1500", "pressed");
         // Either key of the shortcut clicks the button, unless the shortcut is disabled.
         for (const char *key : {"75", "76"}) {
-            QStringList steps{"shortcut 0 0"};
-            for (const char *enabled : {"1", "0", "1"})
-                steps << QStringLiteral("shortcuts %1 0").arg(enabled) << QStringLiteral("ctrl %1").arg(key) << "wait 400 0";
-            QTest::addRow("shortcut key %s", key) << false << steps
-                                                  << QStringList{"pressed", "released", "clicked", "pressed", "released", "clicked"};
+            const QString click = QStringLiteral("ctrl %1, wait 400").arg(key);
+            row(qPrintable(QStringLiteral("shortcut key %1").arg(key)), false, QStringLiteral("shortcut, %1, shortcuts 0, %1, shortcuts 1, %1").arg(click),
+                "pressed, released, clicked, pressed, released, clicked");
         }
-        QTest::newRow("delayed trigger, focus lost") << false << QStringList{"delay 0 0", "press 50 15", "blur 0 0", "wait 1500 0"}
-                                                     << QStringList{"pressed"};
     }
+
     void mouseAndKeys()
     {
         QFETCH(bool, checkable); QFETCH(QStringList, steps); QFETCH(QStringList, expected);
