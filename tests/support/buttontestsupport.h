@@ -59,18 +59,14 @@ private:
     }
 };
 using ClassPanel = PanelOf<>;
-// registerUIVariable arguments for one item.
-inline QVariantList registration(int index, int channel, int dataClass, int address, int bitType, int bitIndex,
-                                 int comId = ComId)
+// registerUIVariable's arguments after the form, widget and callback: index, link, channel, data class,
+// address, bit type and bit of one item.
+inline QVariantList registration(const QList<int> &fields)
 {
-    return {index, comId, channel, dataClass, address, bitType, bitIndex, 1, 10, 10, 0, 0, false};
-}
-inline QList<QVariantList> argumentsOf(const QList<RecordingQeltApp::Call> &calls)
-{
-    QList<QVariantList> out;
-    for (const RecordingQeltApp::Call &c : calls)
-        out << c.args;
-    return out;
+    QVariantList args;
+    for (int v : fields)
+        args.append(v);
+    return args << 1 << 10 << 10 << 0 << 0 << false;
 }
 // Each call as its name followed by its arguments.
 inline QList<QVariantList> namedArguments(const QList<RecordingQeltApp::Call> &calls)

@@ -137,8 +137,8 @@ private slots:
         panel.app.clearCalls();
         const bool on = action != BitButton::KeepOff; // Invert of the bit at 0 writes 1
         const bool keep = action == BitButton::KeepOn || action == BitButton::KeepOff;
-        const QVariantList press{1, 7, 100, 5, on, 3};
-        const QList<QVariantList> writes = keep ? QList<QVariantList>{press, {1, 7, 100, 5, !on, 3}}
+        const QVariantList press{"setBit", 1, 7, 100, 5, on, 3};
+        const QList<QVariantList> writes = keep ? QList<QVariantList>{press, {"setBit", 1, 7, 100, 5, !on, 3}}
                                                 : QList<QVariantList>{press};
         if (end == "soft key Space") { // a soft key sends the press alone
             QKeyEvent space(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "));
@@ -151,7 +151,7 @@ private slots:
             QTest::mousePress(b, Qt::LeftButton, {}, QPoint(50, 15));
         }
         if (end != "soft key Space")
-            QCOMPARE(argumentsOf(panel.app.callsNamed("setBit")), QList<QVariantList>{press});
+            QCOMPARE(namedArguments(panel.app.callsNamed("setBit")), QList<QVariantList>{press});
 
         QLineEdit other(&panel.form);
         other.setGeometry(0, 40, 100, 20);
@@ -200,7 +200,7 @@ private slots:
             delete b;
             b = nullptr;
         }
-        QCOMPARE(argumentsOf(panel.app.callsNamed("setBit")), writes);
+        QCOMPARE(namedArguments(panel.app.callsNamed("setBit")), writes);
 
         // What comes after the end writes nothing more.
         if (b) {
@@ -247,7 +247,7 @@ private slots:
         QList<QVariantList> calls;
         if (accepted) {
             calls << QVariantList{"stopUpdateUI"} << QVariantList{"removeUIVariable", form, widget}
-                  << QVariantList{"registerUIVariable", form, widget, callback} + registration(0, registeredChannel, 0, 7, 1, 3);
+                  << QVariantList{"registerUIVariable", form, widget, callback} + registration({0, ComId, registeredChannel, 0, 7, 1, 3});
             if (chnNoVar)
                 calls << QVariantList{"getData", 0, int(QeltApp::Com), QeltApp::CurrentChannelAddress, 0};
             calls << QVariantList{"getBit", readChannel, 1, 7, 3, 0} << QVariantList{"startUpdateUI", form};

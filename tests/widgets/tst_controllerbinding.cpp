@@ -18,6 +18,7 @@
 
 using norvo_v0::QeltApp;
 using buttontest::ClassPanel;
+using buttontest::registration;
 
 namespace {
 
@@ -37,17 +38,9 @@ class UnmarkedDialog : public QDialog { public: using QDialog::QDialog; }; // no
 
 QVariant ptr(const void *p) { return RecordingQeltApp::pointer(p); }
 
-// registerUIVariable's arguments after the form, widget and callback.
-QVariantList registration(const QList<int> &fields)
-{
-    QVariantList args;
-    for (int v : fields)
-        args.append(v);
-    return args << 1 << 10 << 10 << 0 << 0 << false;
-}
 QVariantList registration(QWidget *form, BoundWidget *w, const QList<int> &fields)
 {
-    return QVariantList{ptr(form), ptr(w), ptr(w->callback())} + registration(fields);
+    return QVariantList{ptr(form), ptr(w), ptr(w->callback())} + buttontest::registration(fields);
 }
 
 } // namespace
