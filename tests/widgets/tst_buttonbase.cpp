@@ -273,9 +273,7 @@ private slots:
 
         group[2]->click();
         group[0]->click();
-        QCOMPARE(group[2]->isChecked(), false);
-        QCOMPARE(group[0]->isChecked(), true);
-        QCOMPARE(outsider->isChecked(), true);
+        QCOMPARE((QList<bool>{group[0]->isChecked(), group[2]->isChecked(), outsider->isChecked()}), (QList<bool>{true, false, true}));
 
         SignalLog log(group[0]);
         group[0]->click(); // the refused uncheck

@@ -11,6 +11,7 @@
 #include <QtTest>
 
 #include <memory>
+#include <tuple>
 
 using namespace buttontest;
 
@@ -213,18 +214,18 @@ private Q_SLOTS:
         QTest::addColumn<int>("recordId"); // of the first slot's record; -2: no records (a second slot's has id 5)
         QTest::addColumn<QString>("property"); // committed in Designer
         QTest::addColumn<QStringList>("lists");
-        QTest::newRow("BitButton, run time, caption lists") << "BitButton" << false << -2 << QString() << QStringList{"T0|T1", "U0|U1"};
-        QTest::newRow("BitButton, run time, text records") << "BitButton" << false << -1 << QString() << QStringList{"T0|T1", "L0|L1"};
-        QTest::newRow("BitButton, designer, caption lists") << "BitButton" << true << -2 << "onTextList" << QStringList{"T0|T1", "U0|U1"};
-        QTest::newRow("BitButton, designer, text records") << "BitButton" << true << -1 << "textInfoBuffer"
-                                                           << QStringList{"T0|T1", "L0|L1"};
-        QTest::newRow("FunctionButton, run time, caption list") << "FunctionButton" << false << -2 << QString() << QStringList{"T0|T1"};
-        QTest::newRow("FunctionButton, run time, record from the library") << "FunctionButton" << false << 5 << QString()
-                                                                           << QStringList{"L0|L1"};
-        QTest::newRow("FunctionButton, designer, caption list") << "FunctionButton" << true << -2 << "textList" << QStringList{"T0|T1"};
-        QTest::newRow("FunctionButton, designer, record") << "FunctionButton" << true << -1 << "textInfoBuffer" << QStringList{"T0|T1"};
-        QTest::newRow("FunctionButton, designer, record from the library") << "FunctionButton" << true << 5 << "textInfoBuffer"
-                                                                           << QStringList{"L0|L1"};
+        // Each case at run time and in Designer, where the property named is committed.
+        const QList<std::tuple<const char *, const char *, int, const char *, QStringList>> cases{
+            {"BitButton", "caption lists", -2, "onTextList", {"T0|T1", "U0|U1"}},
+            {"BitButton", "text records", -1, "textInfoBuffer", {"T0|T1", "L0|L1"}},
+            {"FunctionButton", "caption list", -2, "textList", {"T0|T1"}},
+            {"FunctionButton", "record", -1, "textInfoBuffer", {"T0|T1"}},
+            {"FunctionButton", "record from the library", 5, "textInfoBuffer", {"L0|L1"}}};
+        for (const auto &[className, name, recordId, property, lists] : cases) {
+            for (const bool designer : {false, true})
+                QTest::addRow("%s, %s, %s", className, designer ? "designer" : "run time", name)
+                    << className << designer << recordId << QString(property) << lists;
+        }
     }
 
     void translatedTexts()

@@ -60,17 +60,10 @@ private Q_SLOTS:
         QTest::newRow("F12") << "PictureButton" << true << true << "F12" << "F12" << press(Qt::Key_F12, "");
         QTest::newRow("Enter") << "PictureButton" << true << true << "Enter" << "Enter" << press(Qt::Key_Enter, "");
         QTest::newRow("Backspace") << "PictureButton" << true << true << "Backspace" << "Backspace" << press(Qt::Key_Backspace, "");
-        QTest::newRow("empty") << "PictureButton" << true << true << "" << "" << press(0, "");
+        QTest::newRow("empty: no name of the table sends key 0") << "PictureButton" << true << true << "" << "" << press(0, "");
         QTest::newRow("soft key off") << "PictureButton" << false << true << "a" << "a" << QList<QStringList>();
         QTest::newRow("no focus widget") << "PictureButton" << true << false << "a" << "a" << QList<QStringList>();
         QTest::newRow("keypad key") << "KeypadButton" << false << true << "5" << "" << QList<QStringList>();
-    }
-
-    // A name outside the table (only a form can hold one: the setter keeps one character) sends key 0.
-    void unknownNameSendsKeyZero()
-    {
-        QCOMPARE(PictureButton::softKey(QStringLiteral("PgDn")), qMakePair(0, QString()));
-        QCOMPARE(PictureButton::softKey(QStringLiteral("Space")), qMakePair(int(Qt::Key_Space), QStringLiteral(" ")));
     }
 
     void softKeys()
@@ -123,17 +116,14 @@ private Q_SLOTS:
         PictureButton b;
         b.setFont(sizedFont(9));
         b.setText(QStringLiteral("Go"));
+        // One record without word-library link: the caption once, not once per language; a font per language.
         QList<TextData> texts;
         b.getPluginNameAndTransText(texts);
         QCOMPARE(texts.size(), 1);
-        QCOMPARE(texts.first().firstValue, -1);
-        QCOMPARE(texts.first().wordLibId, -1);
-        QCOMPARE(texts.first().texts, QStringList{QStringLiteral("Go")}); // one entry, not one per language
-        QCOMPARE(texts.first().fonts.size(), 2);
+        QCOMPARE(describeRecord(texts.first()), "-1 0 id -1 [Go] [9,9]");
         b.SetMapBuffer(fontMapBuffer({{0, sizedFont(12)}, {3, sizedFont(13)}}));
         b.getPluginNameAndTransText(texts);
-        QCOMPARE(texts.first().fonts.size(), 2);
-        QCOMPARE(texts.first().fonts.at(1).pointSize(), 13);
+        QCOMPARE(describeRecord(texts.first()), "-1 0 id -1 [Go] [12,13]");
     }
 
     void badBuffersAreNoData()
