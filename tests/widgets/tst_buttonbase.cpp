@@ -195,8 +195,8 @@ private slots:
     {
         QTest::addColumn<bool>("checkable"); QTest::addColumn<QStringList>("steps");
         QTest::addColumn<QStringList>("expected");
-        const auto row = [](const char *name, bool checkable, const QString &steps, const char *expected) {
-            QTest::newRow(name) << checkable << steps.split(", ") << QString(expected).split(", ", Qt::SkipEmptyParts);
+        const auto row = [](const QByteArray &name, bool checkable, const QString &steps, const char *expected) {
+            QTest::newRow(name.constData()) << checkable << steps.split(", ") << QString(expected).split(", ", Qt::SkipEmptyParts);
         };
         row("click", false, "press 50 15, release 50 15", "pressed, released, clicked");
         row("checkable click", true, "press 50 15, release 50 15", "pressed, toggled+, released, clicked+");
@@ -221,8 +221,10 @@ private slots:
         // Either key of the shortcut clicks the button, unless the shortcut is disabled.
         for (const char *key : {"75", "76"}) {
             const QString click = QStringLiteral("ctrl %1, wait 400").arg(key);
-            row(qPrintable(QStringLiteral("shortcut key %1").arg(key)), false, QStringLiteral("shortcut, %1, shortcuts 0, %1, shortcuts 1, %1").arg(click),
-                "pressed, released, clicked, pressed, released, clicked");
+            const auto name = [key](const char *how) { return QStringLiteral("shortcut key %1%2").arg(key, how).toLatin1(); };
+            row(name(""), false, "shortcut, " + click, "pressed, released, clicked");
+            row(name(" disabled"), false, "shortcut, shortcuts 0, " + click, "");
+            row(name(" enabled again"), false, "shortcut, shortcuts 0, shortcuts 1, " + click, "pressed, released, clicked");
         }
     }
 
