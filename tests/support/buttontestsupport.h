@@ -3,45 +3,77 @@
 #include "fontmapcodec.h"
 #include "recordingqeltapp.h"
 #include "textinfocodec.h"
+#include "widgetfactory.h"
 
 #include <QApplication>
 #include <QDialog>
 #include <QMouseEvent>
+#include <QTest>
+
+#include <type_traits>
 
 namespace buttontest {
 
 constexpr int ComId = 2;
 
-// A form as the panel application loads it: a plain QDialog that carries the application object.
-template <typename Button>
+// A form as the panel application loads it: a plain QDialog that carries the application object. The
+// widget is a Button, or with the default QWidget the class named, made as forms make it.
+template <typename Button = QWidget, typename App = RecordingQeltApp>
 struct PanelOf
 {
-    RecordingQeltApp app;
+    App app;
     QDialog form;
     QWidget otherForm; // handed over by setQeltAppAndFormPtr
     Button *button;
 
-    PanelOf()
-        : button(new Button(&form))
+    explicit PanelOf(const QString &className = QString())
+        : button(make(className))
     {
         form.setProperty("QeltApp", norvo_v0::QeltApp::toVariant(&app));
         form.resize(200, 60);
         button->setGeometry(0, 0, 100, 30);
     }
     void attach() { button->ensurePolished(); } // the polish event registers the items
-    void attachBySlot() { button->setQeltAppAndFormPtr(static_cast<norvo_v0::QeltApp *>(&app), &otherForm); }
+    bool attachBySlot()
+    {
+        return QMetaObject::invokeMethod(button, "setQeltAppAndFormPtr",
+                                         Q_ARG(void *, static_cast<norvo_v0::QeltApp *>(&app)), Q_ARG(void *, &otherForm));
+    }
+    // "name=value" assignments; with skipMissing, properties the class lacks are passed over.
+    void set(const QStringList &assignments, bool skipMissing = false)
+    {
+        for (const QString &a : assignments) {
+            const QByteArray name = a.section('=', 0, 0).toLatin1();
+            if (!skipMissing || button->metaObject()->indexOfProperty(name) >= 0)
+                QVERIFY2(button->setProperty(name, a.section('=', 1).toInt()), name);
+        }
+    }
+
+private:
+    Button *make(const QString &className)
+    {
+        if constexpr (std::is_same_v<Button, QWidget>)
+            return WidgetFactory::create(className, &form);
+        else
+            return new Button(&form);
+    }
 };
-// registerUIVariable arguments for one item.
-inline QVariantList registration(int index, int channel, int dataClass, int address, int bitType, int bitIndex,
-                                 int comId = ComId)
+using ClassPanel = PanelOf<>;
+// registerUIVariable's arguments after the form, widget and callback: index, link, channel, data class,
+// address, bit type and bit of one item.
+inline QVariantList registration(const QList<int> &fields)
 {
-    return {index, comId, channel, dataClass, address, bitType, bitIndex, 1, 10, 10, 0, 0, false};
+    QVariantList args;
+    for (int v : fields)
+        args.append(v);
+    return args << 1 << 10 << 10 << 0 << 0 << false;
 }
-inline QList<QVariantList> argumentsOf(const QList<RecordingQeltApp::Call> &calls)
+// Each call as its name followed by its arguments.
+inline QList<QVariantList> namedArguments(const QList<RecordingQeltApp::Call> &calls)
 {
     QList<QVariantList> out;
     for (const RecordingQeltApp::Call &c : calls)
-        out << c.args;
+        out << QVariantList{c.name} + c.args;
     return out;
 }
 // Mouse move with the left button held, as a drag delivers it.

@@ -9,6 +9,8 @@
 #include <QtTest>
 
 #include <climits>
+#include <functional>
+#include <tuple>
 
 // Records the button's signals in the order they arrive.
 class SignalLog
@@ -41,38 +43,31 @@ static void moveMouse(QWidget *w, const QPoint &pos)
     QApplication::sendEvent(w, &e);
 }
 
-// Runs steps like "press 10 10", "move 200 10", "release 10 10", "rpress 10 10" (right button), "disable 0 0",
-// "hide 0 0", "blur 0 0" (focus lost), "delay 0 0" (the delayed trigger on), "key 32", "keyup 32",
-// "animate 10 0" (animated click of 10 ms) and "wait 50 0" (ms).
+// Runs steps like "press 10 10", "move 200 10", "release 10 10", "rpress 10 10" (right button), "disable",
+// "hide", "blur" (focus lost), "delay" (the delayed trigger on), "key 32", "keyup 32", "animate 10" (animated
+// click of 10 ms), "wait 50" (ms), "shortcut" (Ctrl+K, Ctrl+L), "shortcuts 0" (shortcut disabled; 1: enabled)
+// and "ctrl 75" (Ctrl+K to the window).
 static void play(AbstractButton *b, const QStringList &steps)
 {
+    const QHash<QString, std::function<void(const QPoint &)>> actions{
+        {"key", [b](const QPoint &p) { QTest::keyPress(b, Qt::Key(p.x())); }},
+        {"keyup", [b](const QPoint &p) { QTest::keyRelease(b, Qt::Key(p.x())); }},
+        {"press", [b](const QPoint &p) { QTest::mousePress(b, Qt::LeftButton, {}, p); }},
+        {"rpress", [b](const QPoint &p) { QTest::mousePress(b, Qt::RightButton, {}, p); }},
+        {"release", [b](const QPoint &p) { QTest::mouseRelease(b, Qt::LeftButton, {}, p); }},
+        {"move", [b](const QPoint &p) { moveMouse(b, p); }},
+        {"disable", [b](const QPoint &) { b->setEnabled(false); }},
+        {"hide", [b](const QPoint &) { b->hide(); }},
+        {"blur", [b](const QPoint &) { b->clearFocus(); }},
+        {"delay", [b](const QPoint &) { b->setDeylayTrigger(true); }},
+        {"animate", [b](const QPoint &p) { b->animateClick(p.x()); }},
+        {"wait", [](const QPoint &p) { QTest::qWait(p.x()); }},
+        {"shortcut", [b](const QPoint &) { b->setShortcut(QKeySequence("Ctrl+K, Ctrl+L")); }},
+        {"shortcuts", [b](const QPoint &p) { b->setShortcutEnabled(p.x()); }},
+        {"ctrl", [b](const QPoint &p) { QTest::keyClick(b->window(), Qt::Key(p.x()), Qt::ControlModifier); }}};
     for (const QString &step : steps) {
         const QStringList f = step.split(' ');
-        const QPoint pos(f[1].toInt(), f.value(2).toInt());
-        if (f[0] == "key")
-            QTest::keyPress(b, Qt::Key(pos.x()));
-        else if (f[0] == "keyup")
-            QTest::keyRelease(b, Qt::Key(pos.x()));
-        else if (f[0] == "press")
-            QTest::mousePress(b, Qt::LeftButton, {}, pos);
-        else if (f[0] == "rpress")
-            QTest::mousePress(b, Qt::RightButton, {}, pos);
-        else if (f[0] == "release")
-            QTest::mouseRelease(b, Qt::LeftButton, {}, pos);
-        else if (f[0] == "disable")
-            b->setEnabled(false);
-        else if (f[0] == "hide")
-            b->hide();
-        else if (f[0] == "blur")
-            b->clearFocus();
-        else if (f[0] == "delay")
-            b->setDeylayTrigger(true);
-        else if (f[0] == "animate")
-            b->animateClick(pos.x());
-        else if (f[0] == "wait")
-            QTest::qWait(pos.x());
-        else
-            moveMouse(b, pos);
+        actions.value(f[0])(QPoint(f.value(1).toInt(), f.value(2).toInt()));
     }
 }
 
@@ -96,6 +91,7 @@ public:
     OnOffTestButton()
     {
         resize(100, 30);
+        setCheckable(true); // painted as any other until checked
         QPalette pal = palette();
         pal.setColor(QPalette::Light, Light);
         pal.setColor(QPalette::Dark, Dark);
@@ -139,6 +135,36 @@ static QRect captionBox(const QImage &img)
     return box;
 }
 
+// The button painted with look words: "radius N", "checked", "down", "disabled", "on" (the on state),
+// "picture F" (a green picture for face F), "borderless", "size W H", "text S", "align FLAGS", "icon POSITION"
+// (a green 16 px icon).
+static QImage facePicture(const QStringList &look)
+{
+    OnOffTestButton b;
+    const QHash<QString, std::function<void(const QString &)>> words{
+        {"radius", [&b](const QString &arg) { b.look.cornersRadius = arg.toInt(); }},
+        {"checked", [&b](const QString &) { b.setChecked(true); }},
+        {"down", [&b](const QString &) { b.setDown(true); }},
+        {"disabled", [&b](const QString &) { b.setEnabled(false); }},
+        {"on", [&b](const QString &) { b.stateOn = true; }},
+        {"borderless", [&b](const QString &) { b.look.borderEnabled = false; }},
+        {"picture", [&b](const QString &arg) { (arg == "on" ? b.on : b.disabled).picture = solid(Qt::green); }},
+        {"size", [&b](const QString &arg) { b.resize(arg.section(' ', 0, 0).toInt(), arg.section(' ', 1).toInt()); }},
+        {"text", [&b](const QString &arg) { b.setText(arg); }},
+        {"align", [&b](const QString &arg) {
+             b.setAlignment(Qt::Alignment(QMetaEnum::fromType<Qt::Alignment>().keysToValue(qPrintable(arg))));
+         }},
+        {"icon", [&b](const QString &arg) {
+             b.setIcon(QIcon(solid(Qt::green, 16)));
+             b.setIconSize(QSize(16, 16));
+             const int position = QMetaEnum::fromType<AbstractButton::EButtonPosition>().keyToValue(qPrintable(arg));
+             b.look.iconPosition = AbstractButton::EButtonPosition(position);
+         }}};
+    for (const QString &word : look)
+        words.value(word.section(' ', 0, 0))(word.section(' ', 1));
+    return b.grab().toImage();
+}
+
 class TestButtonBase : public QObject
 {
     Q_OBJECT
@@ -169,42 +195,39 @@ private slots:
     {
         QTest::addColumn<bool>("checkable"); QTest::addColumn<QStringList>("steps");
         QTest::addColumn<QStringList>("expected");
-        const QStringList click{"press 50 15", "release 50 15"};
-        QTest::newRow("click") << false << click << QStringList{"pressed", "released", "clicked"};
-        QTest::newRow("checkable click") << true << click << QStringList{"pressed", "toggled+", "released", "clicked+"};
-        QTest::newRow("drag out and back in")
-            << false << QStringList{"press 50 15", "move 150 15", "move 60 15", "release 60 15"}
-            << QStringList{"pressed", "released", "pressed", "released", "clicked"};
-        QTest::newRow("release outside") << true << QStringList{"press 50 15", "move 150 15", "release 150 15"}
-                                         << QStringList{"pressed", "released"};
-        QTest::newRow("right button") << false << QStringList{"rpress 50 15"} << QStringList{};
-        QTest::newRow("move without press") << false << QStringList{"move 50 15", "move 150 15"} << QStringList{};
-        QTest::newRow("disabled while down") << false << QStringList{"press 50 15", "disable 0 0", "release 50 15"}
-                                             << QStringList{"pressed"};
-        QTest::newRow("space") << false << QStringList{"key 32", "keyup 32"}
-                               << QStringList{"key 32", "pressed", "released", "clicked"};
-        QTest::newRow("escape cancels") << false << QStringList{"key 32", "key 16777216", "keyup 32"}
-                                        << QStringList{"key 32", "pressed", "key 16777216", "released"};
+        const auto row = [](const QByteArray &name, bool checkable, const QString &steps, const char *expected) {
+            QTest::newRow(name.constData()) << checkable << steps.split(", ") << QString(expected).split(", ", Qt::SkipEmptyParts);
+        };
+        row("click", false, "press 50 15, release 50 15", "pressed, released, clicked");
+        row("checkable click", true, "press 50 15, release 50 15", "pressed, toggled+, released, clicked+");
+        row("drag out and back in", false, "press 50 15, move 150 15, move 60 15, release 60 15",
+            "pressed, released, pressed, released, clicked");
+        row("release outside", true, "press 50 15, move 150 15, release 150 15", "pressed, released");
+        row("right button", false, "rpress 50 15", "");
+        row("move without press", false, "move 50 15, move 150 15", "");
+        row("disabled while down", false, "press 50 15, disable, release 50 15", "pressed");
+        row("space", false, "key 32, keyup 32", "key 32, pressed, released, clicked");
+        row("escape cancels", false, "key 32, key 16777216, keyup 32", "key 32, pressed, key 16777216, released");
         // A button that goes up before its click completes is not clicked.
-        QTest::newRow("hidden while down") << false << QStringList{"press 50 15", "hide 0 0", "release 50 15"}
-                                           << QStringList{"pressed"};
-        QTest::newRow("animated click cancelled by Escape")
-            << false << QStringList{"animate 10 0", "key 16777216", "wait 50 0"}
-            << QStringList{"pressed", "key 16777216", "released"};
-        QTest::newRow("return is ignored") << false << QStringList{"key 16777220", "keyup 16777220"}
-                                           << QStringList{"key 16777220"};
+        row("hidden while down", false, "press 50 15, hide, release 50 15", "pressed");
+        row("animated click cancelled by Escape", false, "animate 10, key 16777216, wait 50", "pressed, key 16777216, released");
+        row("return is ignored", false, "key 16777220, keyup 16777220", "key 16777220");
         // The delayed trigger fires once a second after a press that is held, not after one that ended.
-        QTest::newRow("delayed trigger, held") << false << QStringList{"delay 0 0", "press 50 15", "wait 1500 0", "hide 0 0"}
-                                               << QStringList{"pressed", "trigger"};
-        QTest::newRow("delayed trigger, released") << false << QStringList{"delay 0 0", "press 50 15", "release 50 15", "wait 1500 0"}
-                                                   << QStringList{"pressed", "released", "clicked"};
-        QTest::newRow("delayed trigger, dragged out") << false << QStringList{"delay 0 0", "press 50 15", "move 200 15", "wait 1500 0"}
-                                                      << QStringList{"pressed", "released"};
-        QTest::newRow("delayed trigger, disabled") << false << QStringList{"delay 0 0", "press 50 15", "disable 0 0", "wait 1500 0"}
-                                                   << QStringList{"pressed"};
-        QTest::newRow("delayed trigger, focus lost") << false << QStringList{"delay 0 0", "press 50 15", "blur 0 0", "wait 1500 0"}
-                                                     << QStringList{"pressed"};
+        row("delayed trigger, held", false, "delay, press 50 15, wait 1500, hide", "pressed, trigger");
+        row("delayed trigger, released", false, "delay, press 50 15, release 50 15, wait 1500", "pressed, released, clicked");
+        row("delayed trigger, dragged out", false, "delay, press 50 15, move 200 15, wait 1500", "pressed, released");
+        row("delayed trigger, disabled", false, "delay, press 50 15, disable, wait 1500", "pressed");
+        row("delayed trigger, focus lost", false, "delay, press 50 15, blur, wait 1500", "pressed");
+        // Either key of the shortcut clicks the button, unless the shortcut is disabled.
+        for (const char *key : {"75", "76"}) {
+            const QString click = QStringLiteral("ctrl %1, wait 400").arg(key);
+            const auto name = [key](const char *how) { return QStringLiteral("shortcut key %1%2").arg(key, how).toLatin1(); };
+            row(name(""), false, "shortcut, " + click, "pressed, released, clicked");
+            row(name(" disabled"), false, "shortcut, shortcuts 0, " + click, "");
+            row(name(" enabled again"), false, "shortcut, shortcuts 0, shortcuts 1, " + click, "pressed, released, clicked");
+        }
     }
+
     void mouseAndKeys()
     {
         QFETCH(bool, checkable); QFETCH(QStringList, steps); QFETCH(QStringList, expected);
@@ -236,30 +259,6 @@ private slots:
         QCOMPARE(log.entries, expected);
     }
 
-    void shortcutKeys_data()
-    {
-        QTest::addColumn<int>("key");
-        QTest::newRow("first key") << int(Qt::Key_K);
-        QTest::newRow("second key") << int(Qt::Key_L);
-    }
-    void shortcutKeys()
-    {
-        QFETCH(int, key);
-        AbstractButton *b = shownButton();
-        b->setShortcut(QKeySequence("Ctrl+K, Ctrl+L"));
-        SignalLog log(b);
-        auto hit = [&] { QTest::keyClick(window, Qt::Key(key), Qt::ControlModifier); };
-        hit();
-        QTRY_COMPARE(log.count("clicked"), 1);
-        b->setShortcutEnabled(false);
-        hit();
-        QTest::qWait(400);
-        QCOMPARE(log.count("clicked"), 1);
-        b->setShortcutEnabled(true);
-        hit();
-        QTRY_COMPARE(log.count("clicked"), 2);
-    }
-
     void exclusiveGroup()
     {
         QList<AbstractButton *> group;
@@ -276,9 +275,7 @@ private slots:
 
         group[2]->click();
         group[0]->click();
-        QCOMPARE(group[2]->isChecked(), false);
-        QCOMPARE(group[0]->isChecked(), true);
-        QCOMPARE(outsider->isChecked(), true);
+        QCOMPARE((QList<bool>{group[0]->isChecked(), group[2]->isChecked(), outsider->isChecked()}), (QList<bool>{true, false, true}));
 
         SignalLog log(group[0]);
         group[0]->click(); // the refused uncheck
@@ -320,9 +317,9 @@ private slots:
         QCOMPARE(focused->isChecked(), exclusive || target < 0);
     }
 
-    // The face as painted. look: "radius N", "checked", "disabled", "on" (the on state), "picture F" (a
-    // green picture for face F), "borderless". pixels: "colour@x,y;x,y..." with the colours named in
-    // named(); "!colour": any other; "blend": the border's grey, between edge and background.
+    // The face as painted. look: as facePicture() takes it. pixels: "colour@x,y;x,y..." with the colours named
+    // in named(); "!colour": any other; "blend": the border's grey, between edge and background; "caption
+    // DX,DY@LOOK": the caption lies moved by DX,DY against the one painted with LOOK (words split by ';').
     void faces_data()
     {
         QTest::addColumn<QStringList>("look"); QTest::addColumn<QStringList>("pixels");
@@ -341,31 +338,39 @@ private slots:
         QTest::newRow("on picture, off state") << QStringList{"picture on"} << QStringList{"off@50,15"} + raisedBody;
         QTest::newRow("disabled picture, no border") << QStringList{"disabled", "on", "picture on", "picture disabled", "borderless"}
                                                      << QStringList{"green@50,15;50,2;98,15;0,15"};
+        QTest::newRow("caption shifted when down") << QStringList{"text Caption", "down"} << QStringList{"caption 1,1@text Caption"};
+        QTest::newRow("caption shifted when checked") << QStringList{"text Caption", "checked"} << QStringList{"caption 1,1@text Caption"};
+        // The icon's place, and how far the caption moves against one without icon aligned to that side.
+        const QList<std::tuple<const char *, QRect, const char *, const char *>> icons{
+            {"PositionTop", {42, 5, 16, 16}, "0,26", "AlignHCenter|AlignTop"},
+            {"PositionBottom", {42, 59, 16, 16}, "0,-26", "AlignHCenter|AlignBottom"},
+            {"PositionLeft", {5, 32, 16, 16}, "26,0", "AlignLeft|AlignVCenter"},
+            {"PositionRight", {79, 32, 16, 16}, "-26,0", "AlignRight|AlignVCenter"},
+            {"PositionMid", {42, 32, 16, 16}, "0,0", "AlignLeft|AlignTop"}};
+        for (const auto &[position, r, shift, align] : icons) {
+            const auto corners = [](const QPoint &a, const QPoint &b) {
+                return QStringLiteral("%1,%2;%3,%4").arg(a.x()).arg(a.y()).arg(b.x()).arg(b.y());
+            };
+            QTest::addRow("icon %s", position)
+                << QStringList{"size 100 80", "text W", "align AlignLeft|AlignTop", QStringLiteral("icon %1").arg(position)}
+                << QStringList{"green@" + corners(r.topLeft(), r.bottomRight()),
+                               "!green@" + corners(r.topLeft() - QPoint(1, 0), r.bottomRight() + QPoint(0, 1)),
+                               QStringLiteral("caption %1@size 100 80;text W;align %2").arg(shift, align)};
+        }
     }
     void faces()
     {
         QFETCH(QStringList, look); QFETCH(QStringList, pixels);
-        OnOffTestButton b;
-        for (const QString &word : std::as_const(look)) {
-            const QString arg = word.section(' ', 1);
-            if (word.startsWith("radius")) {
-                b.look.cornersRadius = arg.toInt();
-            } else if (word == "checked") {
-                b.setCheckable(true);
-                b.setChecked(true);
-            } else if (word == "disabled") {
-                b.setEnabled(false);
-            } else if (word == "on") {
-                b.stateOn = true;
-            } else if (word == "borderless") {
-                b.look.borderEnabled = false;
-            } else {
-                (arg == "on" ? b.on : b.disabled).picture = solid(Qt::green);
-            }
-        }
-        const QImage img = b.grab().toImage();
+        const QImage img = facePicture(look);
         for (const QString &group : std::as_const(pixels)) {
             const QString colour = group.section('@', 0, 0);
+            if (colour.startsWith("caption")) {
+                const QRect unmoved = captionBox(facePicture(group.section('@', 1).split(';')));
+                const QStringList shift = colour.section(' ', 1).split(',');
+                QVERIFY(!unmoved.isEmpty());
+                QCOMPARE(captionBox(img), unmoved.translated(shift.at(0).toInt(), shift.at(1).toInt()));
+                continue;
+            }
             for (const QString &xy : group.section('@', 1).split(';')) {
                 const QColor c = img.pixelColor(xy.section(',', 0, 0).toInt(), xy.section(',', 1).toInt());
                 const bool ok = colour == "blend"       ? qGray(c.rgb()) < 200 && qGray(c.rgb()) > 50
@@ -376,80 +381,32 @@ private slots:
         }
     }
 
-    void icon_data()
-    {
-        QTest::addColumn<int>("position"); QTest::addColumn<QRect>("iconRect");
-        QTest::addColumn<QPoint>("captionShift"); // against a caption without icon aligned as flags say
-        QTest::addColumn<int>("flags");
-        QTest::newRow("top") << int(AbstractButton::PositionTop) << QRect(42, 5, 16, 16) << QPoint(0, 26)
-                             << int(Qt::AlignHCenter | Qt::AlignTop);
-        QTest::newRow("bottom") << int(AbstractButton::PositionBottom) << QRect(42, 59, 16, 16) << QPoint(0, -26)
-                                << int(Qt::AlignHCenter | Qt::AlignBottom);
-        QTest::newRow("left") << int(AbstractButton::PositionLeft) << QRect(5, 32, 16, 16) << QPoint(26, 0)
-                              << int(Qt::AlignLeft | Qt::AlignVCenter);
-        QTest::newRow("right") << int(AbstractButton::PositionRight) << QRect(79, 32, 16, 16) << QPoint(-26, 0)
-                               << int(Qt::AlignRight | Qt::AlignVCenter);
-        QTest::newRow("mid") << int(AbstractButton::PositionMid) << QRect(42, 32, 16, 16) << QPoint(0, 0)
-                             << int(Qt::AlignLeft | Qt::AlignTop);
-    }
-    void icon()
-    {
-        QFETCH(int, position); QFETCH(QRect, iconRect); QFETCH(QPoint, captionShift); QFETCH(int, flags);
-        OnOffTestButton plain;
-        plain.resize(100, 80);
-        plain.setText("W");
-        plain.setAlignment(Qt::Alignment(flags));
-        OnOffTestButton b;
-        b.resize(100, 80);
-        b.setText("W");
-        b.setAlignment(Qt::AlignLeft | Qt::AlignTop);
-        b.setIcon(QIcon(solid(Qt::green, 16)));
-        b.setIconSize(QSize(16, 16));
-        b.look.iconPosition = AbstractButton::EButtonPosition(position);
-
-        const QImage img = b.grab().toImage();
-        for (const QPoint &p : {iconRect.topLeft(), iconRect.bottomRight()})
-            QCOMPARE(img.pixelColor(p), QColor(Qt::green));
-        for (const QPoint &p : {iconRect.topLeft() - QPoint(1, 0), iconRect.bottomRight() + QPoint(0, 1)})
-            QVERIFY(img.pixelColor(p) != QColor(Qt::green));
-
-        const QRect expected = captionBox(plain.grab().toImage()).translated(captionShift);
-        QVERIFY(!expected.isEmpty());
-        QCOMPARE(captionBox(img), expected);
-    }
-
-    void extremeGeometry_data()
-    {
-        QTest::addColumn<int>("position"); QTest::addColumn<int>("iconSpace"); QTest::addColumn<int>("textSpace");
-        QTest::addColumn<int>("iconSide");
-        for (int position = AbstractButton::PositionTop; position <= AbstractButton::PositionMid; ++position) {
-            const QByteArray name = QMetaEnum::fromType<AbstractButton::EButtonPosition>().valueToKey(position);
-            QTest::newRow(name + " largest") << position << INT_MAX << INT_MAX << INT_MAX;
-            QTest::newRow(name + " smallest") << position << INT_MIN << INT_MIN << INT_MAX;
-            QTest::newRow(name + " mixed") << position << INT_MIN << INT_MAX << 16;
-        }
-    }
-    // Spacing and icon size at the ends of int: the icon and caption land off the button, nothing wraps.
+    // Spacing and icon size at the ends of int, for every icon place: the icon and caption land off the
+    // button, nothing wraps.
     void extremeGeometry()
     {
-        QFETCH(int, position); QFETCH(int, iconSpace); QFETCH(int, textSpace); QFETCH(int, iconSide);
-        OnOffTestButton b;
-        b.setText("W");
-        b.setIcon(QIcon(solid(Qt::green, 16)));
-        b.setIconSize(QSize(iconSide, iconSide));
-        b.look.iconPosition = AbstractButton::EButtonPosition(position);
-        b.look.iconSpace = iconSpace;
-        b.look.textSpace = textSpace;
-        const ButtonPainter painter(&b, b.look);
-        const QRect icon = painter.iconRect();
-        const QRect caption = painter.captionRect();
-        QVERIFY(icon.width() >= 0 && icon.height() >= 0);
-        QCOMPARE(caption.size(), b.size());
-        if (position == AbstractButton::PositionLeft && iconSpace == INT_MAX)
-            QVERIFY(icon.left() > b.width() && caption.left() > icon.left());
-        if (position == AbstractButton::PositionRight && iconSpace == INT_MAX)
-            QVERIFY(icon.right() < 0 && caption.right() < icon.right());
-        QVERIFY(!b.grab().isNull());
+        for (int position = AbstractButton::PositionTop; position <= AbstractButton::PositionMid; ++position) {
+            for (const auto &[iconSpace, textSpace, iconSide] : {std::tuple(INT_MAX, INT_MAX, INT_MAX),
+                                                                 std::tuple(INT_MIN, INT_MIN, INT_MAX), std::tuple(INT_MIN, INT_MAX, 16)}) {
+                OnOffTestButton b;
+                b.setText("W");
+                b.setIcon(QIcon(solid(Qt::green, 16)));
+                b.setIconSize(QSize(iconSide, iconSide));
+                b.look.iconPosition = AbstractButton::EButtonPosition(position);
+                b.look.iconSpace = iconSpace;
+                b.look.textSpace = textSpace;
+                const ButtonPainter painter(&b, b.look);
+                const QRect icon = painter.iconRect();
+                const QRect caption = painter.captionRect();
+                QVERIFY(icon.width() >= 0 && icon.height() >= 0);
+                QCOMPARE(caption.size(), b.size());
+                if (position == AbstractButton::PositionLeft && iconSpace == INT_MAX)
+                    QVERIFY(icon.left() > b.width() && caption.left() > icon.left());
+                if (position == AbstractButton::PositionRight && iconSpace == INT_MAX)
+                    QVERIFY(icon.right() < 0 && caption.right() < icon.right());
+                QVERIFY(!b.grab().isNull());
+            }
+        }
     }
 
     void renderCache_data()
@@ -476,24 +433,6 @@ private slots:
         QCOMPARE(corner.toImage().pixelColor(50, 15), OffBody);
     }
 
-    void pressedShift_data()
-    {
-        QTest::addColumn<bool>("down"); QTest::addColumn<bool>("checked");
-        QTest::newRow("down") << true << false;
-        QTest::newRow("checked") << false << true;
-    }
-    void pressedShift()
-    {
-        QFETCH(bool, down); QFETCH(bool, checked);
-        OnOffTestButton b;
-        b.setText("Caption");
-        const QRect up = captionBox(b.grab().toImage());
-        b.setCheckable(true);
-        b.setChecked(checked);
-        b.setDown(down);
-        QVERIFY(!up.isEmpty());
-        QCOMPARE(captionBox(b.grab().toImage()), up.translated(1, 1));
-    }
 };
 
 QTEST_MAIN(TestButtonBase)

@@ -11,6 +11,7 @@
 #include <QtTest>
 
 #include <memory>
+#include <tuple>
 
 using namespace buttontest;
 
@@ -67,44 +68,31 @@ private Q_SLOTS:
         // "lang N": the panel's language; "caption X": the first slot's caption; "list": lists L0..2 / M0..2
         QTest::addColumn<QStringList>("steps"); QTest::addColumn<QStringList>("expected"); // captions shown
         using Lists = QList<QStringList>;
+        const auto row = [](const char *className, const char *name, const Lists &lists, const char *steps, const char *expected) {
+            QTest::addRow("%s: %s", className, name) << className << lists << QString(steps).split(", ") << QString(expected).split('|');
+        };
         const Lists bit{{"On0", "On1", "On2"}, {"Off0", "Off1", "Off2"}};
         const Lists one{{"L0", "L1", "L2"}};
-        QTest::newRow("BitButton: first change to the current language applies") << "BitButton" << bit << QStringList{"lang 0"}
-                                                                                 << QStringList{"On0", "Off0"};
-        QTest::newRow("BitButton: second change to the same language does nothing")
-            << "BitButton" << bit << QStringList{"lang 0", "caption X", "lang 0"} << QStringList{"X", "Off0"};
-        QTest::newRow("BitButton: change to another language") << "BitButton" << bit << QStringList{"lang 0", "caption X", "lang 2"}
-                                                               << QStringList{"On2", "Off2"};
-        QTest::newRow("BitButton: empty lists keep ON/OFF") << "BitButton" << Lists{{}, {}} << QStringList{"lang 0", "lang 1"}
-                                                            << QStringList{"ON", "OFF"};
-        QTest::newRow("BitButton: still pending after empty lists") << "BitButton" << Lists{{}, {}}
-                                                                    << QStringList{"lang 0", "list", "lang 0"} << QStringList{"L0", "M0"};
-        QTest::newRow("BitButton: ignored index keeps the language pending") << "BitButton" << bit << QStringList{"lang 3", "lang 0"}
-                                                                             << QStringList{"On0", "Off0"};
-        QTest::newRow("BitButton: short list keeps its caption") << "BitButton" << Lists{{"On0"}, bit.at(1)} << QStringList{"lang 2"}
-                                                                 << QStringList{"ON", "Off2"};
+        row("BitButton", "first change to the current language applies", bit, "lang 0", "On0|Off0");
+        row("BitButton", "second change to the same language does nothing", bit, "lang 0, caption X, lang 0", "X|Off0");
+        row("BitButton", "change to another language", bit, "lang 0, caption X, lang 2", "On2|Off2");
+        row("BitButton", "empty lists keep ON/OFF", {{}, {}}, "lang 0, lang 1", "ON|OFF");
+        row("BitButton", "still pending after empty lists", {{}, {}}, "lang 0, list, lang 0", "L0|M0");
+        row("BitButton", "ignored index keeps the language pending", bit, "lang 3, lang 0", "On0|Off0");
+        row("BitButton", "short list keeps its caption", {{"On0"}, bit.at(1)}, "lang 2", "ON|Off2");
         // The function button starts at language 9, so that its lists stay as given.
-        QTest::newRow("FunctionButton: first change applies") << "FunctionButton" << one << QStringList{"lang 0"} << QStringList{"L0"};
-        QTest::newRow("FunctionButton: second change to the same language does nothing")
-            << "FunctionButton" << one << QStringList{"lang 0", "caption X", "lang 0"} << QStringList{"X"};
-        QTest::newRow("FunctionButton: change to another language") << "FunctionButton" << one
-                                                                    << QStringList{"lang 0", "caption X", "lang 2"} << QStringList{"L2"};
-        QTest::newRow("FunctionButton: empty list changes nothing") << "FunctionButton" << Lists{{}} << QStringList{"lang 1"}
-                                                                    << QStringList{"init"};
-        QTest::newRow("FunctionButton: still pending after an empty list") << "FunctionButton" << Lists{{}}
-                                                                           << QStringList{"lang 0", "list", "lang 0"} << QStringList{"L0"};
-        QTest::newRow("FunctionButton: ignored index keeps the language pending") << "FunctionButton" << one
-                                                                                  << QStringList{"lang 3", "lang 0"} << QStringList{"L0"};
+        row("FunctionButton", "first change applies", one, "lang 0", "L0");
+        row("FunctionButton", "second change to the same language does nothing", one, "lang 0, caption X, lang 0", "X");
+        row("FunctionButton", "change to another language", one, "lang 0, caption X, lang 2", "L2");
+        row("FunctionButton", "empty list changes nothing", {{}}, "lang 1", "init");
+        row("FunctionButton", "still pending after an empty list", {{}}, "lang 0, list, lang 0", "L0");
+        row("FunctionButton", "ignored index keeps the language pending", one, "lang 3, lang 0", "L0");
         // A caption typed on a keypad key fills every language; a later one leaves the list.
-        QTest::newRow("KeypadButton: caption fills every language") << "KeypadButton" << Lists{{}}
-                                                                    << QStringList{"caption 7", "caption 8", "lang 1"} << QStringList{"7"};
-        QTest::newRow("KeypadButton: change to another language") << "KeypadButton" << one << QStringList{"lang 1"} << QStringList{"L1"};
-        QTest::newRow("KeypadButton: same language does nothing, out of range ignored")
-            << "KeypadButton" << one << QStringList{"lang 1", "caption X", "lang 10", "lang -1", "lang 1"} << QStringList{"X"};
-        QTest::newRow("KeypadButton: past the list keeps the caption") << "KeypadButton" << one << QStringList{"caption X", "lang 5"}
-                                                                       << QStringList{"X"};
-        QTest::newRow("KeypadButton: still pending after an empty list") << "KeypadButton" << Lists{{}}
-                                                                         << QStringList{"lang 1", "list", "lang 1"} << QStringList{"L1"};
+        row("KeypadButton", "caption fills every language", {{}}, "caption 7, caption 8, lang 1", "7");
+        row("KeypadButton", "change to another language", one, "lang 1", "L1");
+        row("KeypadButton", "same language does nothing, out of range ignored", one, "lang 1, caption X, lang 10, lang -1, lang 1", "X");
+        row("KeypadButton", "past the list keeps the caption", one, "caption X, lang 5", "X");
+        row("KeypadButton", "still pending after an empty list", {{}}, "lang 1, list, lang 1", "L1");
     }
 
     void languages()
@@ -174,67 +162,27 @@ private Q_SLOTS:
         QCOMPARE(read(w.get(), textProperties(className)).first(), QStringLiteral("T%1").arg(language));
     }
 
-    void textInfoRoundTrip_data()
-    {
-        QTest::addColumn<QString>("className");
-        QTest::newRow("BitButton") << "BitButton";
-        QTest::newRow("FunctionButton") << "FunctionButton";
-    }
-
-    // Records read from a buffer, translated, written to a new buffer that another button reads back unchanged.
-    void textInfoRoundTrip()
-    {
-        QFETCH(QString, className);
-        NORVOInterface_Z3::initialization()->setSystemLanguages({"Sans", "Serif"});
-        const QList<TextData> records{record(-1, {"An", "On"}, {12, 13}, 3, 4), record(-1, {"Aus", "Off"}, {14, 15})};
-        const QStringList listProps = listProperties(className);
-        std::unique_ptr<QWidget> first(WidgetFactory::create(className, nullptr));
-        first->setProperty("textInfoBuffer", encode(className, records));
-        QCOMPARE(read(first.get(), listProps), QStringList({"An|On", "Aus|Off"}).mid(0, listProps.size()));
-        QCOMPARE(first->font().pointSize(), 12);
-        QList<QStringList> translated = QList<QStringList>{{"Ein", "On!"}, {"Aus!", "Off!"}}.mid(0, listProps.size());
-        dynamic_cast<Hmi_v0::HMI_UiUpdateInterface *>(first.get())->setPluginTransText(translated);
-        std::unique_ptr<QWidget> second(WidgetFactory::create(className, nullptr));
-        second->setProperty("textInfoBuffer", first->property("textInfoBuffer"));
-        QList<TextData> expected = records.mid(0, listProps.size());
-        QStringList described;
-        for (int i = 0; i < expected.size(); ++i) {
-            expected[i].texts = translated.at(i);
-            described << describeRecord(expected.at(i));
-        }
-        QCOMPARE(transTexts(first.get()), described);
-        QCOMPARE(transTexts(second.get()), described);
-        QCOMPARE(read(second.get(), listProps), QStringList({"Ein|On!", "Aus!|Off!"}).mid(0, listProps.size()));
-        QVERIFY(updateLanguage(second.get(), 1));
-        QCOMPARE(read(second.get(), textProperties(className)).first(), QStringLiteral("On!"));
-        QCOMPARE(second->font().pointSize(), 13);
-    }
-
     void wordLibrary_data()
     {
         QTest::addColumn<QString>("className"); QTest::addColumn<int>("wordLibId"); // -2: no text record
         QTest::addColumn<QStringList>("libraryAtLoad"); QTest::addColumn<QStringList>("libraryAtRefresh"); // entry 5; empty: none
         QTest::addColumn<QStringList>("loaded"); QTest::addColumn<QStringList>("refreshed"); // lists, as read()
         QTest::addColumn<QStringList>("captions");
-        const QStringList w{"W0", "W1"}, n{"N0", "N1"};
-        QTest::newRow("BitButton: library texts replace the record's") << "BitButton" << 5 << w << n << QStringList{"W0|W1", "Off0|Off1"}
-                                                                       << QStringList{"N0|N1", "Off0|Off1"} << QStringList{"N0", "OFF"};
-        QTest::newRow("BitButton: unknown id keeps the record's texts, refresh empties")
-            << "BitButton" << 5 << QStringList() << QStringList() << QStringList{"R0|R1", "Off0|Off1"}
-            << QStringList{"", "Off0|Off1"} << QStringList{"", "OFF"};
-        QTest::newRow("BitButton: entry removed later empties") << "BitButton" << 5 << w << QStringList()
-                                                                << QStringList{"W0|W1", "Off0|Off1"} << QStringList{"", "Off0|Off1"}
-                                                                << QStringList{"", "OFF"};
-        QTest::newRow("BitButton: record without id is left alone") << "BitButton" << -1 << w << n << QStringList{"R0|R1", "Off0|Off1"}
-                                                                    << QStringList{"R0|R1", "Off0|Off1"} << QStringList{"ON", "OFF"};
-        QTest::newRow("FunctionButton: library texts replace") << "FunctionButton" << 5 << w << n << QStringList{"W0|W1"}
-                                                               << QStringList{"N0|N1"} << QStringList{"N0"};
-        QTest::newRow("FunctionButton: missing entry empties") << "FunctionButton" << 5 << w << QStringList() << QStringList{"W0|W1"}
-                                                               << QStringList{""} << QStringList{""};
-        QTest::newRow("FunctionButton: record without id left alone") << "FunctionButton" << -1 << w << n << QStringList{"R0|R1"}
-                                                                      << QStringList{"R0|R1"} << QStringList{"R0"};
-        QTest::newRow("FunctionButton: no record left alone") << "FunctionButton" << -2 << w << n << QStringList{"i0|i1"}
-                                                              << QStringList{"i0|i1"} << QStringList{"i0"};
+        // Library entries as "W0|W1"; lists and captions as read() gives them, joined by ", ".
+        const auto row = [](const char *className, const char *name, int id, const char *atLoad, const char *atRefresh,
+                            const char *loaded, const char *refreshed, const char *captions) {
+            QTest::addRow("%s: %s", className, name) << className << id << QString(atLoad).split('|', Qt::SkipEmptyParts)
+                << QString(atRefresh).split('|', Qt::SkipEmptyParts) << QString(loaded).split(", ")
+                << QString(refreshed).split(", ") << QString(captions).split(", ");
+        };
+        row("BitButton", "library texts replace the record's", 5, "W0|W1", "N0|N1", "W0|W1, Off0|Off1", "N0|N1, Off0|Off1", "N0, OFF");
+        row("BitButton", "unknown id keeps the record's texts, refresh empties", 5, "", "", "R0|R1, Off0|Off1", ", Off0|Off1", ", OFF");
+        row("BitButton", "entry removed later empties", 5, "W0|W1", "", "W0|W1, Off0|Off1", ", Off0|Off1", ", OFF");
+        row("BitButton", "record without id is left alone", -1, "W0|W1", "N0|N1", "R0|R1, Off0|Off1", "R0|R1, Off0|Off1", "ON, OFF");
+        row("FunctionButton", "library texts replace", 5, "W0|W1", "N0|N1", "W0|W1", "N0|N1", "N0");
+        row("FunctionButton", "missing entry empties", 5, "W0|W1", "", "W0|W1", "", "");
+        row("FunctionButton", "record without id left alone", -1, "W0|W1", "N0|N1", "R0|R1", "R0|R1", "R0");
+        row("FunctionButton", "no record left alone", -2, "W0|W1", "N0|N1", "i0|i1", "i0|i1", "i0");
     }
 
     void wordLibrary()
@@ -266,18 +214,18 @@ private Q_SLOTS:
         QTest::addColumn<int>("recordId"); // of the first slot's record; -2: no records (a second slot's has id 5)
         QTest::addColumn<QString>("property"); // committed in Designer
         QTest::addColumn<QStringList>("lists");
-        QTest::newRow("BitButton, run time, caption lists") << "BitButton" << false << -2 << QString() << QStringList{"T0|T1", "U0|U1"};
-        QTest::newRow("BitButton, run time, text records") << "BitButton" << false << -1 << QString() << QStringList{"T0|T1", "L0|L1"};
-        QTest::newRow("BitButton, designer, caption lists") << "BitButton" << true << -2 << "onTextList" << QStringList{"T0|T1", "U0|U1"};
-        QTest::newRow("BitButton, designer, text records") << "BitButton" << true << -1 << "textInfoBuffer"
-                                                           << QStringList{"T0|T1", "L0|L1"};
-        QTest::newRow("FunctionButton, run time, caption list") << "FunctionButton" << false << -2 << QString() << QStringList{"T0|T1"};
-        QTest::newRow("FunctionButton, run time, record from the library") << "FunctionButton" << false << 5 << QString()
-                                                                           << QStringList{"L0|L1"};
-        QTest::newRow("FunctionButton, designer, caption list") << "FunctionButton" << true << -2 << "textList" << QStringList{"T0|T1"};
-        QTest::newRow("FunctionButton, designer, record") << "FunctionButton" << true << -1 << "textInfoBuffer" << QStringList{"T0|T1"};
-        QTest::newRow("FunctionButton, designer, record from the library") << "FunctionButton" << true << 5 << "textInfoBuffer"
-                                                                           << QStringList{"L0|L1"};
+        // Each case at run time and in Designer, where the property named is committed.
+        const QList<std::tuple<const char *, const char *, int, const char *, QStringList>> cases{
+            {"BitButton", "caption lists", -2, "onTextList", {"T0|T1", "U0|U1"}},
+            {"BitButton", "text records", -1, "textInfoBuffer", {"T0|T1", "L0|L1"}},
+            {"FunctionButton", "caption list", -2, "textList", {"T0|T1"}},
+            {"FunctionButton", "record", -1, "textInfoBuffer", {"T0|T1"}},
+            {"FunctionButton", "record from the library", 5, "textInfoBuffer", {"L0|L1"}}};
+        for (const auto &[className, name, recordId, property, lists] : cases) {
+            for (const bool designer : {false, true})
+                QTest::addRow("%s, %s, %s", className, designer ? "designer" : "run time", name)
+                    << className << designer << recordId << QString(property) << lists;
+        }
     }
 
     void translatedTexts()
@@ -305,11 +253,14 @@ private Q_SLOTS:
             QList<QList<TextData>> stored{{}};
             const QByteArray buffer = w->property("textInfoBuffer").toByteArray();
             QVERIFY(twoSlots(className) ? TextInfoCodec::decodeSlots(buffer, &stored) : TextInfoCodec::decodeSlot(buffer, &stored[0]));
+            QStringList handed; // to the translation tool: the texts shown
             for (int i = 0; i < lists.size(); ++i) {
                 const TextData &r = records.at(i);
-                QCOMPARE(describeRecord(stored.at(i).first()), describeRecord(record(r.wordLibId, r.wordLibId == 5 ? QStringList() : texts.at(i),
-                                                                                     i ? QList<int>() : QList<int>{12})));
+                const QList<int> fonts = i ? QList<int>() : QList<int>{12};
+                QCOMPARE(describeRecord(stored.at(i).first()), describeRecord(record(r.wordLibId, r.wordLibId == 5 ? QStringList() : texts.at(i), fonts)));
+                handed << describeRecord(record(r.wordLibId, lists.at(i).split('|'), fonts));
             }
+            QCOMPARE(transTexts(w), handed);
         } else {
             QCOMPARE(w->property("textInfoBuffer").toByteArray(), QByteArray());
         }

@@ -18,15 +18,18 @@ using namespace buttontest;
 namespace {
 using Panel = buttontest::PanelOf<BitButton>;
 // Presses write bit 5 of user word 100 on channel 2, link 3: setBit(1, 7, 100, 5, value, 3).
-void writeUserBit100_5(BitButton *b, int action)
+const QStringList writesUserBit100_5{"comId=3", "channel=2", "writeBitType=7", "writeAddress=100", "writeBitIndex=5"};
+// The current-channel word moves on at every read, so that a press reading it twice shows.
+struct MovingChannelApp : RecordingQeltApp
 {
-    b->setComId(3);
-    b->SetChannel(2);
-    b->SetWriteBitType(BitButton::User);
-    b->SetWriteAddress(100);
-    b->SetWriteBitIndex(5);
-    b->SetAction(BitButton::Action(action));
-}
+    int getData(int channel, DataClass dataClass, int address, int comId) override
+    {
+        const int value = RecordingQeltApp::getData(channel, dataClass, address, comId);
+        if (address == CurrentChannelAddress)
+            memory().setWord(comId, channel, dataClass, address, value + 1);
+        return value;
+    }
+};
 // Shows what the function button paints in its current state.
 class ProbeButton : public FunctionButton
 {
@@ -57,6 +60,7 @@ private slots:
         QTest::newRow("BitButton action 7 ignored: stays SetOn") << "BitButton" << 7 << false << true << -1 << 1;
         QTest::newRow("BitButton SetOn, current channel 3") << "BitButton" << 0 << false << true << 3 << 2;
         QTest::newRow("BitButton SetOff, current channel 0 gives 0") << "BitButton" << int(BitButton::SetOff) << true << false << 0 << 0;
+        QTest::newRow("BitButton SetOn, current channel smallest int gives 0") << "BitButton" << 0 << false << true << INT_MIN << 0;
         QTest::newRow("BitButton Invert reads and writes one current channel") << "BitButton" << int(BitButton::Invert) << false << true << 3 << 2;
         QTest::newRow("FunctionButton SetOn") << "FunctionButton" << int(FunctionButton::SetOn) << false << true << -1 << 1;
         QTest::newRow("FunctionButton KeepOn") << "FunctionButton" << int(FunctionButton::KeepOn) << false << true << -1 << 1;
@@ -72,48 +76,26 @@ private slots:
     {
         QFETCH(QString, className); QFETCH(int, action); QFETCH(bool, bitBefore); QFETCH(bool, written);
         QFETCH(int, currentChannel); QFETCH(int, channel);
-        // The current-channel word moves on at every read, so that a press reading it twice shows.
-        struct MovingChannelApp : RecordingQeltApp
-        {
-            int getData(int channel, DataClass dataClass, int address, int comId) override
-            {
-                const int value = RecordingQeltApp::getData(channel, dataClass, address, comId);
-                if (address == CurrentChannelAddress)
-                    memory().setWord(comId, channel, dataClass, address, value + 1);
-                return value;
-            }
-        } app;
-        QDialog form;
-        form.setProperty("QeltApp", QeltApp::toVariant(&app));
-        form.resize(200, 60);
-        QWidget *b = WidgetFactory::create(className, &form);
-        b->setGeometry(0, 0, 100, 30);
-        for (const auto &[name, value] : std::initializer_list<std::pair<const char *, int>>{
-                 {"comId", 3}, {"channel", 2}, {"writeBitType", 7}, {"writeAddress", 100}, {"writeBitIndex", 5}})
-            QVERIFY(b->setProperty(name, value));
-        b->setProperty("action", action);
-        b->setProperty("ChnNoVarEnable", currentChannel >= 0);
+        PanelOf<QWidget, MovingChannelApp> panel(className);
+        QWidget *b = panel.button;
+        MovingChannelApp &app = panel.app;
+        panel.set(writesUserBit100_5 + QStringList{QStringLiteral("action=%1").arg(action),
+                                                   QStringLiteral("ChnNoVarEnable=%1").arg(int(currentChannel != -1))});
         // The monitor bit (I0.0) holds the opposite value, so a read of the wrong bit shows.
         app.memory().setBit(3, channel, QeltApp::User_BIT, 100, 5, bitBefore);
         app.memory().setBit(3, channel, QeltApp::I_BIT, 0, 0, !bitBefore);
-        form.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        panel.form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&panel.form));
         app.memory().setWord(0, 0, QeltApp::Com, QeltApp::CurrentChannelAddress, currentChannel);
         app.clearCalls();
         QTest::mousePress(b, Qt::LeftButton, {}, QPoint(50, 15));
-        QCOMPARE(argumentsOf(app.callsNamed("setBit")), (QList<QVariantList>{{channel, 7, 100, 5, written, 3}}));
-        const bool readsChannel = currentChannel >= 0 && className == "BitButton";
-        const bool inverts = action == BitButton::Invert;
-        QStringList names;
-        if (readsChannel)
-            names << "getData";
-        if (inverts)
-            names << "getBit";
-        QCOMPARE(app.callNames(), names << "setBit");
-        if (readsChannel)
-            QCOMPARE(app.calls().first().args, QVariantList({0, int(QeltApp::Com), QeltApp::CurrentChannelAddress, 0}));
-        if (inverts)
-            QCOMPARE(app.callsNamed("getBit").first().args, QVariantList({channel, 7, 100, 5, 3}));
+        // What the press reads and writes: the current channel (the bit button only), the bit it inverts.
+        QList<QVariantList> calls;
+        if (currentChannel != -1 && className == "BitButton")
+            calls << QVariantList{"getData", 0, int(QeltApp::Com), QeltApp::CurrentChannelAddress, 0};
+        if (action == BitButton::Invert)
+            calls << QVariantList{"getBit", channel, 7, 100, 5, 3};
+        QCOMPARE(namedArguments(app.calls()), (calls << QVariantList{"setBit", channel, 7, 100, 5, written, 3}));
         QCOMPARE(b->property("state").toInt(), 0); // the write is not shown until the monitor bit comes back
         app.clearCalls();
         QSignalSpy released(b, SIGNAL(released()));
@@ -147,19 +129,16 @@ private slots:
         QFETCH(int, action); QFETCH(QString, end);
         Panel panel;
         BitButton *b = panel.button;
-        writeUserBit100_5(b, action);
-        b->SetEnabledBitType(BitButton::O_BIT);
-        b->SetVisibleBitType(BitButton::O_BIT);
-        b->SetVisibleAddress(1);
-        b->setOperationalAuthority(3);
+        panel.set(writesUserBit100_5 + QStringList{QStringLiteral("action=%1").arg(action), "enabledBitType=1", "visibleBitType=1",
+                                                   "visibleAddress=1", "operationalAuthority=3"});
         panel.form.show();
         panel.form.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&panel.form));
         panel.app.clearCalls();
         const bool on = action != BitButton::KeepOff; // Invert of the bit at 0 writes 1
         const bool keep = action == BitButton::KeepOn || action == BitButton::KeepOff;
-        const QVariantList press{1, 7, 100, 5, on, 3};
-        const QList<QVariantList> writes = keep ? QList<QVariantList>{press, {1, 7, 100, 5, !on, 3}}
+        const QVariantList press{"setBit", 1, 7, 100, 5, on, 3};
+        const QList<QVariantList> writes = keep ? QList<QVariantList>{press, {"setBit", 1, 7, 100, 5, !on, 3}}
                                                 : QList<QVariantList>{press};
         if (end == "soft key Space") { // a soft key sends the press alone
             QKeyEvent space(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "));
@@ -172,7 +151,7 @@ private slots:
             QTest::mousePress(b, Qt::LeftButton, {}, QPoint(50, 15));
         }
         if (end != "soft key Space")
-            QCOMPARE(argumentsOf(panel.app.callsNamed("setBit")), QList<QVariantList>{press});
+            QCOMPARE(namedArguments(panel.app.callsNamed("setBit")), QList<QVariantList>{press});
 
         QLineEdit other(&panel.form);
         other.setGeometry(0, 40, 100, 20);
@@ -221,7 +200,7 @@ private slots:
             delete b;
             b = nullptr;
         }
-        QCOMPARE(argumentsOf(panel.app.callsNamed("setBit")), writes);
+        QCOMPARE(namedArguments(panel.app.callsNamed("setBit")), writes);
 
         // What comes after the end writes nothing more.
         if (b) {
@@ -236,154 +215,129 @@ private slots:
 
     void resetReadAddress_data()
     {
-        QTest::addColumn<bool>("chnNoVar"); QTest::addColumn<bool>("bit");
+        QTest::addColumn<bool>("chnNoVar");
         QTest::addColumn<int>("channel"); QTest::addColumn<int>("bitType"); // given to the call
-        QTest::addColumn<QStringList>("sequence"); // empty: refused, nothing changes
+        QTest::addColumn<bool>("accepted"); // refused: nothing changes
         QTest::addColumn<int>("registeredChannel"); QTest::addColumn<int>("readChannel");
-        const QStringList stored{"stopUpdateUI", "removeUIVariable", "registerUIVariable", "getBit", "startUpdateUI"};
-        QTest::newRow("stored channel, bit 1") << false << true << 2 << int(BitButton::O_BIT) << stored << 1 << 1;
-        QTest::newRow("current channel") << true << true << 2 << int(BitButton::O_BIT)
-            << QStringList{"stopUpdateUI", "removeUIVariable", "registerUIVariable", "getData", "getBit", "startUpdateUI"}
-            << QeltApp::CurrentChannel << 2;
-        QTest::newRow("channel 9 refused") << false << true << 9 << int(BitButton::O_BIT) << QStringList() << 0 << 1;
-        QTest::newRow("bit type 13 refused") << false << true << 1 << 13 << QStringList() << 0 << 1;
+        QTest::newRow("stored channel") << false << 2 << int(BitButton::O_BIT) << true << 1 << 1;
+        QTest::newRow("current channel") << true << 2 << int(BitButton::O_BIT) << true << int(QeltApp::CurrentChannel) << 2;
+        QTest::newRow("channel 9 refused") << false << 9 << int(BitButton::O_BIT) << false << 0 << 1;
+        QTest::newRow("bit type 13 refused") << false << 1 << 13 << false << 0 << 1;
     }
 
+    // The monitor bit moved at run time: one registration instead of three, read at once.
     void resetReadAddress()
     {
-        QFETCH(bool, chnNoVar); QFETCH(bool, bit); QFETCH(int, channel); QFETCH(int, bitType);
-        QFETCH(QStringList, sequence); QFETCH(int, registeredChannel); QFETCH(int, readChannel);
+        QFETCH(bool, chnNoVar); QFETCH(int, channel); QFETCH(int, bitType); QFETCH(bool, accepted);
+        QFETCH(int, registeredChannel); QFETCH(int, readChannel);
         Panel panel;
         BitButton *b = panel.button;
-        b->setComId(ComId);
-        b->SetChnNoVarEnable(chnNoVar);
-        b->SetEnabledBitType(BitButton::C_BIT);
-        b->SetVisibleBitType(BitButton::S_BIT);
-        b->SetState(bit ? BitButton::Off : BitButton::On);
+        panel.set({QStringLiteral("comId=%1").arg(ComId), QStringLiteral("ChnNoVarEnable=%1").arg(chnNoVar), "enabledBitType=2",
+                   "visibleBitType=3"});
         panel.app.memory().setWord(0, 0, QeltApp::Com, QeltApp::CurrentChannelAddress, 3);
-        panel.app.memory().setBit(0, readChannel, QeltApp::O_BIT, 7, 3, bit);
+        panel.app.memory().setBit(0, readChannel, QeltApp::O_BIT, 7, 3, true);
         panel.attach();
         QCOMPARE(int(panel.app.registrations().size()), 3);
         panel.app.clearCalls();
         const auto readBit = [b] { return QList<int>{b->channel(), b->readBitType(), b->readAddress(), b->readBitIndex()}; };
         const QList<int> before = readBit();
         b->resetRegisterReadBitData(channel, bitType, 7, 3);
-        QCOMPARE(panel.app.callNames(), sequence);
-        if (sequence.isEmpty()) {
+        const QVariant form = RecordingQeltApp::pointer(&panel.form), widget = RecordingQeltApp::pointer(b);
+        const QVariant callback = RecordingQeltApp::pointer(static_cast<norvo_v0::UpdateVariableInterface *>(b));
+        QList<QVariantList> calls;
+        if (accepted) {
+            calls << QVariantList{"stopUpdateUI"} << QVariantList{"removeUIVariable", form, widget}
+                  << QVariantList{"registerUIVariable", form, widget, callback} + registration({0, ComId, registeredChannel, 0, 7, 1, 3});
+            if (chnNoVar)
+                calls << QVariantList{"getData", 0, int(QeltApp::Com), QeltApp::CurrentChannelAddress, 0};
+            calls << QVariantList{"getBit", readChannel, 1, 7, 3, 0} << QVariantList{"startUpdateUI", form};
+        }
+        QCOMPARE(namedArguments(panel.app.calls()), calls);
+        if (!accepted) {
             QCOMPARE(readBit(), before);
             QCOMPARE(int(panel.app.registrations().size()), 3);
             return;
         }
-        const QVariant form = RecordingQeltApp::pointer(&panel.form);
-        QCOMPARE(panel.app.callsNamed("removeUIVariable").first().args,
-                 QVariantList({form, RecordingQeltApp::pointer(b)}));
-        QCOMPARE(panel.app.callsNamed("startUpdateUI").first().args, QVariantList({form}));
-        QCOMPARE(panel.app.callsNamed("getBit").first().args, QVariantList({readChannel, 1, 7, 3, 0}));
-        QCOMPARE(int(panel.app.registrations().size()), 1);
-        QCOMPARE(panel.app.registrations().first().arguments(),
-                 registration(0, registeredChannel, 0, 7, int(BitButton::O_BIT), 3));
-        QCOMPARE(b->state(), bit ? BitButton::On : BitButton::Off);
+        QCOMPARE(b->state(), BitButton::On);
         // The enabled and visible bits are gone; the monitor bit still arrives.
         QCOMPARE(panel.app.deliver(b, 1, 0), 0);
         QCOMPARE(panel.app.deliver(b, 2, 0), 0);
         QVERIFY(b->QWidget::isEnabled());
         QVERIFY(!b->isHidden());
-        QCOMPARE(panel.app.deliver(b, 0, bit ? 0 : 1), 1);
-        QCOMPARE(b->state(), bit ? BitButton::Off : BitButton::On);
+        QCOMPARE(panel.app.deliver(b, 0, 0), 1);
+        QCOMPARE(b->state(), BitButton::Off);
     }
 
-    void colours_data()
+    // The function button's face: its colour bit and setters, and the caption table the text-control word
+    // picks from. steps: "bit V" (colour bit), "name S" (setButtonColor), "normal R,G,B" (SetButtonColorNormal),
+    // "values V,V" and "captions C;C,C;C" (the table, one caption list per value), "language N", "attach"
+    // (through the slot), "word V" (the text-control word). shown: what the row checks of "body", "caption", "text" and "list".
+    void face_data()
     {
-        // "bit V": colour bit update; "name S": setButtonColor(S); "normal R,G,B": SetButtonColorNormal
-        QTest::addColumn<QStringList>("steps"); QTest::addColumn<QColor>("body"); QTest::addColumn<QColor>("caption");
-        const QColor on(200, 0, 0);
-        const QColor enabledText(0, 90, 0);
-        const QColor onText(0, 0, 200);
-        QTest::newRow("default") << QStringList() << QColor(240, 240, 240) << enabledText;
-        QTest::newRow("colour bit 1") << QStringList{"bit 1"} << on << onText;
-        QTest::newRow("three numbers") << QStringList{"name 10,20,30"} << QColor(10, 20, 30) << enabledText;
-        QTest::newRow("next bit 1 overwrites") << QStringList{"bit 1", "name 10,20,30", "bit 1"} << on << onText;
-        QTest::newRow("two numbers are no colour") << QStringList{"name 10,20"} << QColor() << enabledText;
-        QTest::newRow("not a number counts 0") << QStringList{"name 10,x,30"} << QColor(10, 0, 30) << enabledText;
-        QTest::newRow("colour name") << QStringList{"name red"} << QColor(255, 0, 0) << enabledText;
-        QTest::newRow("unknown name") << QStringList{"name nocolour"} << QColor() << enabledText;
-        QTest::newRow("normal colour setter shows at once") << QStringList{"name 10,20,30", "normal 1,2,3"} << QColor(1, 2, 3)
-                                                           << enabledText;
+        QTest::addColumn<QStringList>("steps"); QTest::addColumn<QStringList>("shown");
+        const auto row = [](const char *name, const char *steps, const char *shown) {
+            QTest::newRow(name) << QString(steps).split(", ") << QString(shown).split(", ");
+        };
+        row("default", "attach", "body #f0f0f0, caption #005a00");
+        row("colour bit 1", "attach, bit 1", "body #c80000, caption #0000c8");
+        row("three numbers", "attach, name 10,20,30", "body #0a141e, caption #005a00");
+        row("next bit 1 overwrites", "attach, bit 1, name 10,20,30, bit 1", "body #c80000, caption #0000c8");
+        row("two numbers are no colour", "attach, name 10,20", "body none, caption #005a00");
+        row("not a number counts 0", "attach, name 10,x,30", "body #0a001e");
+        row("colour name", "attach, name red", "body #ff0000");
+        row("unknown name", "attach, name nocolour", "body none");
+        row("normal colour setter shows at once", "attach, name 10,20,30, normal 1,2,3", "body #010203, caption #005a00");
+        const QString table = "values 0,1, captions A0;A1,B0;B1";
+        row("caption of value 1, language 1", qPrintable(table + ", language 1, attach, word 1"), "text B1, list B0|B1");
+        row("caption of value 0, language 0", qPrintable(table + ", language 0, attach, word 0"), "text A0, list A0|A1");
+        row("absent value changes nothing", qPrintable(table + ", language 1, attach, word 1, word 2"), "text B1, list B0|B1");
+        row("entry without separator", "values 5, captions Solo, attach, word 5", "text Solo, list Solo");
+        row("unequal counts leave the table empty", "values 0,1, captions A0;A1, attach, word 0", "text init, list init|i1");
+        row("later entry with the same value wins", "values 3,3, captions first,second, attach, word 3", "text second, list second");
     }
 
-    void colours()
+    void face()
     {
-        QFETCH(QStringList, steps); QFETCH(QColor, body); QFETCH(QColor, caption);
-        PanelOf<ProbeButton> panel;
-        ProbeButton *b = panel.button;
-        b->SetColorBitType(FunctionButton::S_BIT);
-        b->SetButtonColorOn(QColor(200, 0, 0));
-        b->SetTextColorOn(QColor(0, 0, 200));
-        b->SetTextColorEnabled(QColor(0, 90, 0));
-        panel.attachBySlot();
-        for (const QString &step : steps) {
-            const QString arg = step.section(QLatin1Char(' '), 1);
-            if (step.startsWith("bit")) {
-                QCOMPARE(panel.app.deliver(b, 2, arg.toInt()), 1);
-            } else if (step.startsWith("name")) {
-                b->setButtonColor(arg);
-            } else {
-                const QStringList rgb = arg.split(QLatin1Char(','));
-                b->SetButtonColorNormal(QColor(rgb.at(0).toInt(), rgb.at(1).toInt(), rgb.at(2).toInt()));
-            }
-        }
-        const ButtonFace face = b->shownFace();
-        QCOMPARE(face.bodyColor.isValid(), body.isValid());
-        if (body.isValid()) {
-            QCOMPARE(face.bodyColor, body);
-            // The caption is empty, so the middle of the body shows the fill.
-            QCOMPARE(QColor(b->grab().toImage().pixel(50, 15)), body);
-        }
-        QCOMPARE(face.captionColor, caption);
-    }
-
-    void captionTable_data()
-    {
-        QTest::addColumn<QStringList>("values"); QTest::addColumn<QStringList>("captions");
-        QTest::addColumn<int>("language"); QTest::addColumn<QList<int>>("delivered"); QTest::addColumn<QString>("text");
-        QTest::addColumn<QStringList>("textList");
-        const QStringList values{"0", "1"};
-        const QStringList captions{"A0;A1", "B0;B1"};
-        const QStringList before{"init", "i1"};
-        QTest::newRow("value 1, language 1") << values << captions << 1 << QList<int>{1} << "B1"
-                                             << QStringList{"B0", "B1"};
-        QTest::newRow("value 0, language 0") << values << captions << 0 << QList<int>{0} << "A0"
-                                             << QStringList{"A0", "A1"};
-        QTest::newRow("absent value changes nothing")
-            << values << captions << 1 << QList<int>{1, 2} << "B1" << QStringList{"B0", "B1"};
-        QTest::newRow("entry without separator") << QStringList{"5"} << QStringList{"Solo"} << 0 << QList<int>{5}
-                                                 << "Solo" << QStringList{"Solo"};
-        QTest::newRow("unequal counts leave the table empty")
-            << values << QStringList{"A0;A1"} << 0 << QList<int>{0} << "init" << before;
-        QTest::newRow("later entry with the same value wins")
-            << QStringList{"3", "3"} << QStringList{"first", "second"} << 0 << QList<int>{3} << "second"
-            << QStringList{"second"};
-    }
-
-    void captionTable()
-    {
-        QFETCH(QStringList, values); QFETCH(QStringList, captions); QFETCH(int, language);
-        QFETCH(QList<int>, delivered); QFETCH(QString, text); QFETCH(QStringList, textList);
+        QFETCH(QStringList, steps); QFETCH(QStringList, shown);
         PanelOf<ProbeButton> panel;
         ProbeButton *b = panel.button;
         b->setText(QStringLiteral("init"));
         b->setTextList({"init", "i1"});
         b->SetTextControlDataClass(FunctionButton::Reg_Var);
-        b->SetTextValueList(values);
-        b->SetTextStringList(captions);
-        b->setLanguage(FunctionButton::Language(language));
-        panel.attach();
-        for (int value : delivered)
-            QCOMPARE(panel.app.deliver(b, 3, value), 1);
-        QCOMPARE(b->text(), text);
-        QCOMPARE(b->getTextList(), textList);
+        b->SetColorBitType(FunctionButton::S_BIT);
+        b->SetButtonColorOn(QColor(200, 0, 0));
+        b->SetTextColorOn(QColor(0, 0, 200));
+        b->SetTextColorEnabled(QColor(0, 90, 0));
+        for (const QString &step : std::as_const(steps)) {
+            const QString arg = step.section(' ', 1);
+            const QStringList rgb = arg.split(',');
+            if (step == "attach")
+                QVERIFY(panel.attachBySlot());
+            else if (step.startsWith("bit"))
+                QCOMPARE(panel.app.deliver(b, 2, arg.toInt()), 1);
+            else if (step.startsWith("word"))
+                QCOMPARE(panel.app.deliver(b, 3, arg.toInt()), 1);
+            else if (step.startsWith("name"))
+                b->setButtonColor(arg);
+            else if (step.startsWith("normal"))
+                b->SetButtonColorNormal(QColor(rgb.at(0).toInt(), rgb.at(1).toInt(), rgb.at(2).toInt()));
+            else if (step.startsWith("values"))
+                b->SetTextValueList(rgb);
+            else if (step.startsWith("captions"))
+                b->SetTextStringList(rgb);
+            else
+                b->setLanguage(FunctionButton::Language(arg.toInt()));
+        }
+        const ButtonFace face = b->shownFace();
+        const QMap<QString, QString> actual{{"body", face.bodyColor.isValid() ? face.bodyColor.name() : "none"},
+                                            {"caption", face.captionColor.name()}, {"text", b->text()},
+                                            {"list", b->getTextList().join('|')}};
+        for (const QString &item : std::as_const(shown))
+            QCOMPARE(item.section(' ', 0, 0) + ' ' + actual.value(item.section(' ', 0, 0)), item);
+        // The caption is empty, so the middle of the body shows the fill.
+        if (face.bodyColor.isValid() && b->text().isEmpty())
+            QCOMPARE(QColor(b->grab().toImage().pixel(50, 15)), face.bodyColor);
     }
-
 };
 
 QTEST_MAIN(TestButtonWrites)

@@ -3,11 +3,10 @@
 // reached by name as forms and the panel reach it: property limits, the registrations made, the enabled
 // and visible bits, authority with the enabled request, the panel's font.
 
+#include "buttontestsupport.h"
 #include "controllerbinding.h"
 #include "norvointerface_z3.h"
-#include "recordingqeltapp.h"
 #include "updatevariableinterface.h"
-#include "widgetfactory.h"
 
 #include <QDialog>
 #include <QtTest>
@@ -18,6 +17,8 @@
 #include <tuple>
 
 using norvo_v0::QeltApp;
+using buttontest::ClassPanel;
+using buttontest::registration;
 
 namespace {
 
@@ -37,46 +38,10 @@ class UnmarkedDialog : public QDialog { public: using QDialog::QDialog; }; // no
 
 QVariant ptr(const void *p) { return RecordingQeltApp::pointer(p); }
 
-// registerUIVariable's arguments after the form, widget and callback.
-QVariantList registration(const QList<int> &fields)
-{
-    QVariantList args;
-    for (int v : fields)
-        args.append(v);
-    return args << 1 << 10 << 10 << 0 << 0 << false;
-}
 QVariantList registration(QWidget *form, BoundWidget *w, const QList<int> &fields)
 {
-    return QVariantList{ptr(form), ptr(w), ptr(w->callback())} + registration(fields);
+    return QVariantList{ptr(form), ptr(w), ptr(w->callback())} + buttontest::registration(fields);
 }
-
-// A widget made by class name on a form that carries the application, as the panel loads it.
-struct ClassForm
-{
-    RecordingQeltApp app;
-    QDialog form;
-    QWidget otherForm; // handed over through setQeltAppAndFormPtr
-    QWidget *widget;
-    explicit ClassForm(const QString &className) : widget(WidgetFactory::create(className, &form))
-    {
-        form.setProperty("QeltApp", QeltApp::toVariant(&app));
-    }
-    // "name=value" assignments; with skipMissing, properties the class lacks are passed over.
-    void set(const QStringList &assignments, bool skipMissing = false)
-    {
-        for (const QString &a : assignments) {
-            const QByteArray name = a.section('=', 0, 0).toLatin1();
-            if (!skipMissing || widget->metaObject()->indexOfProperty(name) >= 0)
-                QVERIFY2(widget->setProperty(name, a.section('=', 1).toInt()), name);
-        }
-    }
-    void deliver(int index, int value) { dynamic_cast<norvo_v0::UpdateVariableInterface *>(widget)->updateData(index, value); }
-    bool attachBySlot()
-    {
-        return QMetaObject::invokeMethod(widget, "setQeltAppAndFormPtr", Q_ARG(void *, static_cast<QeltApp *>(&app)),
-                                         Q_ARG(void *, &otherForm));
-    }
-};
 
 } // namespace
 
@@ -87,9 +52,6 @@ class TestControllerBinding : public QObject
 private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
     void attachment_data(); void attachment();
-    void applicationProperty_data(); void applicationProperty();
-    void registrationArguments_data(); void registrationArguments();
-    void reregisterBit_data(); void reregisterBit();
     void acceptsAddress_data(); void acceptsAddress();
     void everyWidgetClass_data(); void everyWidgetClass();
     void propertyLimits_data(); void propertyLimits();
@@ -100,7 +62,8 @@ private Q_SLOTS:
 
 void TestControllerBinding::attachment_data()
 {
-    // Ancestors from the top down; ":a" gives the widget the QeltApp property.
+    // Ancestors from the top down; ":a" gives the widget the QeltApp property, ":number" ... another value,
+    // as a form may hold: only the live application's own pointer attaches.
     QTest::addColumn<QStringList>("ancestors"); QTest::addColumn<int>("formLevel"); // -1: stays unattached
     QTest::newRow("nearest dialog is the form") << QStringList{"QDialog", "QWidget", "QDialog:a"} << 2;
     QTest::newRow("subclass without meta-object") << QStringList{"UnmarkedDialog:a"} << 0;
@@ -108,12 +71,26 @@ void TestControllerBinding::attachment_data()
     QTest::newRow("own class passed over") << QStringList{"QDialog:a", "OwnDialog:a", "QWidget"} << 0;
     QTest::newRow("nearest dialog without property") << QStringList{"QDialog:a", "QDialog"} << -1;
     QTest::newRow("no parent") << QStringList{} << -1;
+    for (const char *kind : {"number", "text", "address", "other", "destroyed", "null"})
+        QTest::addRow("property holds %s", kind) << QStringList{QStringLiteral("QDialog:%1").arg(kind)} << -1;
 }
 
 void TestControllerBinding::attachment()
 {
     QFETCH(QStringList, ancestors); QFETCH(int, formLevel);
     RecordingQeltApp app;
+    auto gone = std::make_unique<RecordingQeltApp>();
+    const void *goneAddress = gone.get();
+    gone.reset();
+    int other = 0;
+    const QMap<QString, QVariant> values{
+        {"a", QeltApp::toVariant(&app)},
+        {"number", 1094795585},
+        {"text", QString::number(quintptr(&app))},
+        {"address", QVariant::fromValue(qulonglong(quintptr(&app)))},
+        {"other", QVariant::fromValue(static_cast<void *>(&other))},
+        {"destroyed", QVariant::fromValue(const_cast<void *>(goneAddress))},
+        {"null", QVariant::fromValue(static_cast<void *>(nullptr))}};
     std::unique_ptr<QWidget> top;
     QList<QWidget *> chain;
     for (const QString &entry : std::as_const(ancestors)) {
@@ -122,8 +99,8 @@ void TestControllerBinding::attachment()
             : entry.startsWith("OwnDialog")      ? new OwnDialog(parent)
             : entry.startsWith("UnmarkedDialog") ? static_cast<QWidget *>(new UnmarkedDialog(parent))
                                                  : new QWidget(parent);
-        if (entry.endsWith(":a"))
-            w->setProperty("QeltApp", QeltApp::toVariant(&app));
+        if (entry.contains(':'))
+            w->setProperty("QeltApp", values.value(entry.section(':', 1)));
         if (!top)
             top.reset(w);
         chain.append(w);
@@ -146,123 +123,6 @@ void TestControllerBinding::attachment()
     }
     QCOMPARE(b.form(), chain.at(formLevel));
     QCOMPARE(app.calls().at(0).args, registration(chain.at(formLevel), widget, {0, 0, 0, 0, 3, 0, 0}));
-}
-
-void TestControllerBinding::applicationProperty_data()
-{
-    // What a form's "QeltApp" property may hold; only the live application's own pointer attaches.
-    QTest::addColumn<QString>("kind"); QTest::addColumn<bool>("attaches");
-    QTest::newRow("pointer to the live application") << "app" << true;
-    QTest::newRow("number from a form") << "number" << false;
-    QTest::newRow("numeric text from a form") << "text" << false;
-    QTest::newRow("the application's address as a number") << "address" << false;
-    QTest::newRow("pointer to something else") << "other" << false;
-    QTest::newRow("pointer to a destroyed application") << "destroyed" << false;
-    QTest::newRow("null pointer") << "null" << false;
-}
-
-void TestControllerBinding::applicationProperty()
-{
-    QFETCH(QString, kind); QFETCH(bool, attaches);
-    RecordingQeltApp app;
-    auto gone = std::make_unique<RecordingQeltApp>();
-    const void *goneAddress = gone.get();
-    gone.reset();
-    int other = 0;
-    const QMap<QString, QVariant> values{
-        {"app", QeltApp::toVariant(&app)},
-        {"number", 1094795585},
-        {"text", QString::number(quintptr(&app))},
-        {"address", QVariant::fromValue(qulonglong(quintptr(&app)))},
-        {"other", QVariant::fromValue(static_cast<void *>(&other))},
-        {"destroyed", QVariant::fromValue(const_cast<void *>(goneAddress))},
-        {"null", QVariant::fromValue(static_cast<void *>(nullptr))}};
-    QDialog form;
-    form.setProperty("QeltApp", values.value(kind));
-    auto *widget = new BoundWidget(&form);
-    QCOMPARE(widget->binding.attachToForm(), attaches);
-    QCOMPARE(widget->binding.app(), attaches ? static_cast<QeltApp *>(&app) : nullptr);
-}
-
-void TestControllerBinding::registrationArguments_data()
-{
-    QTest::addColumn<bool>("isBit"); QTest::addColumn<int>("comId");
-    QTest::addColumn<int>("channel");         // 1-based property
-    QTest::addColumn<int>("explicitChannel"); // -1: the stored channel
-    QTest::addColumn<int>("area");            // bit type or data class
-    QTest::addColumn<QList<int>>("expected"); // index, comId, channel, class, address, bitType, bit; empty: none
-    QTest::newRow("monitor bit") << true << 0 << 1 << -1 << int(QeltApp::User_BIT) << QList<int>{4, 0, 0, 0, 100, 7, 3};
-    QTest::newRow("channel 0 clamped") << true << 0 << 0 << -1 << int(QeltApp::I_BIT) << QList<int>{4, 0, 0, 0, 100, 0, 3};
-    QTest::newRow("channel smallest int clamped") << false << IntMin << IntMin << -1 << int(QeltApp::User)
-                                                  << QList<int>{4, 0, 0, 0, 100, -1, 0};
-    QTest::newRow("channel past the last clamped") << false << 0 << IntMax << -1 << int(QeltApp::User)
-                                                   << QList<int>{4, 0, 3, 0, 100, -1, 0};
-    QTest::newRow("bit type -1") << true << 0 << 1 << -1 << -1 << QList<int>{};
-    QTest::newRow("data word") << false << 1 << 4 << -1 << int(QeltApp::Sys) << QList<int>{4, 1, 3, 2, 100, -1, 0};
-    QTest::newRow("data class -1") << false << 0 << 1 << -1 << -1 << QList<int>{};
-}
-
-void TestControllerBinding::registrationArguments()
-{
-    QFETCH(bool, isBit); QFETCH(int, comId); QFETCH(int, channel); QFETCH(int, explicitChannel); QFETCH(int, area);
-    QFETCH(QList<int>, expected);
-    NORVOInterface_Z3::initialization()->setMaxChannelCount(4);
-    RecordingQeltApp app;
-    QDialog form;
-    form.setProperty("QeltApp", QeltApp::toVariant(&app));
-    auto *widget = new BoundWidget(&form);
-    ControllerBinding &b = widget->binding;
-    b.setComId(comId);
-    b.setChannel(channel);
-    QVERIFY(b.attachToForm());
-    if (isBit)
-        explicitChannel < 0 ? b.registerBit(4, area, 100, 3) : b.registerBit(4, area, 100, 3, explicitChannel);
-    else
-        explicitChannel < 0 ? b.registerData(4, area, 100) : b.registerData(4, area, 100, explicitChannel);
-    QCOMPARE(app.calls().size(), expected.isEmpty() ? 0 : 1);
-    if (!expected.isEmpty())
-        QCOMPARE(app.calls().at(0).args, registration(&form, widget, expected));
-}
-
-void TestControllerBinding::reregisterBit_data()
-{
-    QTest::addColumn<int>("current"); QTest::addColumn<int>("readChannel"); // 40017, the channel it resolves to
-    QTest::newRow("40017 = 3") << 3 << 2;
-    QTest::newRow("40017 = 0") << 0 << 0;
-    QTest::newRow("40017 smallest int") << IntMin << 0;
-}
-
-void TestControllerBinding::reregisterBit()
-{
-    QFETCH(int, current); QFETCH(int, readChannel);
-    RecordingQeltApp app;
-    app.memory().setWord(0, 0, QeltApp::Com, QeltApp::CurrentChannelAddress, current);
-    app.memory().setWord(0, 1, QeltApp::Com, QeltApp::CurrentChannelAddress, 2); // other channel: not read
-    app.memory().setBit(0, readChannel, QeltApp::Sys_BIT, 5, 3, true); // read on link 0 ...
-    app.memory().setBit(2, readChannel, QeltApp::Sys_BIT, 5, 3, false); // ... not the widget's link
-    QDialog form;
-    form.setProperty("QeltApp", QeltApp::toVariant(&app));
-    auto *widget = new BoundWidget(&form);
-    ControllerBinding &b = widget->binding;
-    b.setChannel(3);
-    b.setComId(1);
-    b.setChnNoVarEnable(true);
-    QVERIFY(b.attachToForm());
-    b.registerBit(0, QeltApp::I_BIT, 1, 0);
-    b.registerBit(1, QeltApp::I_BIT, 2, 0);
-    app.clearCalls();
-    QCOMPARE(b.resolvedChannel(), readChannel);
-    QCOMPARE(app.calls().at(0).args, (QVariantList{0, int(QeltApp::Com), QeltApp::CurrentChannelAddress, 0}));
-    app.clearCalls();
-    QCOMPARE(b.reregisterBit(0, QeltApp::Sys_BIT, 5, 3), std::optional<bool>(true));
-    const QStringList names{"stopUpdateUI", "removeUIVariable", "registerUIVariable", "getData", "getBit",
-                            "startUpdateUI"};
-    QCOMPARE(app.callNames(), names);
-    const QList<RecordingQeltApp::Call> calls = app.calls();
-    QCOMPARE(calls.at(1).args, (QVariantList{ptr(&form), ptr(widget)}));
-    QCOMPARE(calls.at(2).args, registration(&form, widget, {0, 1, QeltApp::CurrentChannel, 0, 5, QeltApp::Sys_BIT, 3}));
-    QCOMPARE(calls.at(4).args, (QVariantList{readChannel, int(QeltApp::Sys_BIT), 5, 3, 0}));
-    QCOMPARE(app.registrations().size(), 1);
 }
 
 void TestControllerBinding::acceptsAddress_data()
@@ -302,69 +162,49 @@ void TestControllerBinding::everyWidgetClass()
 
 void TestControllerBinding::propertyLimits_data()
 {
-    // Whatever a form holds: enums take only their declared values, bit indexes only 0 ... 31. Link and
-    // channel limits are the binding's (above); the registrations show each class reaches it.
+    // Whatever a form holds: enums take only their declared values, bit indexes only 0 ... 31. A value past
+    // a limit is refused (the value before stays) or, where the property clamps, clamped; each class that
+    // has the property is written at both sides of both limits.
     QTest::addColumn<QString>("className"); QTest::addColumn<QString>("property");
     QTest::addColumn<int>("before"); QTest::addColumn<int>("written"); QTest::addColumn<int>("expected");
-    const auto row = [](const char *className, const char *property, int before, int written, int expected) {
-        QTest::addRow("%s %s %d", className, property, written) << className << property << before << written << expected;
-    };
-    row("BitButton", "cornersRadius", 5, -3, 0);
-    row("BitButton", "operationalAuthority", 5, 100, 5);
-    row("BitButton", "operationalAuthority", 5, 99, 99);
-    row("BitButton", "action", 3, 1094795585, 3);
-    row("BitButton", "state", 1, 2, 1);
-    row("BitButton", "readBitType", 3, 13, 3);
-    row("BitButton", "readBitType", 3, -2, 3);
-    row("BitButton", "readBitType", 3, -1, -1);
-    row("BitButton", "writeBitType", 7, 3, 7);
-    row("BitButton", "enabledBitType", 1, 99, 1);
-    row("BitButton", "visibleBitType", 2, INT_MIN, 2);
-    row("BitButton", "lowestEnablingUserLevel", 4, 10, 4);
-    row("BitButton", "lowestVisibleUserLevel", 4, -1, 4);
-    row("BitButton", "language", 3, 10, 3);
-    row("BitButton", "iconPosition", 1, 5, 1);
-    row("BitButton", "readBitIndex", 4, 32, 4);
-    row("BitButton", "readBitIndex", 4, -1, 4);
-    row("BitButton", "writeBitIndex", 4, 32, 4);
-    row("BitButton", "enabledBitIndex", 4, -1, 4);
-    row("BitButton", "visibleBitIndex", 4, 31, 31);
-    row("FunctionButton", "writeAddress", 8, -1, 8);
-    row("FunctionButton", "writeBitIndex", 8, 32, 8);
-    row("FunctionButton", "writeBitIndex", 8, 31, 31);
-    row("FunctionButton", "textControlAddress", 8, -1, 8);
-    row("FunctionButton", "action", 2, 5, 2);
-    row("FunctionButton", "enabledBitType", 3, 13, 3);
-    row("FunctionButton", "colorBitType", 3, -2, 3);
-    row("FunctionButton", "writeBitType", 8, 6, 8);
-    row("FunctionButton", "textControlDataClass", 2, 6, 2);
-    row("FunctionButton", "textControlDataClass", 2, -1, -1);
-    row("FunctionButton", "lowestVisibleUserLevel", 2, 1094795585, 2);
-    row("FunctionButton", "language", 1, -1, 1);
-    row("FunctionButton", "iconPosition", 3, -1, 3);
-    row("FunctionButton", "enabledBitIndex", 4, 32, 4);
-    row("FunctionButton", "visibleBitIndex", 4, -1, 4);
-    row("FunctionButton", "colorBitIndex", 4, 40, 4);
-    row("KeypadButton", "command", 1, 9, 9);
-    row("KeypadButton", "command", 1, 10, 1);
-    row("KeypadButton", "language", 2, 10, 2);
-    row("KeypadButton", "lowestEnablingUserLevel", 3, -1, 3);
-    row("DynamicImage", "operationalAuthority", 5, 100, 5);
-    row("DynamicImage", "visibleBitIndex", 4, 32, 4);
-    row("DynamicImage", "visibleAddress", 4, -1, 4);
-    row("DynamicImage", "visibleAddress", 4, 0, 0);
-    row("TabWidget", "channel", 2, 99, 4);
-    row("TabWidget", "comId", 3, 7, 7); // reaches the binding
+    struct Limit { const char *property; int lowest, highest; bool clamps; const char *onlyClass = nullptr; };
+    const QList<Limit> limits{
+        {"cornersRadius", 0, IntMax, true}, {"channel", 1, 4, true}, {"comId", 0, IntMax, true},
+        {"operationalAuthority", 0, 99, false}, {"lowestEnablingUserLevel", 0, 9, false},
+        {"lowestVisibleUserLevel", 0, 9, false}, {"language", 0, 9, false}, {"action", 0, 4, false},
+        {"state", 0, 1, false}, {"iconPosition", 0, 4, false}, {"command", 0, 9, false},
+        {"readBitType", -1, 12, false}, {"enabledBitType", -1, 12, false}, {"visibleBitType", -1, 12, false},
+        {"colorBitType", -1, 12, false}, {"writeBitType", 7, 12, false}, {"textControlDataClass", -1, 5, false},
+        {"readBitIndex", 0, 31, false}, {"writeBitIndex", 0, 31, false}, {"enabledBitIndex", 0, 31, false},
+        {"visibleBitIndex", 0, 31, false}, {"colorBitIndex", 0, 31, false},
+        {"writeAddress", 0, IntMax, false, "FunctionButton"}, {"visibleAddress", 0, IntMax, false, "DynamicImage"},
+        {"textControlAddress", 0, IntMax, false}};
+    for (const char *className : {"BitButton", "FunctionButton", "KeypadButton", "PictureButton", "DynamicImage", "TabWidget"}) {
+        const std::unique_ptr<QWidget> widget(WidgetFactory::create(className, nullptr));
+        for (const Limit &l : limits) {
+            const auto row = [&](int before, int written, int expected) {
+                QTest::addRow("%s %s %d", className, l.property, written) << className << l.property << before << written << expected;
+            };
+            if (widget->metaObject()->indexOfProperty(l.property) < 0 || (l.onlyClass && qstrcmp(l.onlyClass, className)))
+                continue;
+            row(l.lowest + 1, l.lowest - 1, l.clamps ? l.lowest : l.lowest + 1);
+            row(l.lowest + 1, l.lowest, l.lowest);
+            if (l.highest < IntMax) {
+                row(l.highest - 1, l.highest + 1, l.clamps ? l.highest : l.highest - 1);
+                row(l.highest - 1, l.highest, l.highest);
+            }
+        }
+    }
 }
 
 void TestControllerBinding::propertyLimits()
 {
     QFETCH(QString, className); QFETCH(QString, property); QFETCH(int, before); QFETCH(int, written); QFETCH(int, expected);
     NORVOInterface_Z3::initialization()->setMaxChannelCount(4);
-    ClassForm f(className);
+    ClassPanel f(className);
     f.set({QStringLiteral("%1=%2").arg(property).arg(before)});
-    f.widget->setProperty(qPrintable(property), written);
-    QCOMPARE(f.widget->property(qPrintable(property)).toInt(), expected);
+    f.button->setProperty(qPrintable(property), written);
+    QCOMPARE(f.button->property(qPrintable(property)).toInt(), expected);
 }
 
 void TestControllerBinding::registrations_data()
@@ -377,6 +217,8 @@ void TestControllerBinding::registrations_data()
     QTest::newRow("BitButton: all three in order") << "BitButton" << QStringList{"readBitType=1", "enabledBitType=2", "visibleBitType=12"}
         << false << Regs{{0, 2, 2, 0, 11, 1, 1}, {1, 2, 2, 0, 21, 2, 2}, {2, 2, 2, 0, 31, 12, 3}};
     QTest::newRow("BitButton: nothing configured") << "BitButton" << QStringList{"readBitType=-1"} << false << Regs{};
+    QTest::newRow("BitButton: channel and link below their limits") << "BitButton" << QStringList{"channel=0", "comId=-1"}
+        << false << Regs{{0, 0, 0, 0, 11, 0, 1}};
     QTest::newRow("BitButton: current-channel flag keeps the stored channel") << "BitButton"
         << QStringList{"readBitType=7", "visibleBitType=4", "ChnNoVarEnable=1"} << false
         << Regs{{0, 2, 2, 0, 11, 7, 1}, {2, 2, 2, 0, 31, 4, 3}};
@@ -387,12 +229,14 @@ void TestControllerBinding::registrations_data()
     QTest::newRow("FunctionButton: all four through the slot") << "FunctionButton" << all << true << four;
     QTest::newRow("FunctionButton: text-control word only") << "FunctionButton" << QStringList{"textControlDataClass=0"}
         << true << Regs{{3, 2, 2, 0, 51, -1, 0}};
+    QTest::newRow("FunctionButton: system word on channel 4, link 1") << "FunctionButton"
+        << QStringList{"textControlDataClass=2", "channel=4", "comId=1"} << false << Regs{{3, 1, 3, 2, 51, -1, 0}};
 }
 
 void TestControllerBinding::registrations()
 {
     QFETCH(QString, className); QFETCH(QStringList, properties); QFETCH(bool, bySlot); QFETCH(QList<QList<int>>, expected);
-    ClassForm f(className);
+    ClassPanel f(className);
     f.app.memory().setWord(0, 0, QeltApp::Com, QeltApp::CurrentChannelAddress, 4);
     f.set({"comId=2", "channel=3", "readAddress=11", "readBitIndex=1", "enabledAddress=21", "enabledBitIndex=2",
            "visibleAddress=31", "visibleBitIndex=3", "colorAddress=41", "colorBitIndex=4", "textControlAddress=51"}, true);
@@ -400,13 +244,13 @@ void TestControllerBinding::registrations()
     if (bySlot)
         QVERIFY(f.attachBySlot());
     else
-        f.widget->ensurePolished();
+        f.button->ensurePolished();
     QWidget *form = bySlot ? &f.otherForm : static_cast<QWidget *>(&f.form);
     QList<QVariantList> actual, wanted;
     for (const RecordingQeltApp::Registration &r : f.app.registrations()) {
         QCOMPARE(r.form, form);
-        QCOMPARE(r.widget.data(), f.widget);
-        QCOMPARE(r.callback, dynamic_cast<norvo_v0::UpdateVariableInterface *>(f.widget));
+        QCOMPARE(r.widget.data(), f.button);
+        QCOMPARE(r.callback, dynamic_cast<norvo_v0::UpdateVariableInterface *>(f.button));
         actual << r.arguments();
     }
     for (const QList<int> &e : std::as_const(expected))
@@ -415,7 +259,7 @@ void TestControllerBinding::registrations()
     // Attaching reads nothing and starts no updates; a second polish does not attach again.
     QCOMPARE(f.app.calls().size(), expected.size());
     QEvent polish(QEvent::Polish);
-    QApplication::sendEvent(f.widget, &polish);
+    QApplication::sendEvent(f.button, &polish);
     QCOMPARE(f.app.registrations().size(), expected.size());
 }
 
@@ -445,12 +289,13 @@ void TestControllerBinding::enabledAndVisibleBits()
 {
     QFETCH(QString, className); QFETCH(QString, bit); QFETCH(int, index); QFETCH(int, bitType); QFETCH(bool, bitOnVisible);
     QFETCH(int, value); QFETCH(bool, expected);
-    ClassForm f(className);
+    ClassPanel f(className);
     f.set({QStringLiteral("%1BitType=%2").arg(bit).arg(bitType), QStringLiteral("bitOnVisible=%1").arg(bitOnVisible)}, true);
     f.form.show();
-    f.deliver(index, !value); // from the other state
-    f.deliver(index, value);
-    QCOMPARE(bit == "enabled" ? f.widget->isEnabled() : f.widget->isVisible(), expected);
+    auto *callback = dynamic_cast<norvo_v0::UpdateVariableInterface *>(f.button);
+    callback->updateData(index, !value); // from the other state
+    callback->updateData(index, value);
+    QCOMPARE(bit == "enabled" ? f.button->isEnabled() : f.button->isVisible(), expected);
 }
 
 void TestControllerBinding::authority_data()
@@ -472,21 +317,21 @@ void TestControllerBinding::authority()
 {
     QFETCH(QString, className); QFETCH(int, operational); QFETCH(int, operatorAuthority); QFETCH(bool, request);
     QFETCH(bool, granted);
-    ClassForm f(className);
+    ClassPanel f(className);
     f.set({"operationalAuthority=1", QStringLiteral("operationalAuthority=%1").arg(operational),
            QStringLiteral("enabled=%1").arg(request)});
     const auto update = [&f](int level) {
-        return QMetaObject::invokeMethod(f.widget, "updateAuthority", Q_ARG(int, level));
+        return QMetaObject::invokeMethod(f.button, "updateAuthority", Q_ARG(int, level));
     };
     QVERIFY(update(operatorAuthority));
-    QCOMPARE(f.widget->isEnabled(), request && granted);
-    QCOMPARE(f.widget->property("enabled").toBool(), request);
+    QCOMPARE(f.button->isEnabled(), request && granted);
+    QCOMPARE(f.button->property("enabled").toBool(), request);
     f.set({"operationalAuthority=0"}); // takes effect at the next authority update
-    QCOMPARE(f.widget->isEnabled(), request && granted);
+    QCOMPARE(f.button->isEnabled(), request && granted);
     QVERIFY(update(7)); // 0 needs no authority: the request is restored
-    QCOMPARE(f.widget->isEnabled(), request);
+    QCOMPARE(f.button->isEnabled(), request);
     f.set({QStringLiteral("enabled=%1").arg(!request)});
-    QCOMPARE(f.widget->isEnabled(), !request);
+    QCOMPARE(f.button->isEnabled(), !request);
 }
 
 QTEST_MAIN(TestControllerBinding)

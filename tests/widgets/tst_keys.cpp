@@ -1,12 +1,10 @@
-// The keys of on-screen keypads. The picture key: soft keys delivered to the focused widget, a numeric
-// keypad made of picture keys, fonts frozen at the first show, texts without records, unreadable buffers.
+// The keys of on-screen keypads. The picture key: soft keys delivered to the focused widget, fonts frozen at the first show, texts without records, unreadable buffers.
 // The keypad key: its looks by interaction (and the bit button's by its monitor bit), and a press that
 // sends nothing but the button's signals.
 #include "PictureButton.h"
 #include "keypadbutton.h"
 #include "buttontestsupport.h"
 #include "norvointerface_z3.h"
-#include "widgetfactory.h"
 
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -61,30 +59,22 @@ private Q_SLOTS:
         QTest::newRow("Space") << "PictureButton" << true << true << "Space" << "Space" << press(0x20, " ");
         QTest::newRow("F12") << "PictureButton" << true << true << "F12" << "F12" << press(Qt::Key_F12, "");
         QTest::newRow("Enter") << "PictureButton" << true << true << "Enter" << "Enter" << press(Qt::Key_Enter, "");
-        QTest::newRow("empty") << "PictureButton" << true << true << "" << "" << press(0, "");
+        QTest::newRow("Backspace") << "PictureButton" << true << true << "Backspace" << "Backspace" << press(Qt::Key_Backspace, "");
+        QTest::newRow("empty: no name of the table sends key 0") << "PictureButton" << true << true << "" << "" << press(0, "");
         QTest::newRow("soft key off") << "PictureButton" << false << true << "a" << "a" << QList<QStringList>();
         QTest::newRow("no focus widget") << "PictureButton" << true << false << "a" << "a" << QList<QStringList>();
         QTest::newRow("keypad key") << "KeypadButton" << false << true << "5" << "" << QList<QStringList>();
-    }
-
-    // A name outside the table (only a form can hold one: the setter keeps one character) sends key 0.
-    void unknownNameSendsKeyZero()
-    {
-        QCOMPARE(PictureButton::softKey(QStringLiteral("PgDn")), qMakePair(0, QString()));
-        QCOMPARE(PictureButton::softKey(QStringLiteral("Space")), qMakePair(int(Qt::Key_Space), QStringLiteral(" ")));
     }
 
     void softKeys()
     {
         QFETCH(QString, className); QFETCH(bool, softKey); QFETCH(bool, focus); QFETCH(QString, written);
         QFETCH(QString, stored); QFETCH(QList<QStringList>, events);
-        RecordingQeltApp app;
-        QDialog form;
-        form.setProperty("QeltApp", norvo_v0::QeltApp::toVariant(&app));
-        auto *field = new KeyLog(&form);
+        ClassPanel panel(className);
+        QWidget *b = panel.button;
+        b->move(0, 30);
+        auto *field = new KeyLog(&panel.form);
         field->setGeometry(0, 0, 100, 20);
-        QWidget *b = WidgetFactory::create(className, &form);
-        b->setGeometry(0, 30, 100, 30);
         if (className == "KeypadButton") {
             b->setProperty("character", QChar(written.at(0)));
             b->setProperty("command", KeypadButton::Enter);
@@ -93,46 +83,15 @@ private Q_SLOTS:
             b->setProperty("softKeyChar", written);
             QCOMPARE(b->property("softKeyChar").toString(), stored);
         }
-        form.show();
-        QVERIFY(QTest::qWaitForWindowActive(&form));
+        panel.form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&panel.form));
         focus ? field->setFocus() : field->clearFocus();
         QCOMPARE(QApplication::focusWidget(), focus ? field : nullptr);
         QSignalSpy clicked(b, SIGNAL(clicked(bool)));
         QTest::mouseClick(b, Qt::LeftButton, {}, QPoint(50, 15));
         QCOMPARE(clicked.count(), 1);
         QCOMPARE(field->events, events);
-        QVERIFY(app.calls().isEmpty());
-    }
-
-    // A numeric keypad of picture keys types into the field that has the focus.
-    void keypadTypesIntoField()
-    {
-        QWidget window;
-        auto *field = new QLineEdit(&window);
-        field->setGeometry(0, 0, 200, 24);
-        QMap<QString, PictureButton *> keys;
-        int x = 0;
-        for (const char *name : {"1", "2", ".", "5", "Backspace", "Enter"}) {
-            auto *key = new PictureButton(&window);
-            key->setGeometry(x, 30, 40, 30);
-            key->setSoftKeyEnabled(true);
-            key->setSoftKeyChar(QString::fromLatin1(name));
-            keys.insert(QString::fromLatin1(name), key);
-            x += 42;
-        }
-        window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        field->setFocus();
-        QSignalSpy entered(field, &QLineEdit::returnPressed);
-        for (const char *name : {"1", "2", ".", "5"})
-            QTest::mouseClick(keys.value(QString::fromLatin1(name)), Qt::LeftButton, {}, QPoint(20, 15));
-        QCOMPARE(field->text(), QStringLiteral("12.5"));
-        QTest::mouseClick(keys.value(QStringLiteral("Backspace")), Qt::LeftButton, {}, QPoint(20, 15));
-        QCOMPARE(field->text(), QStringLiteral("12."));
-        QCOMPARE(entered.count(), 0);
-        QTest::mouseClick(keys.value(QStringLiteral("Enter")), Qt::LeftButton, {}, QPoint(20, 15));
-        QCOMPARE(entered.count(), 1);
-        QVERIFY(field->hasFocus());
+        QVERIFY(panel.app.calls().isEmpty());
     }
 
     void fontsFrozenAtFirstShow()
@@ -149,13 +108,6 @@ private Q_SLOTS:
         QCOMPARE(b->QWidget::font().pointSize(), 14);
         b->setPluginFont(sizedFont(22));
         QCOMPARE(b->QWidget::font().pointSize(), 22);
-
-        b->setLanguage(PictureButton::language_1);
-        b->SetMapBuffer(fontMapBuffer({{1, sizedFont(18)}}));
-        QCOMPARE(b->font().pointSize(), 18);
-        QCOMPARE(b->QWidget::font().pointSize(), 18);
-        b->setLanguage(PictureButton::language_2);
-        QCOMPARE(b->font().pointSize(), 14); // no map entry: the initial font
     }
 
     void transTextsWithoutRecords()
@@ -164,17 +116,14 @@ private Q_SLOTS:
         PictureButton b;
         b.setFont(sizedFont(9));
         b.setText(QStringLiteral("Go"));
+        // One record without word-library link: the caption once, not once per language; a font per language.
         QList<TextData> texts;
         b.getPluginNameAndTransText(texts);
         QCOMPARE(texts.size(), 1);
-        QCOMPARE(texts.first().firstValue, -1);
-        QCOMPARE(texts.first().wordLibId, -1);
-        QCOMPARE(texts.first().texts, QStringList{QStringLiteral("Go")}); // one entry, not one per language
-        QCOMPARE(texts.first().fonts.size(), 2);
+        QCOMPARE(describeRecord(texts.first()), "-1 0 id -1 [Go] [9,9]");
         b.SetMapBuffer(fontMapBuffer({{0, sizedFont(12)}, {3, sizedFont(13)}}));
         b.getPluginNameAndTransText(texts);
-        QCOMPARE(texts.first().fonts.size(), 2);
-        QCOMPARE(texts.first().fonts.at(1).pointSize(), 13);
+        QCOMPARE(describeRecord(texts.first()), "-1 0 id -1 [Go] [12,13]");
     }
 
     void badBuffersAreNoData()
@@ -213,21 +162,18 @@ private Q_SLOTS:
     void looks()
     {
         QFETCH(QString, className); QFETCH(QStringList, steps); QFETCH(QColor, body); QFETCH(QString, caption);
-        RecordingQeltApp app;
-        QDialog form;
-        form.setProperty("QeltApp", norvo_v0::QeltApp::toVariant(&app));
-        QWidget *b = WidgetFactory::create(className, &form);
-        b->setGeometry(0, 0, 100, 30);
+        ClassPanel panel(className);
+        QWidget *b = panel.button;
         const bool focused = steps.contains("focus");
         b->setFocusPolicy(focused ? Qt::StrongFocus : Qt::NoFocus);
         b->setProperty("checkable", steps.contains("checkable"));
         b->setProperty("checked", steps.contains("checked"));
         b->setEnabled(!steps.contains("disabled"));
-        form.show();
-        QVERIFY(QTest::qWaitForWindowActive(&form));
+        panel.form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&panel.form));
         for (const QString &step : std::as_const(steps)) {
             if (step.startsWith("bit"))
-                QCOMPARE(app.deliver(b, 0, step.section(' ', 1).toInt()), 1);
+                QCOMPARE(panel.app.deliver(b, 0, step.section(' ', 1).toInt()), 1);
         }
         if (focused)
             b->setFocus();
