@@ -214,9 +214,6 @@ private Q_SLOTS:
                                                << QByteArray("Feed{multiTexts=Feed##!&*_V##8!&*_multiTexts=Feed##!&*_W}\t\n") << 0;
         QTest::newRow("empty binding before the languages") << cell("Feed", Sep + "multiTexts=Feed" + Lang + "V")
                                                             << QByteArray("Feed{##8!&*_multiTexts=Feed##!&*_V}\t\n") << 0;
-        t.rows = {{{"a|b", ""}, {"#x", "{y}"}}, {{"#z", ""}}};
-        QTest::newRow("bars, braces and hashes") << t << QByteArray("a\\|b\t#x{\\{y\\}}\n\\#z\t\n") << 0;
-        QTest::newRow("control characters") << cell("l1\nl2\tx\ry\\", "") << QByteArray("l1\\nl2\\tx\\ry\\\\\t\n") << 0;
         QTest::newRow("first cell starting like a byte order mark") << cell(QString(QChar(0xFEFF)) + "x", "") << QByteArray("#\n\xEF\xBB\xBFx\t\n") << 0;
         t = headed({});
         t.rows = {};
@@ -241,16 +238,10 @@ private Q_SLOTS:
             verifyRoundTrip(table);
     }
 
+    // Layouts the random ones below rarely make: spans outside, a sweep past spans that ended.
     void spans_data()
     {
-        QTest::addColumn<QList<int>>("spans");
-        QTest::addColumn<int>("fault");
-        QTest::addColumn<int>("other");
-
-        QTest::newRow("side by side") << QList<int>{0, 0, 2, 2, 0, 2, 2, 2, 2, 0, 1, 4} << -1 << -1;
-        QTest::newRow("same first cell") << QList<int>{1, 1, 1, 2, 1, 1, 2, 1} << 1 << 0;
-        QTest::newRow("one inside another") << QList<int>{0, 0, 4, 4, 1, 1, 1, 2} << 1 << 0;
-        QTest::newRow("corner to corner") << QList<int>{0, 0, 2, 2, 1, 1, 2, 2} << 1 << 0;
+        QTest::addColumn<QList<int>>("spans"); QTest::addColumn<int>("fault"); QTest::addColumn<int>("other");
         QTest::newRow("tall span met after short ones ended")
             << QList<int>{0, 0, 6, 1, 0, 1, 1, 2, 2, 1, 1, 1, 5, 0, 1, 2} << 3 << 0;
         QTest::newRow("ended spans do not hide an open one to their left")
@@ -261,12 +252,9 @@ private Q_SLOTS:
 
     void spans()
     {
-        QFETCH(QList<int>, spans);
-        QFETCH(int, fault);
-        QFETCH(int, other);
+        QFETCH(QList<int>, spans); QFETCH(int, fault); QFETCH(int, other);
         const SpanLayout::Fault found = SpanLayout::check(spansOf(spans), 8, 8);
-        QCOMPARE(found.index, fault);
-        QCOMPARE(found.other, other);
+        QCOMPARE((QList<int>{found.index, found.other}), (QList<int>{fault, other}));
     }
 
     // The sweep against comparing every pair, on many small random layouts.
