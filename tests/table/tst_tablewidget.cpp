@@ -98,30 +98,45 @@ private Q_SLOTS:
         QVERIFY(!p.table->item(50000, 0));
     }
 
+    // Updates by index: a cell's value or text, nothing past the table or at an unused index; an
+    // address for cell (0, 1), a bit whose address the controller moves (the value less field 10),
+    // registers that cell there, on the current channel.
     void updates_data()
     {
         QTest::addColumn<int>("index"); QTest::addColumn<int>("value"); QTest::addColumn<QString>("text"); // sent as text when not empty
         QTest::addColumn<QString>("cell10"); QTest::addColumn<QString>("cell11"); // row 1 afterwards
-        QTest::newRow("text to a value cell") << 2 << 0 << "12.50" << "12.50" << "bit@1@0@4@0@0";
-        QTest::newRow("bit on") << 3 << 7 << "" << "1@0@1@8@2@0@9" << "1";
-        QTest::newRow("bit off") << 3 << 0 << "" << "1@0@1@8@2@0@9" << "0";
-        QTest::newRow("past the table") << 99 << 1 << "" << "1@0@1@8@2@0@9" << "bit@1@0@4@0@0";
-        QTest::newRow("unused negative") << -1000 << 1 << "" << "1@0@1@8@2@0@9" << "bit@1@0@4@0@0";
+        QTest::addColumn<QVariantList>("registered"); // the registration the update made
+        const QString value = QStringLiteral("1@0@1@8@2@0@9"), bit = QStringLiteral("bit@1@0@4@0@0");
+        QTest::newRow("text to a value cell") << 2 << 0 << "12.50" << "12.50" << bit << QVariantList();
+        QTest::newRow("bit on") << 3 << 7 << "" << value << "1" << QVariantList();
+        QTest::newRow("bit off") << 3 << 0 << "" << value << "0" << QVariantList();
+        QTest::newRow("past the table") << 99 << 1 << "" << value << bit << QVariantList();
+        QTest::newRow("unused negative") << -1000 << 1 << "" << value << bit << QVariantList();
+        QTest::newRow("moved bit address") << -10000 - 1 << 105 << "" << value << bit
+                                           << QVariantList{1, 1, norvo_v0::QeltApp::CurrentChannel, 0, 100, 9, 3, 1, 10, 10, 0, 0, false};
+        QTest::newRow("address for a cell without a binding") << -10000 - 0 << 7 << "" << value << bit << QVariantList();
     }
     void updates()
     {
         QFETCH(int, index); QFETCH(int, value); QFETCH(QString, text); QFETCH(QString, cell10); QFETCH(QString, cell11);
+        QFETCH(QVariantList, registered);
         Panel p(2, 2, contents(2, 2, [](int r, int c) {
-            return r == 1 ? (c == 0 ? QStringLiteral("1@0@1@8@2@0@9") : QStringLiteral("bit@1@0@4@0@0")) : QString();
+            return r == 1 ? (c == 0 ? QStringLiteral("1@0@1@8@2@0@9") : QStringLiteral("bit@1@0@4@0@0"))
+                          : c == 1 ? QStringLiteral("bit@2@9@0@3@1@0@0@0@0@5") : QString();
         }, [](QTableWidgetItem *item, int, int) { item->setText(item->whatsThis()); }));
+        p.table->SetChnNoVarEnable(true);
         p.show();
         p.table->item(1, 0)->setText(QStringLiteral("1@0@1@8@2@0@9"));
+        p.app.clearCalls();
         if (text.isEmpty())
             p.table->updateData(index, value);
         else
             p.table->updateData(index, text);
         QCOMPARE(p.table->item(1, 0)->text(), cell10);
         QCOMPARE(p.table->item(1, 1)->text(), cell11);
+        QCOMPARE(p.app.callNames(), registered.isEmpty() ? QStringList() : (QStringList{"stopUpdateUI", "registerUIVariable", "startUpdateUI"}));
+        if (!registered.isEmpty())
+            QCOMPARE(p.app.registrations().last().arguments(), registered);
     }
 
     void searchMethodState()
@@ -376,21 +391,6 @@ private Q_SLOTS:
         QCOMPARE(t.item(500, 1)->text() + QString::number(t.rowHeight(7)), QStringLiteral("kept50"));
     }
 
-    // A bit cell whose address the controller moves: the received value less field 10 is its address.
-    void indirectBitCell()
-    {
-        Panel p(2, 2, contents(2, 2, [](int r, int c) { return r == 1 && c == 1 ? QStringLiteral("bit@2@9@0@3@1@0@0@0@0@5") : QString(); }));
-        p.table->SetChnNoVarEnable(true);
-        p.show();
-        p.app.clearCalls();
-        p.table->updateData(-10000 - 3, 105);
-        QCOMPARE(p.app.registrations().last().arguments(),
-                 (QVariantList{3, 1, norvo_v0::QeltApp::CurrentChannel, 0, 100, 9, 3, 1, 10, 10, 0, 0, false}));
-        QCOMPARE(p.app.callNames(), (QStringList{"stopUpdateUI", "registerUIVariable", "startUpdateUI"}));
-        p.app.clearCalls();
-        p.table->updateData(-10000 - 2, 7); // a cell without a binding
-        QVERIFY(p.app.calls().isEmpty());
-    }
 };
 
 QTEST_MAIN(TstTableWidget)
