@@ -72,9 +72,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("text"); QTest::addColumn<QString>("table"); QTest::addColumn<int>("columns");
         const QString u = QString::fromUtf8("K\xC3\xBChlmittel"), bom(QChar(0xFEFF));
-        QTest::newRow("plain text cells") << QByteArray("Feed override\t%\nRapid\tmm/min\n") << "Feed override\t%\nRapid\tmm/min\n" << 2;
         QTest::newRow("value binding alone") << QByteArray("{1@0@100@8@2@0@9999}\n") << "<1@0@100@8@2@0@9999>\n" << 1;
-        QTest::newRow("bit binding after text") << QByteArray("Coolant{bit@2@1@30@5@0}\n") << "Coolant<bit@2@1@30@5@0>\n" << 1;
         QTest::newRow("languages") << QByteArray("Spindle speed|Drehzahl\n") << "Spindle speed<multiTexts=Spindle speed" + Lang + "Drehzahl>\n" << 1;
         QTest::newRow("languages and binding") << QByteArray("Feed|Vorschub|Avance{1@0@100@8@2@0@9999}\n")
                                                << "Feed<1@0@100@8@2@0@9999" + Sep + "multiTexts=Feed" + Lang + "Vorschub" + Lang + "Avance>\n" << 1;
@@ -94,14 +92,12 @@ private Q_SLOTS:
         QTest::newRow("a comment of any width") << QByteArray("#" + QByteArray(CellFile::MaxColumns + 5, '\t') + "\nx\n") << "x\n" << 1;
         QTest::newRow("comments are no rows") << QByteArray("# heading\na\n#\tstill a comment\n#column\tnot a directive\n") << "a\n" << 1;
         QTest::newRow("byte order mark skipped") << QByteArray("\xEF\xBB\xBF#columns\tA\nx\n") << "#columns\tA\nx\n" << 1;
-        QTest::newRow("byte order mark at a later line is text") << QByteArray("a\n\xEF\xBB\xBFx\n") << "a\n" + bom + "x\n" << 1;
         QTest::newRow("byte order marks: only the first is skipped") << QByteArray("\xEF\xBB\xBF\xEF\xBB\xBFx\n\xEF\xBB\xBF\xEF\xBB\xBFy\n")
                                                                      << bom + "x\n" + bom + bom + "y\n" << 1;
         QTest::newRow("UTF-8") << QByteArray("K\xC3\xBChlmittel|\xE5\x86\xB7\xE5\x8D\xB4\n")
                                << u + "<multiTexts=" + u + Lang + QString::fromUtf8("\xE5\x86\xB7\xE5\x8D\xB4>\n") << 1;
         QTest::newRow("empty file") << QByteArray() << "" << 0;
         QTest::newRow("only a newline: one empty row") << QByteArray("\n") << "\n" << 1;
-        QTest::newRow("labels") << QByteArray("#columns\tParameter\tValue\n") << "#columns\tParameter\tValue\n" << 2;
         QTest::newRow("languages and widths") << QByteArray("#columns\tAxis|Achse{80}\tValue{0}\tUnit|Einheit\n")
                                               << "#columns\tAxis<multiTexts=Axis" + Lang + "Achse" + Sep + "columnWidth=80>\tValue<columnWidth=0>\t"
                                                  "Unit<multiTexts=Unit" + Lang + "Einheit>\n" << 3;
@@ -214,9 +210,6 @@ private Q_SLOTS:
                                                << QByteArray("Feed{multiTexts=Feed##!&*_V##8!&*_multiTexts=Feed##!&*_W}\t\n") << 0;
         QTest::newRow("empty binding before the languages") << cell("Feed", Sep + "multiTexts=Feed" + Lang + "V")
                                                             << QByteArray("Feed{##8!&*_multiTexts=Feed##!&*_V}\t\n") << 0;
-        t.rows = {{{"a|b", ""}, {"#x", "{y}"}}, {{"#z", ""}}};
-        QTest::newRow("bars, braces and hashes") << t << QByteArray("a\\|b\t#x{\\{y\\}}\n\\#z\t\n") << 0;
-        QTest::newRow("control characters") << cell("l1\nl2\tx\ry\\", "") << QByteArray("l1\\nl2\\tx\\ry\\\\\t\n") << 0;
         QTest::newRow("first cell starting like a byte order mark") << cell(QString(QChar(0xFEFF)) + "x", "") << QByteArray("#\n\xEF\xBB\xBFx\t\n") << 0;
         t = headed({});
         t.rows = {};
@@ -241,16 +234,10 @@ private Q_SLOTS:
             verifyRoundTrip(table);
     }
 
+    // Layouts the random ones below rarely make: spans outside, a sweep past spans that ended.
     void spans_data()
     {
-        QTest::addColumn<QList<int>>("spans");
-        QTest::addColumn<int>("fault");
-        QTest::addColumn<int>("other");
-
-        QTest::newRow("side by side") << QList<int>{0, 0, 2, 2, 0, 2, 2, 2, 2, 0, 1, 4} << -1 << -1;
-        QTest::newRow("same first cell") << QList<int>{1, 1, 1, 2, 1, 1, 2, 1} << 1 << 0;
-        QTest::newRow("one inside another") << QList<int>{0, 0, 4, 4, 1, 1, 1, 2} << 1 << 0;
-        QTest::newRow("corner to corner") << QList<int>{0, 0, 2, 2, 1, 1, 2, 2} << 1 << 0;
+        QTest::addColumn<QList<int>>("spans"); QTest::addColumn<int>("fault"); QTest::addColumn<int>("other");
         QTest::newRow("tall span met after short ones ended")
             << QList<int>{0, 0, 6, 1, 0, 1, 1, 2, 2, 1, 1, 1, 5, 0, 1, 2} << 3 << 0;
         QTest::newRow("ended spans do not hide an open one to their left")
@@ -261,12 +248,9 @@ private Q_SLOTS:
 
     void spans()
     {
-        QFETCH(QList<int>, spans);
-        QFETCH(int, fault);
-        QFETCH(int, other);
+        QFETCH(QList<int>, spans); QFETCH(int, fault); QFETCH(int, other);
         const SpanLayout::Fault found = SpanLayout::check(spansOf(spans), 8, 8);
-        QCOMPARE(found.index, fault);
-        QCOMPARE(found.other, other);
+        QCOMPARE((QList<int>{found.index, found.other}), (QList<int>{fault, other}));
     }
 
     // The sweep against comparing every pair, on many small random layouts.
