@@ -454,49 +454,6 @@ private Q_SLOTS:
         QCOMPARE(reopened->subWindow(QStringLiteral("subWindow_2"))->geometry(), moved);
     }
 
-    // The tab editor's own fields: the tab clicked in the preview is the one edited; Ok commits all.
-    void tabEditor_data()
-    {
-        QTest::addColumn<bool>("accept");
-        QTest::newRow("ok") << true;
-        QTest::newRow("cancel") << false; // the companion commits on Ok only
-    }
-    void tabEditor()
-    {
-        QFETCH(bool, accept);
-        QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(DesignerCore::formDocument(Tabs));
-        auto *tabs = DesignerCore::formWidget<TabWidget>(form, QStringLiteral("tabWidget"));
-        bool checked = false;
-        QVERIFY(DesignerCore::runEditor(tabs, [&](QDialog *dialog) {
-            auto *preview = dialog->findChild<TabWidget *>();
-            dialog->findChild<QSpinBox *>(QStringLiteral("tabCountSpinBox"))->setValue(4);
-            preview->tabBar()->setCurrentIndex(2);
-            QCOMPARE(dialog->findChild<QSpinBox *>(QStringLiteral("currentIndexSpinBox"))->value(), 2);
-            auto *text = dialog->findChild<QLineEdit *>(QStringLiteral("currentTextInput"));
-            QCOMPARE(text->text(), QStringLiteral("tab_3"));
-            text->setText(QStringLiteral("Tools"));
-            emit text->textEdited(QStringLiteral("Tools"));
-            QCOMPARE(preview->tabBar()->tabText(2), QStringLiteral("Tools"));
-            dialog->findChild<QSpinBox *>(QStringLiteral("currentOperationalAuthority"))->setValue(5);
-            checked = true;
-            accept ? dialog->accept() : dialog->reject();
-        }));
-        QVERIFY(checked);
-        QCOMPARE(form->commandHistory()->count(), accept ? 1 : 0);
-        if (!accept) {
-            QCOMPARE(tabs->tabTexts(), ThreeTabs);
-            return;
-        }
-        QCOMPARE(tabs->tabBar()->count(), 4);
-        QCOMPARE(tabs->tabTexts(), (QStringList{"tab_1", "tab_2", "Tools", "tab_4"}));
-        QCOMPARE(tabs->operationalAuthoritys(), (QStringList{"0", "0", "5", "0"}));
-        QCOMPARE(tabs->currentIndex(), 2);
-        QCOMPARE(savedTags(form->contents()), (QStringList{"tab_1", "tab_2", "tab_3", "tab_4"}));
-        form->commandHistory()->undo();
-        QCOMPARE(tabs->tabsCount(), 3);
-        QCOMPARE(tabs->operationalAuthoritys(), (QStringList{"0", "0", "0"}));
-    }
-
     // A dropped bar's keys are managed and saved; counts are undoable; saved and reopened, in Designer
     // and by the panel's loader, the bar has exactly its one set of keys, as saved.
     void softKeyBar()
