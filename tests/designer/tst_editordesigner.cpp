@@ -83,22 +83,51 @@ void click(QDialog *dialog, QDialogButtonBox::StandardButton which)
     dialog->findChild<QDialogButtonBox *>(QStringLiteral("buttonBox"))->button(which)->click();
 }
 
-textPropertyEditor_Z12 *textEditor(QDialog *dialog)
+// Types the current language's caption of each caption property in turn (the bit button's state
+// chosen first: "onEditedRadioButton", "offEditedRadioButton"), the first with a bolder, larger font;
+// reads the caption the preview shows and the texts the editor loaded for it, then Ok.
+std::function<QStringList(QDialog *, QWidget *)> typeCaptions(const QStringList &captions, const QStringList &typed)
 {
-    return dialog->findChild<textPropertyEditor_Z12 *>(QStringLiteral("mTextPropertyEditor"));
+    return [captions, typed](QDialog *dialog, QWidget *) {
+        auto *editor = dialog->findChild<textPropertyEditor_Z12 *>(QStringLiteral("mTextPropertyEditor"));
+        QStringList seen;
+        for (int i = 0; i < captions.size(); ++i) {
+            if (auto *state = dialog->findChild<QRadioButton *>(captions.at(i).chopped(4) + QStringLiteral("EditedRadioButton")))
+                state->click();
+            seen << qobject_cast<PropertyDialog *>(dialog)->preview()->property(qPrintable(captions.at(i))).toString()
+                 << editor->getTextDataList().first().texts.join(QLatin1Char('|'));
+            editor->findChild<QTableWidget *>()->item(1, 0)->setText(typed.at(i));
+            if (i == 0) {
+                editor->findChild<QSpinBox *>(QStringLiteral("pointSizeSpinBox"))->setValue(21);
+                editor->findChild<QCheckBox *>(QStringLiteral("boldCheckBox"))->setChecked(true);
+            }
+        }
+        click(dialog, QDialogButtonBox::Ok);
+        return seen;
+    };
 }
 
-QTableWidget *textTable(QDialog *dialog) { return textEditor(dialog)->findChild<QTableWidget *>(); }
-
-// Fonts as text, so that fonts read back from a stored stream compare by what they draw.
-QStringList described(const QList<QFont> &fonts)
+// Whether a button's font is bold, its font map's size, its language, its captions, and each stored caption slot's
+// texts and fonts in every language.
+QStringList captionsOf(QWidget *button)
 {
-    QStringList texts;
-    for (const QFont &font : fonts)
-        texts.append(QStringLiteral("%1 %2%3").arg(font.family()).arg(font.pointSize()).arg(font.bold() ? " bold" : ""));
-    return texts;
+    QStringList out{button->font().bold() ? QStringLiteral("bold") : QStringLiteral("plain"),
+                    QString::number(button->property("MapBuffer").toByteArray().size()),
+                    QString::number(button->property("language").toInt())};
+    const bool twoStates = button->property("onText").isValid();
+    for (const QString &caption : twoStates ? QStringList{"onText", "offText"} : QStringList{"text"})
+        out << button->property(qPrintable(caption)).toString();
+    QList<QList<TextData>> stored{{}};
+    const QByteArray info = button->property("textInfoBuffer").toByteArray();
+    if (twoStates ? TextInfoCodec::decodeSlots(info, &stored) : TextInfoCodec::decodeSlot(info, &stored.first())) {
+        for (const QList<TextData> &slot : stored) {
+            out << slot.first().texts.join(QLatin1Char('|'));
+            for (const QFont &font : slot.first().fonts)
+                out << QStringLiteral("%1 %2%3").arg(font.family()).arg(font.pointSize()).arg(font.bold() ? " bold" : "");
+        }
+    }
+    return out;
 }
-
 
 // A parameter name's own text in every language.
 QByteArray feedRecord()
@@ -377,6 +406,27 @@ private Q_SLOTS:
                               << "<string>tab_4</string>";
         QTest::newRow("tabs, cancel") << "TabWidget" << two << QByteArray() << tabList(false) << Look(tabsOf)
                                       << QStringList{"2", "tab_3", "Tools", "tab_1 tab_2", "0 0", "0"} << 0 << "";
+        // The caption in every language from the start; the picture key commits its language before
+        // the texts, they must not undo each other; the bit button's two captions share one font.
+        FontMapCodec::Maps maps;
+        maps.captionFonts.insert(0, QFont(QStringLiteral("Serif"), 10));
+        const QString map = prop("MapBuffer", "cstring", QString::fromLatin1(FontMapCodec::encode(maps)));
+        QTest::newRow("function key captions") << "FunctionButton" << map + prop("text", "string", "Start") << QByteArray()
+                                               << typeCaptions({"text"}, {"Go"}) << Look(captionsOf)
+                                               << QStringList{"Start", "Start|Start|Start", "bold", "0", "0", "Go", "Start|Go|Start", "Serif 10", "Serif 21 bold"}
+                                               << 1 << "textInfoBuffer";
+        QTest::newRow("picture key captions") << "PictureButton" << map + prop("language", "enum", "PictureButton::language_2")
+                                                                     + prop("text", "string", "Start")
+                                              << QByteArray() << typeCaptions({"text"}, {"Go"}) << Look(captionsOf)
+                                              << QStringList{"Start", "Start|Start|Start", "bold", "0", "2", "Go", "Start|Go|Start", "Serif 10", "Serif 21 bold"}
+                                              << 1 << "textInfoBuffer";
+        QTest::newRow("bit button captions") << "BitButton" << map + prop("onText", "string", "Run") + prop("offText", "string", "Stop")
+                                             << QByteArray() << typeCaptions({"onText", "offText"}, {"Läuft", "Steht"})
+                                             << Look(captionsOf)
+                                             << QStringList{"Run", "Run|Run|Run", "Stop", "Stop|Stop|Stop", "bold", "0", "0", "Läuft", "Steht",
+                                                            "Run|Läuft|Run", "Serif 10", "Serif 21 bold", "Stop|Steht|Stop", "Serif 10", "Serif 21 bold"}
+                                             << 1 << "textInfoBuffer";
+
     }
     void editorCommits()
     {
@@ -551,94 +601,6 @@ private Q_SLOTS:
         }
         QCOMPARE(m_form->contents(), before);
         QVERIFY(!m_form->isDirty());
-    }
-
-    void captionTexts_data()
-    {
-        QTest::addColumn<QString>("widget");
-        QTest::addColumn<QString>("properties");
-        QTest::addColumn<QStringList>("captions"); // the caption properties, one text slot each
-        QTest::addColumn<QStringList>("typed");    // the current language's caption typed for each
-        QTest::newRow("FunctionButton") << "FunctionButton" << prop("text", "string", "Start") << QStringList{"text"}
-                                        << QStringList{"Go"};
-        // The picture key commits its language before the texts; they must not undo each other.
-        QTest::newRow("PictureButton") << "PictureButton"
-                                       << prop("language", "enum", "PictureButton::language_2") + prop("text", "string", "Start")
-                                       << QStringList{"text"} << QStringList{"Go"};
-        // The bit button edits its On and Off captions in turn, with one font for both.
-        QTest::newRow("BitButton") << "BitButton" << prop("onText", "string", "Run") + prop("offText", "string", "Stop")
-                                   << QStringList{"onText", "offText"} << QStringList{"Läuft", "Steht"};
-    }
-
-    // The caption in every language from the start, the current one edited with a bolder, larger font;
-    // one undo takes back every commit of the editor: buffers, captions and the font they set; redo
-    // brings them again.
-    void captionTexts()
-    {
-        QFETCH(QString, widget);
-        QFETCH(QString, properties);
-        QFETCH(QStringList, captions);
-        QFETCH(QStringList, typed);
-        FontMapCodec::Maps maps;
-        maps.captionFonts.insert(0, QFont(QStringLiteral("Serif"), 10));
-        const QByteArray map = FontMapCodec::encode(maps);
-        QWidget *button = openForm(widget, properties + prop("MapBuffer", "cstring", QString::fromLatin1(map)));
-        QVERIFY(button);
-        const QVariant language = button->property("language");
-        const auto texts = [&](const QString &caption) {
-            const QString text = button->property(qPrintable(caption)).toString();
-            return QStringList{text, text, text};
-        };
-        QStringList before, after, loaded, previewCaptions;
-        for (const QString &caption : captions)
-            before << texts(caption);
-        QList<QList<TextData>> edited;
-        QVERIFY(DesignerCore::runEditor(button, [&](QDialog *dialog) {
-            for (int i = 0; i < captions.size(); ++i) {
-                // The bit button's state chosen first: "onEditedRadioButton", "offEditedRadioButton".
-                const QString stateButton = captions.at(i).chopped(4) + QStringLiteral("EditedRadioButton");
-                if (auto *state = dialog->findChild<QRadioButton *>(stateButton))
-                    state->click();
-                previewCaptions << qobject_cast<PropertyDialog *>(dialog)->preview()->property(qPrintable(captions.at(i))).toString();
-                loaded << textEditor(dialog)->getTextDataList().first().texts;
-                textTable(dialog)->item(1, 0)->setText(typed.at(i));
-                if (i == 0) {
-                    textEditor(dialog)->findChild<QSpinBox *>(QStringLiteral("pointSizeSpinBox"))->setValue(21);
-                    textEditor(dialog)->findChild<QCheckBox *>(QStringLiteral("boldCheckBox"))->setChecked(true);
-                }
-                edited << textEditor(dialog)->getTextDataList();
-            }
-            click(dialog, QDialogButtonBox::Ok);
-        }));
-        QCOMPARE(loaded, before);
-        QCOMPARE(previewCaptions, captions.size() == 1 ? QStringList{"Start"} : (QStringList{"Run", "Stop"}));
-        QList<QList<TextData>> stored{{}};
-        if (captions.size() == 1)
-            QVERIFY(TextInfoCodec::decodeSlot(button->property("textInfoBuffer").toByteArray(), &stored.first()));
-        else
-            QVERIFY(TextInfoCodec::decodeSlots(button->property("textInfoBuffer").toByteArray(), &stored));
-        QCOMPARE(stored.size(), captions.size());
-        for (int i = 0; i < captions.size(); ++i) {
-            QCOMPARE(stored.at(i).first().texts, (QStringList{before.at(3 * i), typed.at(i), before.at(3 * i)}));
-            QCOMPARE(button->property(qPrintable(captions.at(i))).toString(), typed.at(i));
-            // Every state ends with the font edited first.
-            QCOMPARE(described(stored.at(i).first().fonts), described(edited.first().first().fonts));
-        }
-        QCOMPARE(edited.first().first().fonts.value(1).pointSize(), 21);
-        QVERIFY(button->property("MapBuffer").toByteArray().isEmpty());
-        QVERIFY(button->font().bold());
-        QCOMPARE(button->property("language"), language);
-        QCOMPARE(m_form->commandHistory()->count(), 1);
-        m_form->commandHistory()->undo();
-        QCOMPARE(button->property("MapBuffer").toByteArray(), map);
-        QVERIFY(button->property("textInfoBuffer").toByteArray().isEmpty());
-        for (const QString &caption : captions)
-            after << texts(caption);
-        QCOMPARE(after, before);
-        QVERIFY(!button->font().bold());
-        m_form->commandHistory()->redo();
-        QCOMPARE(button->property(qPrintable(captions.first())).toString(), typed.first());
-        QVERIFY(button->font().bold());
     }
 
 private:
