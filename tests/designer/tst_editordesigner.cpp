@@ -10,6 +10,7 @@
 #include "fieldbinder.h"
 #include "fieldbinding.h"
 #include "fontmapcodec.h"
+#include "mdiarea.h"
 #include "nkeypadeditor.h"
 #include "norvointerface_z3.h"
 #include "propertydialog.h"
@@ -29,6 +30,7 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QFontInfo>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
@@ -108,7 +110,7 @@ std::function<QStringList(QDialog *, QWidget *)> typeCaptions(const QStringList 
 }
 
 // Whether a button's font is bold, its font map's size, its language, its captions, and each stored caption slot's
-// texts and fonts in every language.
+// texts and fonts (as matched) in every language.
 QStringList captionsOf(QWidget *button)
 {
     QStringList out{button->font().bold() ? QStringLiteral("bold") : QStringLiteral("plain"),
@@ -123,7 +125,7 @@ QStringList captionsOf(QWidget *button)
         for (const QList<TextData> &slot : stored) {
             out << slot.first().texts.join(QLatin1Char('|'));
             for (const QFont &font : slot.first().fonts)
-                out << QStringLiteral("%1 %2%3").arg(font.family()).arg(font.pointSize()).arg(font.bold() ? " bold" : "");
+                out << QStringLiteral("%1 %2%3").arg(QFontInfo(font).family()).arg(font.pointSize()).arg(font.bold() ? " bold" : "");
         }
     }
     return out;
@@ -181,6 +183,8 @@ QStringList tabsOf(QWidget *widget)
 }
 
 QStringList imagesOf(QWidget *widget) { return qobject_cast<DynamicImage *>(widget)->images(); }
+
+QStringList panelsOf(QWidget *widget) { return qobject_cast<MdiArea *>(widget)->getSubwindows(); }
 
 // Designer's own table menu, which a QTableWidget subclass keeps; its preferred action is "Edit Items...".
 const QByteArray ItemsMenu = "QDesignerInternalTaskMenuExtension";
@@ -291,8 +295,8 @@ private Q_SLOTS:
 
 
     // The editors whose own parts commit with Ok (table items and keypad record, picture list, tab
-    // list): what the row reads in the dialog, then what the widget shows after it closed; the steps
-    // it left (Ok: one); the saved form holding the pattern, reopened alike (widget and saved text);
+    // list, captions) or at once (panels): what the row reads in the dialog, then what the widget
+    // shows after it closed; the steps it left (Ok: one); the saved form holding the pattern, reopened alike (widget and saved text);
     // undo gives the earlier form and widget back, redo the edited widget. The widget is selected and
     // shown in the property editor, as in Designer, and no warning comes up meanwhile.
     void editorCommits_data()
@@ -406,6 +410,18 @@ private Q_SLOTS:
                               << "<string>tab_4</string>";
         QTest::newRow("tabs, cancel") << "TabWidget" << two << QByteArray() << tabList(false) << Look(tabsOf)
                                       << QStringList{"2", "tab_3", "Tools", "tab_1 tab_2", "0 0", "0"} << 0 << "";
+        // New and Delete of panels act on the form at once, one undo step each; Cancel takes none back.
+        QTest::newRow("panels") << "MdiArea" << "" << QByteArray() << Act([](QDialog *dialog, QWidget *area) {
+            auto *list = dialog->findChild<QListWidget *>();
+            for (int i = 0; i < 3; ++i)
+                dialog->findChild<QPushButton *>(QStringLiteral("newButton"))->click();
+            const QStringList seen{list->currentItem()->text(), panelsOf(area).join(QLatin1Char(' '))};
+            dialog->findChild<QPushButton *>(QStringLiteral("deleteButton"))->click();
+            list->setCurrentRow(0);
+            dialog->reject();
+            return seen;
+        }) << Look(panelsOf) << QStringList{"subWindow_3", "subWindow_1 subWindow_2 subWindow_3", "subWindow_1", "subWindow_2"}
+                                << 4 << "name=\"subWindow_2\"";
         // The caption in every language from the start; the picture key commits its language before
         // the texts, they must not undo each other; the bit button's two captions share one font.
         FontMapCodec::Maps maps;
@@ -413,18 +429,18 @@ private Q_SLOTS:
         const QString map = prop("MapBuffer", "cstring", QString::fromLatin1(FontMapCodec::encode(maps)));
         QTest::newRow("function key captions") << "FunctionButton" << map + prop("text", "string", "Start") << QByteArray()
                                                << typeCaptions({"text"}, {"Go"}) << Look(captionsOf)
-                                               << QStringList{"Start", "Start|Start|Start", "bold", "0", "0", "Go", "Start|Go|Start", "Serif 10", "Serif 21 bold"}
+                                               << QStringList{"Start", "Start|Start|Start", "bold", "0", "0", "Go", "Start|Go|Start", "DejaVu Serif 10", "DejaVu Serif 21 bold"}
                                                << 1 << "textInfoBuffer";
         QTest::newRow("picture key captions") << "PictureButton" << map + prop("language", "enum", "PictureButton::language_2")
                                                                      + prop("text", "string", "Start")
                                               << QByteArray() << typeCaptions({"text"}, {"Go"}) << Look(captionsOf)
-                                              << QStringList{"Start", "Start|Start|Start", "bold", "0", "2", "Go", "Start|Go|Start", "Serif 10", "Serif 21 bold"}
+                                              << QStringList{"Start", "Start|Start|Start", "bold", "0", "2", "Go", "Start|Go|Start", "DejaVu Serif 10", "DejaVu Serif 21 bold"}
                                               << 1 << "textInfoBuffer";
         QTest::newRow("bit button captions") << "BitButton" << map + prop("onText", "string", "Run") + prop("offText", "string", "Stop")
                                              << QByteArray() << typeCaptions({"onText", "offText"}, {"Läuft", "Steht"})
                                              << Look(captionsOf)
                                              << QStringList{"Run", "Run|Run|Run", "Stop", "Stop|Stop|Stop", "bold", "0", "0", "Läuft", "Steht",
-                                                            "Run|Läuft|Run", "Serif 10", "Serif 21 bold", "Stop|Steht|Stop", "Serif 10", "Serif 21 bold"}
+                                                            "Run|Läuft|Run", "DejaVu Serif 10", "DejaVu Serif 21 bold", "Stop|Steht|Stop", "DejaVu Serif 10", "DejaVu Serif 21 bold"}
                                              << 1 << "textInfoBuffer";
 
     }
@@ -471,11 +487,13 @@ private Q_SLOTS:
         QCOMPARE(again->contents(), after);
         if (steps == 0)
             return;
-        history->undo();
+        while (history->canUndo())
+            history->undo();
         QCoreApplication::processEvents();
         QCOMPARE(m_form->contents(), before);
         QCOMPARE(look(target), looked);
-        history->redo();
+        while (history->canRedo())
+            history->redo();
         QCoreApplication::processEvents();
         QCOMPARE(look(target), look(DesignerCore::formWidget(again, target->objectName())));
     }
