@@ -136,6 +136,9 @@ void TabWidgetPropertiesEditor::textEdit(const QString &text)
     while (texts.size() <= language)
         texts.append(QString());
     texts[language] = text;
+    // Committed with the records, so that redo shows the typed text too.
+    if (currentTab < tabTexts.size())
+        tabTexts[currentTab] = text;
     if (preview)
         preview->setCurrentTabText(text);
 }
@@ -151,6 +154,8 @@ void TabWidgetPropertiesEditor::textEditBtnClicked()
     recordOf(currentTab) = dialog.getTextDataList().first();
     const QString text = LanguageState::textAt(recordOf(currentTab).texts, currentLanguage());
     ui->currentTextInput->setText(text);
+    if (currentTab < tabTexts.size())
+        tabTexts[currentTab] = text;
     if (preview) {
         preview->SetTextInfoBuffer(TextInfoCodec::encodeSlots(textRecords));
         preview->refreshlanguage(currentLanguage());

@@ -42,8 +42,9 @@ void DesignerCore::release()
 
 DesignerCore::DesignerCore()
 {
+    // The core outlives the top level: the tool windows and the integration use it while they go.
     m_topLevel = new QMainWindow;
-    m_core = QDesignerComponents::createFormEditor(m_topLevel);
+    m_core = QDesignerComponents::createFormEditor(nullptr);
     m_core->setTopLevel(m_topLevel);
     QDesignerComponents::createTaskMenu(m_core, m_topLevel);
     QDesignerComponents::initializePlugins(m_core);
@@ -52,19 +53,16 @@ DesignerCore::DesignerCore()
     m_core->setObjectInspector(QDesignerComponents::createObjectInspector(m_core, m_topLevel));
     m_core->setActionEditor(QDesignerComponents::createActionEditor(m_core, m_topLevel));
     // Without an integration createFormWindow crashes.
-    m_integration = new QDesignerIntegration(m_core, m_topLevel);
+    new QDesignerIntegration(m_core, m_topLevel);
+    m_host = new QWidget;
+    m_host->resize(1300, 1000);
 }
 
 DesignerCore::~DesignerCore()
 {
     closeForms();
-    // The tool windows use the core while they go: they go first, the core last.
-    delete m_integration;
-    delete m_core->actionEditor();
-    delete m_core->objectInspector();
-    delete m_core->propertyEditor();
-    delete m_core;
     delete m_topLevel;
+    delete m_core;
     delete m_host;
 }
 
@@ -72,14 +70,9 @@ QDesignerFormWindowInterface *DesignerCore::createForm(const QString &uiDocument
 {
     QDesignerFormWindowManagerInterface *manager = m_core->formWindowManager();
     // A shown form window needs a parent: a parentless one crashes Designer's event filter.
-    if (shown && !m_host) {
-        m_host = new QWidget;
-        m_host->resize(1300, 1000);
-    }
     QDesignerFormWindowInterface *form = manager->createFormWindow(shown ? m_host : nullptr, shown ? Qt::WindowFlags() : Qt::Window);
     if (!form->setContents(uiDocument)) {
         qWarning("Designer refused the form: %s", qPrintable(uiDocument));
-        manager->removeFormWindow(form);
         delete form;
         return nullptr;
     }
@@ -98,12 +91,9 @@ QDesignerFormWindowInterface *DesignerCore::createForm(const QString &uiDocument
 
 void DesignerCore::closeForms()
 {
-    QDesignerFormWindowManagerInterface *manager = m_core->formWindowManager();
-    while (manager->formWindowCount() > 0) {
-        QDesignerFormWindowInterface *form = manager->formWindow(0);
-        manager->removeFormWindow(form);
-        delete form;
-    }
+    // A form window leaves the manager as it goes.
+    while (m_core->formWindowManager()->formWindowCount() > 0)
+        delete m_core->formWindowManager()->formWindow(0);
 }
 
 QString DesignerCore::formDocument(const QString &childWidgets)

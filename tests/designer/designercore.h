@@ -10,7 +10,6 @@ class QDesignerCustomWidgetInterface;
 class QDialog;
 class QDesignerFormEditorInterface;
 class QDesignerFormWindowInterface;
-class QDesignerIntegration;
 class QMainWindow;
 
 // The real Qt Designer core for tests, offscreen: a form editor with its task menus, property
@@ -62,7 +61,6 @@ private:
     QMainWindow *m_topLevel = nullptr;
     QWidget *m_host = nullptr;
     QDesignerFormEditorInterface *m_core = nullptr;
-    QDesignerIntegration *m_integration = nullptr;
 };
 
 #endif

@@ -3,7 +3,6 @@
 // every field naming a property path is bound and has its status tip. Then the companion editors
 // that commit in the same step: the text page (captions in every language), the table's items and
 // keypad record, and the picture list of the dynamic image.
-#include "bitbutton.h"
 #include "celllanguagetexts.h"
 #include "designercore.h"
 #include "designerhost.h"
@@ -11,41 +10,37 @@
 #include "fieldbinder.h"
 #include "fieldbinding.h"
 #include "fontmapcodec.h"
+#include "mdiarea.h"
 #include "nkeypadeditor.h"
 #include "norvointerface_z3.h"
 #include "propertydialog.h"
 #include "propertypath.h"
 #include "tablecontents.h"
 #include "tablewidget.h"
+#include "tabwidget.h"
 #include "textinfocodec.h"
 #include "textpropertyeditor_z12.h"
 
 #include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
 #include <QtDesigner/QDesignerPropertyEditorInterface>
-#include <QtDesigner/QDesignerTaskMenuExtension>
-#include <QtDesigner/QExtensionManager>
-#include <QtUiPlugin/QDesignerCustomWidgetInterface>
 
-#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QFontInfo>
 #include <QImage>
-#include <QKeySequenceEdit>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
-#include <QShowEvent>
 #include <QSpinBox>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -90,22 +85,51 @@ void click(QDialog *dialog, QDialogButtonBox::StandardButton which)
     dialog->findChild<QDialogButtonBox *>(QStringLiteral("buttonBox"))->button(which)->click();
 }
 
-textPropertyEditor_Z12 *textEditor(QDialog *dialog)
+// Types the current language's caption of each caption property in turn (the bit button's state
+// chosen first: "onEditedRadioButton", "offEditedRadioButton"), the first with a bolder, larger font;
+// reads the caption the preview shows and the texts the editor loaded for it, then Ok.
+std::function<QStringList(QDialog *, QWidget *)> typeCaptions(const QStringList &captions, const QStringList &typed)
 {
-    return dialog->findChild<textPropertyEditor_Z12 *>(QStringLiteral("mTextPropertyEditor"));
+    return [captions, typed](QDialog *dialog, QWidget *) {
+        auto *editor = dialog->findChild<textPropertyEditor_Z12 *>(QStringLiteral("mTextPropertyEditor"));
+        QStringList seen;
+        for (int i = 0; i < captions.size(); ++i) {
+            if (auto *state = dialog->findChild<QRadioButton *>(captions.at(i).chopped(4) + QStringLiteral("EditedRadioButton")))
+                state->click();
+            seen << qobject_cast<PropertyDialog *>(dialog)->preview()->property(qPrintable(captions.at(i))).toString()
+                 << editor->getTextDataList().first().texts.join(QLatin1Char('|'));
+            editor->findChild<QTableWidget *>()->item(1, 0)->setText(typed.at(i));
+            if (i == 0) {
+                editor->findChild<QSpinBox *>(QStringLiteral("pointSizeSpinBox"))->setValue(21);
+                editor->findChild<QCheckBox *>(QStringLiteral("boldCheckBox"))->setChecked(true);
+            }
+        }
+        click(dialog, QDialogButtonBox::Ok);
+        return seen;
+    };
 }
 
-QTableWidget *textTable(QDialog *dialog) { return textEditor(dialog)->findChild<QTableWidget *>(); }
-
-// Fonts as text, so that fonts read back from a stored stream compare by what they draw.
-QStringList described(const QList<QFont> &fonts)
+// Whether a button's font is bold, its font map's size, its language, its captions, and each stored caption slot's
+// texts and fonts (as matched) in every language.
+QStringList captionsOf(QWidget *button)
 {
-    QStringList texts;
-    for (const QFont &font : fonts)
-        texts.append(QStringLiteral("%1 %2%3").arg(font.family()).arg(font.pointSize()).arg(font.bold() ? " bold" : ""));
-    return texts;
+    QStringList out{button->font().bold() ? QStringLiteral("bold") : QStringLiteral("plain"),
+                    QString::number(button->property("MapBuffer").toByteArray().size()),
+                    QString::number(button->property("language").toInt())};
+    const bool twoStates = button->property("onText").isValid();
+    for (const QString &caption : twoStates ? QStringList{"onText", "offText"} : QStringList{"text"})
+        out << button->property(qPrintable(caption)).toString();
+    QList<QList<TextData>> stored{{}};
+    const QByteArray info = button->property("textInfoBuffer").toByteArray();
+    if (twoStates ? TextInfoCodec::decodeSlots(info, &stored) : TextInfoCodec::decodeSlot(info, &stored.first())) {
+        for (const QList<TextData> &slot : stored) {
+            out << slot.first().texts.join(QLatin1Char('|'));
+            for (const QFont &font : slot.first().fonts)
+                out << QStringLiteral("%1 %2%3").arg(QFontInfo(font).family()).arg(font.pointSize()).arg(font.bold() ? " bold" : "");
+        }
+    }
+    return out;
 }
-
 
 // A parameter name's own text in every language.
 QByteArray feedRecord()
@@ -127,17 +151,10 @@ QByteArray cells()
     return TableContents::encode(3, 2, {{&name, &value}, {&bit, nullptr}, {}});
 }
 
-// What a shown form window does first: the table makes its items at its first show.
-TableWidget *shownTable(QDesignerFormWindowInterface *form)
+// A table's cells: text|what's this|flags|status tip, "-" for none.
+QStringList cellsOf(QWidget *widget)
 {
-    auto *table = DesignerCore::formWidget<TableWidget>(form, QStringLiteral("tableWidget"));
-    QShowEvent event;
-    QApplication::sendEvent(table, &event);
-    return table;
-}
-
-QStringList describe(const QTableWidget *table)
-{
+    const auto *table = qobject_cast<QTableWidget *>(widget);
     QStringList out;
     for (int r = 0; r < table->rowCount(); ++r) {
         for (int c = 0; c < table->columnCount(); ++c) {
@@ -150,15 +167,47 @@ QStringList describe(const QTableWidget *table)
     return out;
 }
 
-// Designer's own table menu, which a QTableWidget subclass keeps; its preferred action is "Edit Items...".
-const char *const ItemsMenu = "QDesignerInternalTaskMenuExtension";
+QStringList keypadOf(QWidget *widget)
+{
+    const auto *table = qobject_cast<TableWidget *>(widget);
+    const QRect g = table->softKeypadGeometry();
+    return {QStringLiteral("%1 %2 %3,%4 %5x%6").arg(table->softKeypad()).arg(int(table->softKeypadPosition()))
+                .arg(g.x()).arg(g.y()).arg(g.width()).arg(g.height())};
+}
 
+QStringList tabsOf(QWidget *widget)
+{
+    const auto *tabs = qobject_cast<TabWidget *>(widget);
+    return {tabs->tabTexts().join(QLatin1Char(' ')), tabs->operationalAuthoritys().join(QLatin1Char(' ')),
+            QString::number(tabs->currentIndex())};
+}
+
+QStringList imagesOf(QWidget *widget) { return qobject_cast<DynamicImage *>(widget)->images(); }
+
+QStringList panelsOf(QWidget *widget) { return qobject_cast<MdiArea *>(widget)->getSubwindows(); }
+
+// Designer's own table menu, which a QTableWidget subclass keeps; its preferred action is "Edit Items...".
+const QByteArray ItemsMenu = "QDesignerInternalTaskMenuExtension";
 
 void writePng(const QString &path, const QColor &color)
 {
     QImage image(16, 16, QImage::Format_RGB32);
     image.fill(color);
     QVERIFY(image.save(path, "PNG"));
+}
+
+// Pictures to choose from, and a file that is none.
+const QTemporaryDir &pictureFolder()
+{
+    static QTemporaryDir folder;
+    if (!QFile::exists(folder.filePath(QStringLiteral("notes.png")))) {
+        writePng(folder.filePath(QStringLiteral("green.png")), Qt::green);
+        writePng(folder.filePath(QStringLiteral("blue.png")), Qt::blue);
+        QFile text(folder.filePath(QStringLiteral("notes.png")));
+        if (text.open(QIODevice::WriteOnly))
+            text.write("not a picture");
+    }
+    return folder;
 }
 
 // Answers the chooser and the warning boxes the editor opens, one step a window.
@@ -188,8 +237,9 @@ private:
     QPointer<QWidget> m_last;
 };
 
-Answers::Step choose(const QString &file, QString *folder = nullptr)
+Answers::Step choose(const QString &picture, QString *folder = nullptr)
 {
+    const QString file = pictureFolder().filePath(picture);
     return [file, folder](QWidget *w) {
         auto *dialog = qobject_cast<QFileDialog *>(w);
         QVERIFY(dialog);
@@ -212,7 +262,15 @@ QStringList listTexts(QListWidget *list)
     return out;
 }
 
+// A row's doings in an editor dialog of the widget, returning what it read there.
+using Act = std::function<QStringList(QDialog *, QWidget *)>;
+// What a row reads off its widget.
+using Look = std::function<QStringList(QWidget *)>;
+
 } // namespace
+
+Q_DECLARE_METATYPE(Act)
+Q_DECLARE_METATYPE(Look)
 
 class TestEditorDesigner : public QObject
 {
@@ -236,204 +294,208 @@ private Q_SLOTS:
     void cleanupTestCase() { DesignerCore::release(); }
 
 
-    // A new table from the widget box: Designer's item editor lists every row and column it has, as
-    // the saved form does, with the columns named; plain row numbers are not stored.
-    void newTableRowsAndColumnsAgree()
+    // The editors whose own parts commit with Ok (table items and keypad record, picture list, tab
+    // list, captions) or at once (panels): what the row reads in the dialog, then what the widget
+    // shows after it closed; the steps it left (Ok: one); the saved form holding the pattern, reopened alike (widget and saved text);
+    // undo gives the earlier form and widget back, redo the edited widget. The widget is selected and
+    // shown in the property editor, as in Designer, and no warning comes up meanwhile.
+    void editorCommits_data()
     {
-        const QString element = DesignerCore::descriptor(QStringLiteral("TableWidget"))->domXml();
-        QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(DesignerCore::formDocument(element));
-        TableWidget *table = shownTable(form);
-        int columns = -1, rows = -1;
-        QVERIFY(DesignerCore::runEditor(table, [&](QDialog *dialog) {
-            columns = dialog->findChild<QWidget *>(QStringLiteral("columnEditor"))->findChild<QListWidget *>()->count();
-            rows = dialog->findChild<QWidget *>(QStringLiteral("rowEditor"))->findChild<QListWidget *>()->count();
-        }, ItemsMenu));
-        QCOMPARE(columns, table->columnCount());
-        QCOMPARE(rows, table->rowCount());
-        const QString saved = form->contents();
-        QCOMPARE(int(saved.count(QLatin1String("<column>"))), columns);
-        QCOMPARE(int(saved.count(QLatin1String("<row/>"))), rows);
-    }
-
-    void itemsEditedInDesignerAreSavedInDataAlone()
-    {
-        openTable();
-        QDesignerFormWindowInterface *form = m_form;
-        TableWidget *table = shownTable(form);
-        const QStringList loaded = describe(table);
-        const int plain = int(QTableWidgetItem().flags());
-        QCOMPARE(loaded.mid(0, 3), (QStringList{QStringLiteral("Feed||%1|%2").arg(int(Qt::ItemIsEnabled)).arg(QLatin1String("TextData:" + feedRecord().toHex())),
-                                                QStringLiteral("|1@0@100@8@2@0@9999|%1|").arg(plain),
-                                                QStringLiteral("0|bit@1@0@30@5@0|%1|").arg(plain)}));
-
-        // Designer's item editor shows the cells and commits an edit as one undoable change.
-        QString shownFirst;
-        QVERIFY(DesignerCore::runEditor(table, [&](QDialog *dialog) {
+        QTest::addColumn<QString>("widget");
+        QTest::addColumn<QString>("properties");
+        QTest::addColumn<QByteArray>("menu"); // empty: "Edit Properties..."
+        QTest::addColumn<Act>("act");
+        QTest::addColumn<Look>("look");
+        QTest::addColumn<QStringList>("seen");
+        QTest::addColumn<int>("steps");
+        QTest::addColumn<QString>("saved");
+        const QString table = prop("rowCount", "number", "3") + prop("columnCount", "number", "2")
+                              + prop("data", "cstring", QString::fromLatin1(cells()));
+        const QString plain = QString::number(int(QTableWidgetItem().flags()));
+        // Ok always writes the keypad record: the form saves it from then on.
+        const QString keypadProperties = prop("softKeypad", "bool", "false") + prop("softKeypadPosition", "enum", "TableWidget::Auto");
+        const QString feed = QStringLiteral("Feed||%1|TextData:%2").arg(int(Qt::ItemIsEnabled)).arg(QLatin1String(feedRecord().toHex()));
+        // Designer's item editor lists every row and column, shows the cells and commits an edit;
+        // the form holds it in "data" alone, no <item>, plain row and column numbers not stored.
+        QTest::newRow("table items") << "TableWidget" << table << ItemsMenu << Act([](QDialog *dialog, QWidget *) {
             auto *grid = dialog->findChild<QTableWidget *>();
-            shownFirst = grid->item(0, 0)->text();
+            const QStringList seen{QString::number(dialog->findChild<QWidget *>(QStringLiteral("columnEditor"))->findChild<QListWidget *>()->count()),
+                                   QString::number(dialog->findChild<QWidget *>(QStringLiteral("rowEditor"))->findChild<QListWidget *>()->count()),
+                                   grid->item(0, 0)->text()};
             grid->item(1, 0)->setText(QStringLiteral("Spindle"));
             dialog->accept();
-        }, ItemsMenu));
-        QCOMPARE(shownFirst, QStringLiteral("Feed"));
-        QCoreApplication::processEvents();
-        QCOMPARE(table->item(1, 0)->text(), QStringLiteral("Spindle"));
-        QCOMPARE(table->item(1, 0)->whatsThis(), QStringLiteral("bit@1@0@30@5@0"));
-
-        // The saved form holds the edit in "data" alone, no <item>.
-        const QString saved = form->contents();
-        QVERIFY2(!saved.contains(QLatin1String("<item")), qPrintable(saved));
-        QVERIFY(saved.contains(QString::fromLatin1(table->data())));
-
-        // Undo brings the old cells back, in the items and in "data".
-        form->commandHistory()->undo();
-        QCoreApplication::processEvents();
-        QCOMPARE(describe(table), loaded);
-        QVERIFY(!form->contents().contains(QLatin1String("Spindle")));
-
-        // Reopened in Designer, the cells are there again, with their flags and records.
-        form->commandHistory()->redo();
-        QCoreApplication::processEvents();
-        const QString again = form->contents();
-        QCOMPARE(describe(shownTable(DesignerCore::instance().createForm(again))), describe(table));
-    }
-
-    void editorDialogAndKeypadCommit()
-    {
-        openTable();
-        QDesignerFormWindowInterface *form = m_form;
-        TableWidget *table = shownTable(form);
-        table->setSoftKeypadGeometry(QRect(5, 6, 70, 80));
-        const int before = form->commandHistory()->count();
-        // Shown in the property editor, as a selected table is: the record never reaches it.
-        form->clearSelection();
-        form->selectWidget(table, true);
-        DesignerCore::instance().core()->propertyEditor()->setObject(table);
-        static QStringList warnings;
-        const QtMessageHandler previous = qInstallMessageHandler(
-            [](QtMsgType, const QMessageLogContext &, const QString &message) { warnings << message; });
-
-        QString itemEditor;
-        NKeyPadStruct shown;
-        const bool opened = DesignerCore::runEditor(table, [&](QDialog *dialog) {
-            shown = dialog->findChild<NKeyPadEditor *>()->getKeyPadStruct();
-            // "Edit Items..." opens Designer's item editor for this table.
-            QTimer::singleShot(0, [&] {
-                QWidget *modal = QApplication::activeModalWidget();
-                if (modal && modal != dialog) {
-                    itemEditor = modal->findChild<QTableWidget *>() ? QStringLiteral("items") : QString();
-                    static_cast<QDialog *>(modal)->reject();
+            return seen;
+        }) << Look(cellsOf)
+            << QStringList{"2", "3", "Feed", feed, QStringLiteral("|1@0@100@8@2@0@9999|%1|").arg(plain),
+                           QStringLiteral("Spindle|bit@1@0@30@5@0|%1|").arg(plain), "-", "-", "-"}
+            << 1 << "^(?!.*<item).*(<row/>\\s*){3}(<column/>\\s*){2}";
+        // The keypad record as the table has it, "Edit Items..." there opening Designer's item editor.
+        const Act keypad = [](QDialog *dialog, QWidget *) {
+            auto *editor = dialog->findChild<NKeyPadEditor *>();
+            NKeyPadStruct k = editor->getKeyPadStruct();
+            QStringList seen{QStringLiteral("%1 %2").arg(k.enabled).arg(k.geometry().width())};
+            QTimer::singleShot(0, [&seen, dialog] {
+                if (auto *items = qobject_cast<QDialog *>(QApplication::activeModalWidget()); items && items != dialog) {
+                    seen << (items->findChild<QTableWidget *>() ? QStringLiteral("items") : QString());
+                    items->reject();
                 }
             });
             dialog->findChild<QPushButton *>(QStringLiteral("editItemsButton"))->click();
-            dialog->accept();
-        });
-        qInstallMessageHandler(previous);
-        QVERIFY(opened);
-        QVERIFY2(!warnings.join(QLatin1Char('\n')).contains(QLatin1String("keyPad")), qPrintable(warnings.join(QLatin1Char('\n'))));
-        QCOMPARE(itemEditor, QStringLiteral("items"));
-        QCOMPARE(shown.geometry(), QRect(5, 6, 70, 80));
-        // Accepted unchanged, the record is still written: one undoable change, saved through the
-        // keypad's own properties.
-        QCOMPARE(form->commandHistory()->count(), before + 1);
-        const QString saved = form->contents();
-        QVERIFY2(saved.contains(QLatin1String("softKeypadGeometry")), qPrintable(saved));
-        QVERIFY(!saved.contains(QLatin1String("name=\"keyPad\"")));
-
-        // A new record from the dialog reaches the properties, and undo takes it back.
-        DesignerCore::runEditor(table, [&](QDialog *dialog) {
-            auto *keypad = dialog->findChild<NKeyPadEditor *>();
-            NKeyPadStruct k = keypad->getKeyPadStruct();
             k.enabled = 1;
             k.position = TableWidget::Center;
-            keypad->setKeyPadStruct(k);
+            editor->setKeyPadStruct(k);
             dialog->accept();
-        });
-        QVERIFY(table->softKeypad());
-        QCOMPARE(table->softKeypadPosition(), TableWidget::Center);
-        auto *again = DesignerCore::formWidget<TableWidget>(DesignerCore::instance().createForm(form->contents()), "tableWidget");
-        QVERIFY(again->softKeypad());
-        QCOMPARE(again->softKeypadPosition(), TableWidget::Center);
-        QCOMPARE(again->softKeypadGeometry(), QRect(5, 6, 70, 80));
-        form->commandHistory()->undo();
-        QVERIFY(!table->softKeypad());
-        QCOMPARE(table->softKeypadPosition(), TableWidget::Auto);
-    }
+            return seen;
+        };
+        QTest::newRow("table keypad") << "TableWidget" << table + keypadProperties + prop("softKeypadGeometry", "rect", "<x>5</x><y>6</y><width>70</width><height>80</height>")
+                                      << QByteArray() << keypad << Look(keypadOf)
+                                      << QStringList{"0 70", "items", QStringLiteral("1 %1 5,6 70x80").arg(int(TableWidget::Center))} << 1
+                                      << "softKeypadPosition.*Center";
+        const auto pictures = [](bool ok) {
+            return Act([ok](QDialog *dialog, QWidget *) {
+                auto *list = dialog->findChild<QListWidget *>(QStringLiteral("listWidget"));
+                QStringList seen{listTexts(list).join(QLatin1Char(' '))};
+                Answers answers({choose(QStringLiteral("green.png"))});
+                dialog->findChild<QPushButton *>(QStringLiteral("newButton"))->click();
+                // An unreadable file: the box, then the chooser again in the same folder; then a picture.
+                QString folder;
+                Answers again({choose(QStringLiteral("notes.png")),
+                               [&](QWidget *w) {
+                                   auto *box = static_cast<QMessageBox *>(w);
+                                   seen << w->windowTitle() + QLatin1Char('|') + box->text().section(QLatin1Char(':'), 0, 0)
+                                                                                  .remove(pictureFolder().path() + QLatin1Char('/'));
+                                   box->accept();
+                               },
+                               choose(QStringLiteral("blue.png"), &folder)});
+                dialog->findChild<QPushButton *>(QStringLiteral("newButton"))->click();
+                seen << listTexts(list).join(QLatin1Char(' ')) << QString::number(again.done() && folder == pictureFolder().path());
+                // Moving the last one down changes nothing; up swaps it with the one before.
+                list->setCurrentRow(2);
+                dialog->findChild<QPushButton *>(QStringLiteral("downButton"))->click();
+                dialog->findChild<QPushButton *>(QStringLiteral("upButton"))->click();
+                list->setCurrentRow(0);
+                dialog->findChild<QPushButton *>(QStringLiteral("deleteButton"))->click();
+                seen << listTexts(list).join(QLatin1Char(' ')) << dialog->findChild<DynamicImage *>()->images();
+                ok ? dialog->accept() : dialog->reject();
+                return seen;
+            });
+        };
+        const QStringList chosen{"0=ResourceFiles/1.png", "Pixmap Read Error|The file 'notes.png' does not appear to be a valid pixmap file",
+                                 "0=ResourceFiles/1.png 1=ResourceFiles/2.png 2=ResourceFiles/3.png", "1",
+                                 "0=ResourceFiles/3.png 1=ResourceFiles/2.png", "ResourceFiles/3.png", "ResourceFiles/2.png"};
+        const QString one = prop("images", "stringlist", "<string>ResourceFiles/1.png</string>");
+        QTest::newRow("pictures") << "DynamicImage" << one << QByteArray() << pictures(true) << Look(imagesOf)
+                                  << chosen + QStringList{"ResourceFiles/3.png", "ResourceFiles/2.png"} << 1 << "ResourceFiles/3.png";
+        QTest::newRow("pictures, cancel") << "DynamicImage" << one << QByteArray() << pictures(false) << Look(imagesOf)
+                                          << chosen + QStringList{"ResourceFiles/1.png"} << 0 << "";
+        // The tab clicked in the preview is the one edited.
+        const auto tabList = [](bool ok) {
+            return Act([ok](QDialog *dialog, QWidget *) {
+                auto *preview = dialog->findChild<TabWidget *>();
+                dialog->findChild<QSpinBox *>(QStringLiteral("tabCountSpinBox"))->setValue(4);
+                preview->tabBar()->setCurrentIndex(2);
+                auto *text = dialog->findChild<QLineEdit *>(QStringLiteral("currentTextInput"));
+                QStringList seen{QString::number(dialog->findChild<QSpinBox *>(QStringLiteral("currentIndexSpinBox"))->value()), text->text()};
+                text->setText(QStringLiteral("Tools"));
+                emit text->textEdited(QStringLiteral("Tools"));
+                seen << preview->tabBar()->tabText(2);
+                dialog->findChild<QSpinBox *>(QStringLiteral("currentOperationalAuthority"))->setValue(5);
+                ok ? dialog->accept() : dialog->reject();
+                return seen;
+            });
+        };
+        const QString two = prop("tabsCount", "number", "2");
+        QTest::newRow("tabs") << "TabWidget" << two << QByteArray() << tabList(true) << Look(tabsOf)
+                              << QStringList{"2", "tab_3", "Tools", "tab_1 tab_2 Tools tab_4", "0 0 5 0", "2"} << 1
+                              << "<string>tab_4</string>";
+        QTest::newRow("tabs, cancel") << "TabWidget" << two << QByteArray() << tabList(false) << Look(tabsOf)
+                                      << QStringList{"2", "tab_3", "Tools", "tab_1 tab_2", "0 0", "0"} << 0 << "";
+        // New and Delete of panels act on the form at once, one undo step each; Cancel takes none back.
+        QTest::newRow("panels") << "MdiArea" << "" << QByteArray() << Act([](QDialog *dialog, QWidget *area) {
+            auto *list = dialog->findChild<QListWidget *>();
+            for (int i = 0; i < 3; ++i)
+                dialog->findChild<QPushButton *>(QStringLiteral("newButton"))->click();
+            const QStringList seen{list->currentItem()->text(), panelsOf(area).join(QLatin1Char(' '))};
+            dialog->findChild<QPushButton *>(QStringLiteral("deleteButton"))->click();
+            list->setCurrentRow(0);
+            dialog->reject();
+            return seen;
+        }) << Look(panelsOf) << QStringList{"subWindow_3", "subWindow_1 subWindow_2 subWindow_3", "subWindow_1", "subWindow_2"}
+                                << 4 << "name=\"subWindow_2\"";
+        // The caption in every language from the start; the picture key commits its language before
+        // the texts, they must not undo each other; the bit button's two captions share one font.
+        FontMapCodec::Maps maps;
+        maps.captionFonts.insert(0, QFont(QStringLiteral("Serif"), 10));
+        const QString map = prop("MapBuffer", "cstring", QString::fromLatin1(FontMapCodec::encode(maps)));
+        QTest::newRow("function key captions") << "FunctionButton" << map + prop("text", "string", "Start") << QByteArray()
+                                               << typeCaptions({"text"}, {"Go"}) << Look(captionsOf)
+                                               << QStringList{"Start", "Start|Start|Start", "bold", "0", "0", "Go", "Start|Go|Start", "DejaVu Serif 10", "DejaVu Serif 21 bold"}
+                                               << 1 << "textInfoBuffer";
+        QTest::newRow("picture key captions") << "PictureButton" << map + prop("language", "enum", "PictureButton::language_2")
+                                                                     + prop("text", "string", "Start")
+                                              << QByteArray() << typeCaptions({"text"}, {"Go"}) << Look(captionsOf)
+                                              << QStringList{"Start", "Start|Start|Start", "bold", "0", "2", "Go", "Start|Go|Start", "DejaVu Serif 10", "DejaVu Serif 21 bold"}
+                                              << 1 << "textInfoBuffer";
+        QTest::newRow("bit button captions") << "BitButton" << map + prop("onText", "string", "Run") + prop("offText", "string", "Stop")
+                                             << QByteArray() << typeCaptions({"onText", "offText"}, {"Läuft", "Steht"})
+                                             << Look(captionsOf)
+                                             << QStringList{"Run", "Run|Run|Run", "Stop", "Stop|Stop|Stop", "bold", "0", "0", "Läuft", "Steht",
+                                                            "Run|Läuft|Run", "DejaVu Serif 10", "DejaVu Serif 21 bold", "Stop|Steht|Stop", "DejaVu Serif 10", "DejaVu Serif 21 bold"}
+                                             << 1 << "textInfoBuffer";
 
-    void pictureList_data()
-    {
-        QTest::addColumn<bool>("accept");
-        QTest::newRow("ok") << true;
-        QTest::newRow("cancel") << false;
     }
-    void pictureList()
+    void editorCommits()
     {
-        QFETCH(bool, accept);
+        QFETCH(QString, widget);
+        QFETCH(QString, properties);
+        QFETCH(QByteArray, menu);
+        QFETCH(Act, act);
+        QFETCH(Look, look);
+        QFETCH(int, steps);
         QTemporaryDir project;
         QVERIFY(QDir(project.path()).mkpath(QStringLiteral("ResourceFiles")));
         writePng(project.filePath(QStringLiteral("ResourceFiles/1.png")), Qt::red);
-        QTemporaryDir pictures;
-        writePng(pictures.filePath(QStringLiteral("green.png")), Qt::green);
-        writePng(pictures.filePath(QStringLiteral("blue.png")), Qt::blue);
-        QFile text(pictures.filePath(QStringLiteral("notes.png")));
-        QVERIFY(text.open(QIODevice::WriteOnly) && text.write("not a picture") > 0);
-        text.close();
-
-        auto *image = qobject_cast<DynamicImage *>(openForm(QStringLiteral("DynamicImage")));
-        QDesignerFormWindowInterface *form = m_form;
-        form->setFileName(project.filePath(QStringLiteral("screen.ui")));
-        image->setImages({QStringLiteral("ResourceFiles/1.png")});
-        const int before = form->commandHistory()->count();
-
-        QString reopenedIn, warning;
-        QStringList afterAdding, afterDeleting, previewImages;
-        bool checked = false;
-        const bool opened = DesignerCore::runEditor(image, [&](QDialog *dialog) {
-            auto *list = dialog->findChild<QListWidget *>(QStringLiteral("listWidget"));
-            auto *preview = dialog->findChild<DynamicImage *>();
-            QCOMPARE(listTexts(list), QStringList{"0=ResourceFiles/1.png"});
-            Answers answers({choose(pictures.filePath(QStringLiteral("green.png")))});
-            dialog->findChild<QPushButton *>(QStringLiteral("newButton"))->click();
-            // An unreadable file: the box, then the chooser again in the same folder; then a picture.
-            Answers again({choose(pictures.filePath(QStringLiteral("notes.png"))),
-                           [&](QWidget *w) {
-                               warning = w->windowTitle() + QLatin1Char('|') + static_cast<QMessageBox *>(w)->text();
-                               static_cast<QMessageBox *>(w)->accept();
-                           },
-                           choose(pictures.filePath(QStringLiteral("blue.png")), &reopenedIn)});
-            dialog->findChild<QPushButton *>(QStringLiteral("newButton"))->click();
-            QVERIFY(again.done());
-            afterAdding = listTexts(list);
-            // Moving the last one down changes nothing; up swaps it with the one before.
-            list->setCurrentRow(2);
-            dialog->findChild<QPushButton *>(QStringLiteral("downButton"))->click();
-            dialog->findChild<QPushButton *>(QStringLiteral("upButton"))->click();
-            QCOMPARE(list->currentRow(), 1);
-            list->setCurrentRow(0);
-            dialog->findChild<QPushButton *>(QStringLiteral("deleteButton"))->click();
-            afterDeleting = listTexts(list);
-            previewImages = preview->images();
-            checked = true;
-            accept ? dialog->accept() : dialog->reject();
-        });
-        QVERIFY(opened && checked);
-        QCOMPARE(afterAdding, (QStringList{"0=ResourceFiles/1.png", "1=ResourceFiles/2.png", "2=ResourceFiles/3.png"}));
-        QVERIFY(QFile::exists(project.filePath(QStringLiteral("ResourceFiles/3.png"))));
-        QVERIFY2(warning.startsWith(QLatin1String("Pixmap Read Error|The file '")), qPrintable(warning));
-        QVERIFY(warning.contains(QLatin1String("' does not appear to be a valid pixmap file: ")));
-        QCOMPARE(reopenedIn, pictures.path());
-        QCOMPARE(afterDeleting, (QStringList{"0=ResourceFiles/3.png", "1=ResourceFiles/2.png"}));
-        QCOMPARE(previewImages, (QStringList{"ResourceFiles/3.png", "ResourceFiles/2.png"}));
-        if (!accept) {
-            QCOMPARE(form->commandHistory()->count(), before);
-            QCOMPARE(image->images(), QStringList{"ResourceFiles/1.png"});
+        QWidget *target = openForm(widget, properties, true);
+        QVERIFY(target);
+        m_form->setFileName(project.filePath(QStringLiteral("screen.ui")));
+        m_form->selectWidget(target, true);
+        DesignerCore::instance().core()->propertyEditor()->setObject(target);
+        const QString before = m_form->contents();
+        const QStringList looked = look(target);
+        static QStringList warnings;
+        warnings.clear();
+        const QtMessageHandler previous = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext &, const QString &message) {
+                if (!message.contains(QRegularExpression(QStringLiteral("propagateSizeHints|not supported on this platform"))))
+                    warnings << message; // the offscreen platform's own go
+            });
+        QStringList seen;
+        const bool opened = DesignerCore::runEditor(target, [&](QDialog *dialog) { seen = act(dialog, target); },
+                                                    menu.isEmpty() ? nullptr : menu.constData());
+        qInstallMessageHandler(previous);
+        QVERIFY(opened);
+        QCOMPARE(warnings, QStringList());
+        QCoreApplication::processEvents();
+        QTEST(seen + look(target), "seen");
+        QUndoStack *history = m_form->commandHistory();
+        QCOMPARE(history->count(), steps);
+        const QString after = m_form->contents();
+        QFETCH(QString, saved);
+        QVERIFY2(after.contains(QRegularExpression(saved, QRegularExpression::DotMatchesEverythingOption)), qPrintable(after));
+        QDesignerFormWindowInterface *again = DesignerCore::instance().createForm(after, true);
+        QCOMPARE(look(DesignerCore::formWidget(again, target->objectName())), look(target));
+        QCOMPARE(again->contents(), after);
+        if (steps == 0)
             return;
-        }
-        QCOMPARE(form->commandHistory()->count(), before + 1);
-        QCOMPARE(image->images(), previewImages);
-        form->commandHistory()->undo();
-        QCOMPARE(image->images(), QStringList{"ResourceFiles/1.png"});
-        form->commandHistory()->redo();
-        QVERIFY(form->contents().contains(QLatin1String("ResourceFiles/3.png")));
+        while (history->canUndo())
+            history->undo();
+        QCoreApplication::processEvents();
+        QCOMPARE(m_form->contents(), before);
+        QCOMPARE(look(target), looked);
+        while (history->canRedo())
+            history->redo();
+        QCoreApplication::processEvents();
+        QCOMPARE(look(target), look(DesignerCore::formWidget(again, target->objectName())));
     }
 
     void editField_data()
@@ -559,108 +621,14 @@ private Q_SLOTS:
         QVERIFY(!m_form->isDirty());
     }
 
-    void captionTexts_data()
-    {
-        QTest::addColumn<QString>("widget");
-        QTest::addColumn<QString>("properties");
-        QTest::addColumn<QStringList>("captions"); // the caption properties, one text slot each
-        QTest::addColumn<QStringList>("typed");    // the current language's caption typed for each
-        QTest::newRow("FunctionButton") << "FunctionButton" << prop("text", "string", "Start") << QStringList{"text"}
-                                        << QStringList{"Go"};
-        // The picture key commits its language before the texts; they must not undo each other.
-        QTest::newRow("PictureButton") << "PictureButton"
-                                       << prop("language", "enum", "PictureButton::language_2") + prop("text", "string", "Start")
-                                       << QStringList{"text"} << QStringList{"Go"};
-        // The bit button edits its On and Off captions in turn, with one font for both.
-        QTest::newRow("BitButton") << "BitButton" << prop("onText", "string", "Run") + prop("offText", "string", "Stop")
-                                   << QStringList{"onText", "offText"} << QStringList{"Läuft", "Steht"};
-    }
-
-    // The caption in every language from the start, the current one edited with a bolder, larger font;
-    // one undo takes back every commit of the editor: buffers, captions and the font they set; redo
-    // brings them again.
-    void captionTexts()
-    {
-        QFETCH(QString, widget);
-        QFETCH(QString, properties);
-        QFETCH(QStringList, captions);
-        QFETCH(QStringList, typed);
-        FontMapCodec::Maps maps;
-        maps.captionFonts.insert(0, QFont(QStringLiteral("Serif"), 10));
-        const QByteArray map = FontMapCodec::encode(maps);
-        QWidget *button = openForm(widget, properties + prop("MapBuffer", "cstring", QString::fromLatin1(map)));
-        QVERIFY(button);
-        const QVariant language = button->property("language");
-        const auto texts = [&](const QString &caption) {
-            const QString text = button->property(qPrintable(caption)).toString();
-            return QStringList{text, text, text};
-        };
-        QStringList before, after, loaded, previewCaptions;
-        for (const QString &caption : captions)
-            before << texts(caption);
-        QList<QList<TextData>> edited;
-        QVERIFY(DesignerCore::runEditor(button, [&](QDialog *dialog) {
-            for (int i = 0; i < captions.size(); ++i) {
-                // The bit button's state chosen first: "onEditedRadioButton", "offEditedRadioButton".
-                const QString stateButton = captions.at(i).chopped(4) + QStringLiteral("EditedRadioButton");
-                if (auto *state = dialog->findChild<QRadioButton *>(stateButton))
-                    state->click();
-                previewCaptions << qobject_cast<PropertyDialog *>(dialog)->preview()->property(qPrintable(captions.at(i))).toString();
-                loaded << textEditor(dialog)->getTextDataList().first().texts;
-                textTable(dialog)->item(1, 0)->setText(typed.at(i));
-                if (i == 0) {
-                    textEditor(dialog)->findChild<QSpinBox *>(QStringLiteral("pointSizeSpinBox"))->setValue(21);
-                    textEditor(dialog)->findChild<QCheckBox *>(QStringLiteral("boldCheckBox"))->setChecked(true);
-                }
-                edited << textEditor(dialog)->getTextDataList();
-            }
-            click(dialog, QDialogButtonBox::Ok);
-        }));
-        QCOMPARE(loaded, before);
-        QCOMPARE(previewCaptions, captions.size() == 1 ? QStringList{"Start"} : (QStringList{"Run", "Stop"}));
-        QList<QList<TextData>> stored{{}};
-        if (captions.size() == 1)
-            QVERIFY(TextInfoCodec::decodeSlot(button->property("textInfoBuffer").toByteArray(), &stored.first()));
-        else
-            QVERIFY(TextInfoCodec::decodeSlots(button->property("textInfoBuffer").toByteArray(), &stored));
-        QCOMPARE(stored.size(), captions.size());
-        for (int i = 0; i < captions.size(); ++i) {
-            QCOMPARE(stored.at(i).first().texts, (QStringList{before.at(3 * i), typed.at(i), before.at(3 * i)}));
-            QCOMPARE(button->property(qPrintable(captions.at(i))).toString(), typed.at(i));
-            // Every state ends with the font edited first.
-            QCOMPARE(described(stored.at(i).first().fonts), described(edited.first().first().fonts));
-        }
-        QCOMPARE(edited.first().first().fonts.value(1).pointSize(), 21);
-        QVERIFY(button->property("MapBuffer").toByteArray().isEmpty());
-        QVERIFY(button->font().bold());
-        QCOMPARE(button->property("language"), language);
-        QCOMPARE(m_form->commandHistory()->count(), 1);
-        m_form->commandHistory()->undo();
-        QCOMPARE(button->property("MapBuffer").toByteArray(), map);
-        QVERIFY(button->property("textInfoBuffer").toByteArray().isEmpty());
-        for (const QString &caption : captions)
-            after << texts(caption);
-        QCOMPARE(after, before);
-        QVERIFY(!button->font().bold());
-        m_form->commandHistory()->redo();
-        QCOMPARE(button->property(qPrintable(captions.first())).toString(), typed.first());
-        QVERIFY(button->font().bold());
-    }
-
 private:
-    QWidget *openForm(const QString &widget, const QString &properties = QString())
+    QWidget *openForm(const QString &widget, const QString &properties = QString(), bool shown = false)
     {
         m_form = DesignerCore::instance().createForm(DesignerCore::formDocument(
             QStringLiteral("<widget class=\"%1\" name=\"%2\"><property name=\"geometry\"><rect><x>10</x><y>10</y>"
                            "<width>120</width><height>60</height></rect></property>%3</widget>")
-                .arg(widget, objectNameOf(widget), properties)));
+                .arg(widget, objectNameOf(widget), properties)), shown);
         return DesignerCore::formWidget(m_form, objectNameOf(widget));
-    }
-
-    void openTable()
-    {
-        openForm(QStringLiteral("TableWidget"), prop("rowCount", "number", "3") + prop("columnCount", "number", "2")
-                                                    + prop("data", "cstring", QString::fromLatin1(cells())));
     }
 
     QDesignerFormWindowInterface *m_form = nullptr;

@@ -1,5 +1,5 @@
-// The parts the editor dialogs are made of, without Designer: property paths naming a property or a
-// part of it, and the per-language text editor of the text page.
+// The parts the editor dialogs are made of, where the Designer tests do not reach them: property paths
+// naming a property, a member or a value, and the per-language text editor of the text page.
 #include "norvointerface_z3.h"
 #include "propertypath.h"
 #include "textpropertyeditor_z12.h"
@@ -38,29 +38,9 @@ private Q_SLOTS:
         hmi->setCurrentLanguageIndex(1);
     }
 
-    void roundTrip_data()
-    {
-        QTest::addColumn<QList<TextData>>("list");
-        QFont bold(QStringLiteral("Sans"), 12);
-        bold.setBold(true);
-        TextData kept = textRecord({QStringLiteral("On"), QStringLiteral("Ein")}, 7, {bold});
-        kept.firstValue = -1;
-        kept.secondValue = 3;
-        QTest::newRow("empty") << QList<TextData>();
-        QTest::newRow("short texts, values and fonts kept") << QList<TextData>{kept};
-        QTest::newRow("two records") << QList<TextData>{textRecord({QStringLiteral("On")}),
-                                                        textRecord({QStringLiteral("Off"), QString(), QStringLiteral("X")})};
-    }
-    void roundTrip()
-    {
-        QFETCH(QList<TextData>, list);
-        textPropertyEditor_Z12 editor;
-        editor.setTextDataList(list);
-        QCOMPARE(editor.getTextDataList(), list);
-    }
-
-    // Edits of the current language (row 1) are reported; other languages are stored silently. A
-    // colour set in code is no edit; one chosen with the button is.
+    // A record comes back whole (texts, values, fonts). Edits of the current language (row 1) are
+    // reported; other languages are stored silently. A colour set in code is no edit; one chosen with
+    // the button is.
     void edits_data()
     {
         QTest::addColumn<QString>("edit");
@@ -77,8 +57,14 @@ private Q_SLOTS:
     {
         QFETCH(QString, edit);
         QFETCH(int, row);
+        QFont italic(QStringLiteral("Sans"), 12);
+        italic.setItalic(true);
+        TextData kept = textRecord({QStringLiteral("A"), QStringLiteral("B")}, 7, {italic});
+        kept.firstValue = -1;
+        kept.secondValue = 3;
         ScriptedEditor editor;
-        editor.setTextDataList({textRecord({QStringLiteral("A"), QStringLiteral("B")})});
+        editor.setTextDataList({kept});
+        QCOMPARE(editor.getTextDataList(), QList<TextData>{kept});
         auto *table = editor.findChild<QTableWidget *>(QStringLiteral("textTable"));
         QCOMPARE(table->currentRow(), 1);
         table->setCurrentCell(row, 0);
@@ -104,70 +90,43 @@ private Q_SLOTS:
         QTEST(held, "held");
     }
 
-    void parse_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("form");
-        QTest::addColumn<QByteArray>("name");
-        QTest::addColumn<QString>("member");
-        QTest::addColumn<int>("number");
-        const int W = PropertyPath::Whole, M = PropertyPath::Member, N = PropertyPath::Number, I = PropertyPath::Invalid;
-        QTest::newRow("whole with underscore") << "Chn_No" << W << QByteArray("Chn_No") << "" << 0;
-        QTest::newRow("member, spaces trimmed") << " font.bold " << M << QByteArray("font") << "bold" << 0;
-        QTest::newRow("flag value") << "alignment.128" << N << QByteArray("alignment") << "" << 128;
-        QTest::newRow("negative value") << "readBitType.-1" << N << QByteArray("readBitType") << "" << -1;
-        for (const char *bad : {"", "Sets the colour.", "font.family.name", "1st", "geometry."})
-            QTest::newRow(bad) << QString::fromLatin1(bad) << I << QByteArray() << "" << 0;
-    }
-
-    void parse()
-    {
-        QFETCH(QString, text);
-        QFETCH(int, form);
-        const PropertyPath path = PropertyPath::parse(text);
-        QCOMPARE(int(path.form()), form);
-        QCOMPARE(path.isValid(), form != PropertyPath::Invalid);
-        if (path.isValid()) {
-            QTEST(path.name(), "name");
-            QTEST(path.member(), "member");
-            QTEST(path.number(), "number");
-        }
-    }
-
-    void readWrite_data()
+    // A path read and written on a whole value: the part, and the whole with a new part; a member that
+    // does not fit the type reads and writes nothing; a text naming no path is invalid.
+    void paths_data()
     {
         QTest::addColumn<QString>("path");
-        QTest::addColumn<QVariant>("whole");
-        QTest::addColumn<QVariant>("part"); // invalid: the member does not fit the type
+        QTest::addColumn<QVariant>("whole"); // invalid: the path is
+        QTest::addColumn<QVariant>("part");
         QTest::addColumn<QVariant>("newPart");
         QTest::addColumn<QVariant>("newWhole");
         const QRect rect(10, 20, 100, 30);
         QFont font(QStringLiteral("Sans"), 9), bigger = font;
         bigger.setPointSize(14);
-        QTest::newRow("left moves, keeps width") << "geometry.left" << QVariant(rect) << QVariant(10) << QVariant(50)
-                                                 << QVariant(QRect(50, 20, 100, 30));
-        QTest::newRow("top moves, keeps height") << "geometry.top" << QVariant(rect) << QVariant(20) << QVariant(0)
-                                                 << QVariant(QRect(10, 0, 100, 30));
+        QTest::newRow("top moves, keeps height, spaces trimmed") << " geometry.top " << QVariant(rect) << QVariant(20)
+                                                                 << QVariant(0) << QVariant(QRect(10, 0, 100, 30));
         QTest::newRow("size height") << "iconSize.height" << QVariant(QSize(16, 24)) << QVariant(24) << QVariant(8)
                                      << QVariant(QSize(16, 8));
         QTest::newRow("font size") << "font.pointSize" << QVariant(font) << QVariant(9) << QVariant(14) << QVariant(bigger);
-        QTest::newRow("whole value") << "text" << QVariant(QStringLiteral("a")) << QVariant(QStringLiteral("a"))
-                                     << QVariant(QStringLiteral("b")) << QVariant(QStringLiteral("b"));
+        QTest::newRow("whole with underscore") << "Chn_No" << QVariant(1) << QVariant(1) << QVariant(2) << QVariant(2);
+        QTest::newRow("negative value") << "readBitType.-1" << QVariant(3) << QVariant(3) << QVariant(4) << QVariant(4);
         QTest::newRow("font member of a rect") << "geometry.bold" << QVariant(rect) << QVariant() << QVariant(true)
                                                << QVariant();
         QTest::newRow("member of a string") << "text.width" << QVariant(QStringLiteral("x")) << QVariant() << QVariant(3)
                                             << QVariant();
+        for (const char *bad : {"", "Sets the colour.", "font.family.name", "1st", "geometry."})
+            QTest::newRow(bad) << QString::fromLatin1(bad) << QVariant() << QVariant() << QVariant() << QVariant();
     }
-
-    void readWrite()
+    void paths()
     {
         QFETCH(QString, path);
         QFETCH(QVariant, whole);
         QFETCH(QVariant, part);
-        const PropertyPath p = PropertyPath::parse(path);
-        QVERIFY(p.isValid());
-        QCOMPARE(p.read(whole), part);
         QFETCH(QVariant, newPart);
+        const PropertyPath p = PropertyPath::parse(path);
+        QCOMPARE(p.isValid(), whole.isValid());
+        if (!p.isValid())
+            return;
+        QCOMPARE(p.read(whole), part);
         QTEST(p.write(whole, newPart), "newWhole");
         QCOMPARE(p.partType(whole.userType()), part.isValid() ? part.userType() : int(QMetaType::UnknownType));
     }

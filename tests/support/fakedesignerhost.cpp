@@ -38,12 +38,6 @@ QString FakeDesignerHost::projectPath(QWidget *) const
     return m_fileName.isEmpty() ? QDir::currentPath() : QFileInfo(m_fileName).absolutePath();
 }
 
-void FakeDesignerHost::markPropertyChanged(QWidget *widget, const QString &name)
-{
-    log << QStringLiteral("markPropertyChanged");
-    changedMarks << widget->objectName() + QLatin1Char('.') + name;
-}
-
 void FakeDesignerHost::setSheetProperty(QWidget *widget, const QString &name, const QVariant &value)
 {
     log << QStringLiteral("setSheetProperty");

@@ -26,13 +26,12 @@ public:
     explicit FakeDesignerHost(QWidget *formWindow = nullptr, QObject *parent = nullptr);
     ~FakeDesignerHost() override;
 
-    void setFormWindow(QWidget *formWindow) { m_formWindow = formWindow; }
     void setFileName(const QString &fileName) { m_fileName = fileName; }
 
     QWidget *formWindow(QWidget *widget) const override;
     QString fileName(QWidget *formWindow) const override;
     QString projectPath(QWidget *formWindow) const override;
-    void markPropertyChanged(QWidget *widget, const QString &name) override;
+    void markPropertyChanged(QWidget *, const QString &) override { log << QStringLiteral("markPropertyChanged"); }
     void setSheetProperty(QWidget *widget, const QString &name, const QVariant &value) override;
     void setUndoableProperty(QWidget *widget, const QString &name, const QVariant &value) override;
     void beginCommand(QWidget *formWindow, const QString &description) override;
@@ -50,7 +49,6 @@ public:
 
     QStringList log;                 // request names in order
     QList<PropertyChange> changes;   // property changes in order
-    QStringList changedMarks;        // "objectName.property" marked changed
     QList<QWidget *> managed;
 
 private:
