@@ -35,14 +35,6 @@ public:
     QHash<int, int> values;
 };
 
-ModbusMap mapOf(const QByteArray &json)
-{
-    ModbusMap map;
-    if (!map.parse(json))
-        qWarning("map: %s", qPrintable(map.errors().join(QLatin1String("; "))));
-    return map;
-}
-
 const QByteArray EveryTable = R"({"entries": [
   {"dataClass": "User", "first": 0, "last": 99, "unit": 1, "table": "holding", "start": 100},
   {"dataClass": "Sys", "first": 0, "last": 9, "unit": 1, "table": "input", "start": 0, "wordOrder": "lowFirst"},
@@ -57,7 +49,13 @@ const QByteArray EveryTable = R"({"entries": [
 // bit (dataClass -1) of the first link for the probe or another one.
 struct Link
 {
-    explicit Link(int port) : controller(mapOf(EveryTable), QStringLiteral("127.0.0.1"), port) {}
+    explicit Link(int port) : controller(everyTable(), QStringLiteral("127.0.0.1"), port) {}
+    static ModbusMap everyTable()
+    {
+        ModbusMap map;
+        map.parse(EveryTable);
+        return map;
+    }
     void watch(int index, int dataClass, int bitType, int address, int bitIndex = 0, int channel = 0, Probe *to = nullptr)
     {
         to = to ? to : &probe;

@@ -156,33 +156,23 @@ class TestEndToEnd : public QObject
 
 private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
-    void functionButtonFollowsItsEnableBit();
-    void tableCellThroughTheKeypad();
+    void formOnTheSimulatedController();
     void authorityOnEveryRoute_data();
     void authorityOnEveryRoute();
 };
 
-void TestEndToEnd::functionButtonFollowsItsEnableBit()
-{
-    SimulatedController controller;
-    QDialog form;
-    auto *button = new FunctionButton(&form);
-    button->SetEnabledBitType(FunctionButton::O_BIT);
-    button->SetEnabledAddress(1);
-    button->setQeltAppAndFormPtr(static_cast<QeltApp *>(&controller), &form);
-    controller.startUpdateUI(&form);
-    QTRY_VERIFY(!button->QWidget::isEnabled());
-    controller.setBit(0, QeltApp::O_BIT, 1, 0, true, 0);
-    QTRY_VERIFY(button->QWidget::isEnabled());
-}
-
-// The operator clicks a cell bound to user word 100 (two decimals, at most 9999), types on the keypad and
-// confirms; a value beyond the limit is refused by the keypad, and the operator gives up.
-void TestEndToEnd::tableCellThroughTheKeypad()
+// A soft key follows its enable bit. The operator clicks a cell bound to user word 100 (two decimals, at
+// most 9999), types on the keypad and confirms; a value beyond the limit is refused by the keypad, and
+// the operator gives up.
+void TestEndToEnd::formOnTheSimulatedController()
 {
     SimulatedController controller;
     QDialog form;
     form.setProperty("QeltApp", QeltApp::toVariant(&controller));
+    auto *button = new FunctionButton(&form);
+    button->SetEnabledBitType(FunctionButton::O_BIT);
+    button->SetEnabledAddress(1);
+    button->setQeltAppAndFormPtr(static_cast<QeltApp *>(&controller), &form);
     auto *table = new TableWidget(&form);
     QTableWidgetItem value;
     value.setWhatsThis(QStringLiteral("1@0@100@8@2@0@9999"));
@@ -193,6 +183,9 @@ void TestEndToEnd::tableCellThroughTheKeypad()
     form.show();
     QVERIFY(QTest::qWaitForWindowExposed(&form));
     controller.startUpdateUI(&form);
+    QTRY_VERIFY(!button->QWidget::isEnabled());
+    controller.setBit(0, QeltApp::O_BIT, 1, 0, true, 0);
+    QTRY_VERIFY(button->QWidget::isEnabled());
     const QRect cell = table->visualItemRect(table->item(1, 1));
     const auto type = [&](const QString &entry) {
         controller.setKeypadDriver([entry](KeypadDialog &keypad) {
