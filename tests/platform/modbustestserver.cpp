@@ -2,12 +2,6 @@
 
 #include <QElapsedTimer>
 
-ModbusTestServer::ModbusTestServer(bool garbage, int port)
-    : m_garbage(garbage)
-    , m_port(port)
-{
-}
-
 ModbusTestServer::~ModbusTestServer()
 {
     if (m_process.state() == QProcess::NotRunning)

@@ -9,7 +9,7 @@
 class ModbusTestServer
 {
 public:
-    explicit ModbusTestServer(bool garbage = false, int port = 0);
+    explicit ModbusTestServer(bool garbage = false, int port = 0) : m_garbage(garbage), m_port(port) {}
     ~ModbusTestServer();
 
     // False when it did not start listening within a few seconds.

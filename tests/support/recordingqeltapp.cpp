@@ -2,6 +2,8 @@
 
 #include "updatevariableinterface.h"
 
+#include <algorithm>
+
 namespace {
 // Takes a copy: a callback may register or remove while the delivery runs.
 template<typename Value>
@@ -34,10 +36,7 @@ QStringList RecordingQeltApp::callNames() const
 QList<RecordingQeltApp::Call> RecordingQeltApp::callsNamed(const QString &name) const
 {
     QList<Call> out;
-    for (const Call &c : m_calls) {
-        if (c.name == name)
-            out.append(c);
-    }
+    std::copy_if(m_calls.begin(), m_calls.end(), std::back_inserter(out), [&name](const Call &c) { return c.name == name; });
     return out;
 }
 
@@ -94,10 +93,9 @@ void RecordingQeltApp::registerUIVariable(QWidget *form, QWidget *widget,
 void RecordingQeltApp::removeUIVariable(QWidget *form, QWidget *widget)
 {
     log("removeUIVariable", {pointer(form), pointer(widget)});
-    for (int i = int(m_registrations.size()) - 1; i >= 0; --i) {
-        if (m_registrations.at(i).form == form && m_registrations.at(i).widget == widget)
-            m_registrations.removeAt(i);
-    }
+    m_registrations.erase(std::remove_if(m_registrations.begin(), m_registrations.end(),
+                                         [&](const Registration &r) { return r.form == form && r.widget == widget; }),
+                          m_registrations.end());
 }
 
 void RecordingQeltApp::startUpdateUI(QWidget *form)

@@ -156,64 +156,51 @@ class TestEndToEnd : public QObject
 
 private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
-    void functionButtonFollowsItsEnableBit();
-    void tableCellThroughTheKeypad();
+    void formOnTheSimulatedController();
     void authorityOnEveryRoute_data();
     void authorityOnEveryRoute();
 };
 
-void TestEndToEnd::functionButtonFollowsItsEnableBit()
-{
-    SimulatedController controller;
-    QDialog form;
-    auto *button = new FunctionButton(&form);
-    button->SetEnabledBitType(FunctionButton::O_BIT);
-    button->SetEnabledAddress(1);
-    button->setQeltAppAndFormPtr(static_cast<QeltApp *>(&controller), &form);
-    controller.startUpdateUI(&form);
-    QTRY_VERIFY(!button->QWidget::isEnabled());
-    controller.setBit(0, QeltApp::O_BIT, 1, 0, true, 0);
-    QTRY_VERIFY(button->QWidget::isEnabled());
-}
-
-void TestEndToEnd::tableCellThroughTheKeypad()
+// A soft key follows its enable bit. The operator clicks a cell bound to user word 100 (two decimals, at
+// most 9999), types on the keypad and confirms; a value beyond the limit is refused by the keypad, and
+// the operator gives up.
+void TestEndToEnd::formOnTheSimulatedController()
 {
     SimulatedController controller;
     QDialog form;
     form.setProperty("QeltApp", QeltApp::toVariant(&controller));
+    auto *button = new FunctionButton(&form);
+    button->SetEnabledBitType(FunctionButton::O_BIT);
+    button->SetEnabledAddress(1);
+    button->setQeltAppAndFormPtr(static_cast<QeltApp *>(&controller), &form);
     auto *table = new TableWidget(&form);
-    table->setRowCount(3);
-    table->setColumnCount(2);
     QTableWidgetItem value;
     value.setWhatsThis(QStringLiteral("1@0@100@8@2@0@9999"));
     table->setData(TableContents::encode(3, 2, {{}, {nullptr, &value}, {}}));
     table->setSoftKeypad(true);
-    table->setGeometry(0, 0, 400, 300);
+    table->resize(400, 300);
     controller.setData(0, QeltApp::User, 100, 4200, 0);
-    form.resize(400, 300);
     form.show();
     QVERIFY(QTest::qWaitForWindowExposed(&form));
     controller.startUpdateUI(&form);
-    QCOMPARE(table->item(1, 1)->text(), QStringLiteral("42.00"));
-
-    // The operator clicks the cell, types on the keypad and confirms; a value beyond the cell's limit
-    // is refused by the keypad, and the operator gives up.
-    QString typed = QStringLiteral("12.5");
-    controller.setKeypadDriver([&](KeypadDialog &keypad) {
-        keypad.typeKey(QStringLiteral("CLR"));
-        for (QChar key : std::as_const(typed))
-            keypad.typeKey(QString(key));
-        keypad.accept();
-        if (keypad.isVisible())
-            keypad.reject();
-    });
+    QTRY_VERIFY(!button->QWidget::isEnabled());
+    controller.setBit(0, QeltApp::O_BIT, 1, 0, true, 0);
+    QTRY_VERIFY(button->QWidget::isEnabled());
     const QRect cell = table->visualItemRect(table->item(1, 1));
-    for (const QString &entry : {QStringLiteral("12.5"), QStringLiteral("99999")}) {
-        typed = entry;
+    const auto type = [&](const QString &entry) {
+        controller.setKeypadDriver([entry](KeypadDialog &keypad) {
+            for (const QString &key : QStringList{QStringLiteral("CLR")} + entry.split(QString(), Qt::SkipEmptyParts))
+                keypad.typeKey(key);
+            keypad.accept();
+            if (keypad.isVisible())
+                keypad.reject();
+        });
         QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
-        QCOMPARE(controller.getData(0, QeltApp::User, 100, 0), 1250);
-        QTRY_COMPARE(table->item(1, 1)->text(), QStringLiteral("12.50"));
-    }
+        controller.flushUpdates();
+        return QStringLiteral("%1 %2").arg(controller.getData(0, QeltApp::User, 100, 0)).arg(table->item(1, 1)->text());
+    };
+    QCOMPARE((QStringList{table->item(1, 1)->text(), type(QStringLiteral("12.5")), type(QStringLiteral("99999"))}),
+             (QStringList{"42.00", "1250 12.50", "1250 12.50"}));
     // Opened next to the cell, below it.
     const QRect global(table->viewport()->mapToGlobal(cell.topLeft()), cell.size());
     QVERIFY(qAbs(controller.lastKeypadGeometry().top() - global.bottom()) < 40);

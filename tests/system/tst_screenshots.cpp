@@ -21,30 +21,22 @@ namespace {
 
 using norvo_v0::QeltApp;
 
-// The machine as the pictures show it.
+// The machine as the pictures show it: spindle on and coolant off (user word 100), brake closed (102),
+// keys enabled (103), jog X+ held (110), an alarm (120), 42 parts made (130), program line 17 (131),
+// every parameter column (500), three operating modes (520), the overrides and tool (3101 ...); mode
+// Auto with the idle picture (register 100), the operator screen's machine in alarm (register 101);
+// inputs I0.0, I0.3 and I1.5, output O0.0 (cycle start lit).
 void setUpMachine(SimulatedController &c)
 {
-    const auto user = [&c](int address, qint32 value) { c.setData(0, QeltApp::User, address, value, 0); };
-    user(100, 0b01); // spindle on, coolant off
-    user(102, 1);    // brake closed
-    user(103, 1);    // keys enabled
-    user(110, 0b1);  // jog X+ held
-    user(120, 1);    // an alarm
-    user(130, 42);   // parts made
-    user(131, 17);   // program line
-    user(500, 0x1f); // every parameter column
-    user(520, 0b0111);
+    for (const auto &[address, value] : {std::pair(100, 0b01), {102, 1}, {103, 1}, {110, 0b1}, {120, 1}, {130, 42}, {131, 17},
+                                         {500, 0x1f}, {520, 0b0111}, {3101, 100}, {3102, 100}, {3103, 50}, {3104, 7}})
+        c.setData(0, QeltApp::User, address, value, 0);
     for (int i = 1; i <= 40; ++i)
-        user(1000 + i, (i * 37) % 5000);
-    const qint32 overrides[] = {100, 100, 50, 7};
-    for (int i = 0; i < 4; ++i)
-        user(3101 + i, overrides[i]);
-    c.setData(0, QeltApp::Reg, 100, 0, 0); // mode Auto, idle picture
-    c.setData(0, QeltApp::Reg, 101, 2, 0); // the operator screen's machine in alarm
-    c.setBit(0, QeltApp::I_BIT, 0, 0, true, 0); // inputs I0.0, I0.3 and I1.5
-    c.setBit(0, QeltApp::I_BIT, 0, 3, true, 0);
-    c.setBit(0, QeltApp::I_BIT, 1, 5, true, 0);
-    c.setBit(0, QeltApp::O_BIT, 0, 0, true, 0); // output O0.0: cycle start lit
+        c.setData(0, QeltApp::User, 1000 + i, (i * 37) % 5000, 0);
+    c.setData(0, QeltApp::Reg, 100, 0, 0);
+    c.setData(0, QeltApp::Reg, 101, 2, 0);
+    for (const auto &[type, address, bit] : {std::tuple(QeltApp::I_BIT, 0, 0), {QeltApp::I_BIT, 0, 3}, {QeltApp::I_BIT, 1, 5}, {QeltApp::O_BIT, 0, 0}})
+        c.setBit(0, type, address, bit, true, 0);
 }
 
 // Pixels whose colour differs from the reference by more than a small tolerance in any channel, in
