@@ -329,28 +329,6 @@ private Q_SLOTS:
         QCOMPARE(tags, expected);
     }
 
-    // A plain frame in a colour other than black gets a border style sheet; in Designer a frame
-    // change in the property editor puts the sheet right.
-    void borderStyleSheet()
-    {
-        Form<GridSplitter> f(true);
-        f.widget->setBorderColor(Qt::black); // the colour it has
-        QCOMPARE(f.widget->styleSheet(), QString());
-        f.widget->setBorderColor(QColor(10, 20, 30));
-        QCOMPARE(f.widget->styleSheet(), QStringLiteral("GridSplitter{ border: 1px solid rgb(10, 20, 30);}"));
-        f.widget->setBorderColor(Qt::red);
-        f.host->setPropertyEditorObject(f.widget);
-        f.widget->setFrameShadow(QFrame::Sunken);
-        emit f.host->propertyChanged(QStringLiteral("frameShadow"), QVariant());
-        QTRY_VERIFY(f.widget->styleSheet().isEmpty());
-        f.widget->setBorderColor(Qt::blue); // not a plain frame: no sheet
-        QVERIFY(f.widget->styleSheet().isEmpty());
-        f.widget->setBorderColor(Qt::red);
-        f.widget->setFrameShadow(QFrame::Plain);
-        emit f.host->propertyChanged(QStringLiteral("frameShadow"), QVariant());
-        QTRY_COMPARE(f.widget->styleSheet(), QStringLiteral("GridSplitter{ border: 1px solid rgb(255, 0, 0);}"));
-    }
-
     void painted_data()
     {
         QTest::addColumn<Qt::PenStyle>("style"); QTest::addColumn<bool>("drawn");
@@ -374,6 +352,24 @@ private Q_SLOTS:
         f.widget->setBackgroundColor(Qt::green);
         QCOMPARE(f.host->changes.last().name, QStringLiteral("autoFillBackground"));
         QTRY_COMPARE(f.widget->grab().toImage().pixelColor(40, 40), QColor(Qt::green));
+        // A plain frame in a colour other than black gets a border style sheet; a frame change in the
+        // property editor puts the sheet right.
+        f.widget->setStyleSheet(QString());
+        f.widget->setBorderColor(Qt::black); // the colour it has
+        QCOMPARE(f.widget->styleSheet(), QString());
+        f.widget->setBorderColor(QColor(10, 20, 30));
+        QCOMPARE(f.widget->styleSheet(), QStringLiteral("GridSplitter{ border: 1px solid rgb(10, 20, 30);}"));
+        f.widget->setBorderColor(Qt::red);
+        f.host->setPropertyEditorObject(f.widget);
+        f.widget->setFrameShadow(QFrame::Sunken);
+        emit f.host->propertyChanged(QStringLiteral("frameShadow"), QVariant());
+        QTRY_VERIFY(f.widget->styleSheet().isEmpty());
+        f.widget->setBorderColor(Qt::blue); // not a plain frame: no sheet
+        QVERIFY(f.widget->styleSheet().isEmpty());
+        f.widget->setBorderColor(Qt::red);
+        f.widget->setFrameShadow(QFrame::Plain);
+        emit f.host->propertyChanged(QStringLiteral("frameShadow"), QVariant());
+        QTRY_COMPARE(f.widget->styleSheet(), QStringLiteral("GridSplitter{ border: 1px solid rgb(255, 0, 0);}"));
     }
 
 
@@ -463,6 +459,16 @@ private Q_SLOTS:
             return QStringList{colours, thresholds, QString::number(lastEnabled)};
         }) << QStringList{"One! tab_2 tab_3", "tab_1 page tab_99", "One tab_2 tab_3", "#000000 #000000 #000000", "4 0 0",
                           "current 1/1 page, 30 texts", "#000000 #000000 #000000", "0 0 0", "1"};
+
+        // The stack keeps its page when asked for one it does not hold or an index out of range.
+        QTest::newRow("foreign page") << 3 << TabAction(current(1)) << TabAction([](TabWidget *tabs) {
+            QWidget other;
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(
+                QStringLiteral("^StackedWidget::setCurrentWidget: Widget 0x[0-9a-f]+ not contained in stack$")));
+            tabs->stackedWidget()->setCurrentWidget(&other);
+            tabs->stackedWidget()->setCurrentIndex(5);
+            return QStringList();
+        }) << fresh(3, 1);
 
         // The pane and the selected tab in their colours on screen; a colour set again leaves a sheet alone.
         QTest::newRow("pane and selected tab colours") << 2 << TabAction([](TabWidget *tabs) {
@@ -563,21 +569,6 @@ private Q_SLOTS:
         QCOMPARE(seen << QString::number(f.widget->currentIndex()), expected);
     }
 
-    void foreignPageInTheStack()
-    {
-        StackedWidget stack;
-        QWidget page;
-        QWidget other;
-        stack.insertWidget(0, &page);
-        stack.setCurrentIndex(0);
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(
-            QStringLiteral("^StackedWidget::setCurrentWidget: Widget 0x[0-9a-f]+ not contained in stack$")));
-        stack.setCurrentWidget(&other);
-        QCOMPARE(stack.currentWidget(), &page);
-        stack.setCurrentIndex(5);
-        QCOMPARE(stack.currentIndex(), 0);
-    }
-
     void cascade_data()
     {
         QTest::addColumn<QSize>("area"); QTest::addColumn<QList<QRect>>("expected");
@@ -592,29 +583,25 @@ private Q_SLOTS:
     {
         QFETCH(QSize, area); QFETCH(QList<QRect>, expected);
         Form<MdiArea> f(false, nullptr, area);
-        QStringList names;
+        QList<QRect> placed;
         QStringList expectedNames;
         for (int i = 0; i < expected.size(); ++i) {
             SubWindow *panel = f.widget->addSubWindow();
-            QCOMPARE(panel->geometry(), expected.at(i));
-            QVERIFY(panel->isVisible());
-            QCOMPARE(f.widget->activePanel(), panel);
+            placed << panel->geometry();
+            QVERIFY(panel->isVisible() && f.widget->activePanel() == panel);
             QVERIFY(!panel->handle(MoveHandler::Left)); // drag strips are for Designer only
             expectedNames << QStringLiteral("subWindow_%1").arg(i + 1);
         }
+        QCOMPARE(placed, expected);
         QCOMPARE(f.widget->getSubwindows(), expectedNames);
         QCOMPARE(f.widget->activeSubWindow(), expectedNames.last());
         QCOMPARE(shown(f.widget).size(), expected.size()); // the earlier ones stay shown
         f.widget->activePanel()->handlerMove(nullptr, QPoint(5, 5));
         QCOMPARE(f.widget->activePanel()->geometry(), expected.last());
-    }
-
-    void placementBouncesWithoutEnd()
-    {
+        // Where no panel fits, placement bounces without end.
         CascadePlacement placement;
-        const QRect tiny(0, 0, 50, 20); // no panel fits
         for (int i = 0; i < 50; ++i)
-            QVERIFY(qAbs(placement.next(tiny).x()) <= 20);
+            QVERIFY(qAbs(placement.next(QRect(0, 0, 50, 20)).x()) <= 20);
     }
 
     // The active panel from the form; with auto hide at run time only it is shown, and a panel shown

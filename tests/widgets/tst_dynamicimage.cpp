@@ -199,7 +199,8 @@ private Q_SLOTS:
         QCOMPARE(poll(), (QStringList{"0", "d.png", "#ff00ff"}));
     }
 
-    void scalingAndGeometry()
+    // Scaling, the geometry as properties, and the click signals.
+    void scalingGeometryAndClicks()
     {
         QTemporaryDir dir;
         QDialog form;
@@ -216,29 +217,22 @@ private Q_SLOTS:
         image->setWidth(50);
         image->setHeight(40);
         QCOMPARE(image->geometry(), QRect(7, 5, 50, 40));
+        QStringList order;
+        connect(image, &DynamicImage::clicked, this, [&] { order << QStringLiteral("clicked"); });
+        connect(image, &DynamicImage::doubleClicked, this, [&] { order << QStringLiteral("doubleClicked"); });
+        // A double click: a press and a release, then the double-click event, which goes on to the
+        // widget's own handling of a press.
+        QTest::mouseClick(image, Qt::LeftButton);
+        const QPoint at(5, 5);
+        QMouseEvent twice(QEvent::MouseButtonDblClick, at, image->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(image, &twice);
+        QCOMPARE(order, (QStringList{"clicked", "doubleClicked", "clicked"}));
         // Scaled to a widget of 24 million pixels, the picture is made no larger than the bound.
         image->resize(8000, 3000);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^DynamicImage \"\": property \"scaledContents\": 8000 x 3000")));
         image->setScaledContents(true);
         const QSize scaled = image->currentPixmap().size();
         QVERIFY(qint64(scaled.width()) * scaled.height() <= DynamicImage::MaxPixels && scaled.width() > 6000);
-    }
-
-    void clickSignals()
-    {
-        DynamicImage image;
-        image.resize(50, 50);
-        QStringList order;
-        connect(&image, &DynamicImage::clicked, this, [&] { order << QStringLiteral("clicked"); });
-        connect(&image, &DynamicImage::doubleClicked, this, [&] { order << QStringLiteral("doubleClicked"); });
-        // A double click: a press and a release, then the double-click event, which goes on to the
-        // widget's own handling of a press.
-        QTest::mouseClick(&image, Qt::LeftButton);
-        const QPoint at(5, 5);
-        QMouseEvent twice(QEvent::MouseButtonDblClick, at, image.mapToGlobal(at),
-                          Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&image, &twice);
-        QCOMPARE(order, (QStringList{"clicked", "doubleClicked", "clicked"}));
     }
 
     // Designer reads a form before it tells which file the form is: a relative picture is found once
