@@ -151,8 +151,7 @@ private Q_SLOTS:
         image.setAutoLoadPath(folder);
         const auto put = [&folder](const char *name, const QColor &colour, int secondsAgo) {
             writePng(folder + QLatin1Char('/') + QLatin1String(name), colour);
-            if (secondsAgo)
-                age(folder + QLatin1Char('/') + QLatin1String(name), secondsAgo);
+            age(folder + QLatin1Char('/') + QLatin1String(name), secondsAgo);
         };
         // A running panel's event loop hears the folder's watcher between its polls; what is listed and shown then.
         const auto poll = [&image] {
