@@ -14,8 +14,6 @@
 
 namespace buttontest {
 
-constexpr int ComId = 2;
-
 // A form as the panel application loads it: a plain QDialog that carries the application object. The
 // widget is a Button, or with the default QWidget the class named, made as forms make it.
 template <typename Button = QWidget, typename App = RecordingQeltApp>
@@ -33,7 +31,6 @@ struct PanelOf
         form.resize(200, 60);
         button->setGeometry(0, 0, 100, 30);
     }
-    void attach() { button->ensurePolished(); } // the polish event registers the items
     bool attachBySlot()
     {
         return QMetaObject::invokeMethod(button, "setQeltAppAndFormPtr",
@@ -63,10 +60,7 @@ using ClassPanel = PanelOf<>;
 // address, bit type and bit of one item.
 inline QVariantList registration(const QList<int> &fields)
 {
-    QVariantList args;
-    for (int v : fields)
-        args.append(v);
-    return args << 1 << 10 << 10 << 0 << 0 << false;
+    return QVariantList(fields.cbegin(), fields.cend()) << 1 << 10 << 10 << 0 << 0 << false;
 }
 // Each call as its name followed by its arguments.
 inline QList<QVariantList> namedArguments(const QList<RecordingQeltApp::Call> &calls)

@@ -12,7 +12,6 @@
 #include <QtTest>
 
 #include <climits>
-#include <limits>
 #include <memory>
 #include <tuple>
 
@@ -21,9 +20,6 @@ using buttontest::ClassPanel;
 using buttontest::registration;
 
 namespace {
-
-constexpr int IntMin = std::numeric_limits<int>::min();
-constexpr int IntMax = std::numeric_limits<int>::max();
 
 class BoundWidget : public QWidget, public norvo_v0::UpdateVariableInterface
 {
@@ -35,13 +31,6 @@ public:
 
 class OwnDialog : public QDialog { Q_OBJECT public: using QDialog::QDialog; }; // reports its own class name
 class UnmarkedDialog : public QDialog { public: using QDialog::QDialog; }; // no meta-object: reports "QDialog"
-
-QVariant ptr(const void *p) { return RecordingQeltApp::pointer(p); }
-
-QVariantList registration(QWidget *form, BoundWidget *w, const QList<int> &fields)
-{
-    return QVariantList{ptr(form), ptr(w), ptr(w->callback())} + buttontest::registration(fields);
-}
 
 } // namespace
 
@@ -122,14 +111,15 @@ void TestControllerBinding::attachment()
         return;
     }
     QCOMPARE(b.form(), chain.at(formLevel));
-    QCOMPARE(app.calls().at(0).args, registration(chain.at(formLevel), widget, {0, 0, 0, 0, 3, 0, 0}));
+    const auto ptr = &RecordingQeltApp::pointer;
+    QCOMPARE(app.calls().at(0).args, (QVariantList{ptr(chain.at(formLevel)), ptr(widget), ptr(widget->callback())} + registration({0, 0, 0, 0, 3, 0, 0})));
 }
 
 void TestControllerBinding::acceptsAddress_data()
 {
     QTest::addColumn<int>("channel"); QTest::addColumn<int>("type"); QTest::addColumn<int>("address");
     QTest::addColumn<int>("lowestType"); QTest::addColumn<bool>("accepted");
-    QTest::newRow("channel 8, type 12, max address") << 8 << 12 << IntMax << 0 << true;
+    QTest::newRow("channel 8, type 12, max address") << 8 << 12 << INT_MAX << 0 << true;
     QTest::newRow("channel 0") << 0 << 0 << 0 << 0 << false;
     QTest::newRow("type -1") << 1 << -1 << 0 << 0 << false;
     QTest::newRow("address -1") << 1 << 0 << -1 << 0 << false;
@@ -169,7 +159,7 @@ void TestControllerBinding::propertyLimits_data()
     QTest::addColumn<int>("before"); QTest::addColumn<int>("written"); QTest::addColumn<int>("expected");
     struct Limit { const char *property; int lowest, highest; bool clamps; const char *onlyClass = nullptr; };
     const QList<Limit> limits{
-        {"cornersRadius", 0, IntMax, true}, {"channel", 1, 4, true}, {"comId", 0, IntMax, true},
+        {"cornersRadius", 0, INT_MAX, true}, {"channel", 1, 4, true}, {"comId", 0, INT_MAX, true},
         {"operationalAuthority", 0, 99, false}, {"lowestEnablingUserLevel", 0, 9, false},
         {"lowestVisibleUserLevel", 0, 9, false}, {"language", 0, 9, false}, {"action", 0, 4, false},
         {"state", 0, 1, false}, {"iconPosition", 0, 4, false}, {"command", 0, 9, false},
@@ -177,8 +167,8 @@ void TestControllerBinding::propertyLimits_data()
         {"colorBitType", -1, 12, false}, {"writeBitType", 7, 12, false}, {"textControlDataClass", -1, 5, false},
         {"readBitIndex", 0, 31, false}, {"writeBitIndex", 0, 31, false}, {"enabledBitIndex", 0, 31, false},
         {"visibleBitIndex", 0, 31, false}, {"colorBitIndex", 0, 31, false},
-        {"writeAddress", 0, IntMax, false, "FunctionButton"}, {"visibleAddress", 0, IntMax, false, "DynamicImage"},
-        {"textControlAddress", 0, IntMax, false}};
+        {"writeAddress", 0, INT_MAX, false, "FunctionButton"}, {"visibleAddress", 0, INT_MAX, false, "DynamicImage"},
+        {"textControlAddress", 0, INT_MAX, false}};
     for (const char *className : {"BitButton", "FunctionButton", "KeypadButton", "PictureButton", "DynamicImage", "TabWidget"}) {
         const std::unique_ptr<QWidget> widget(WidgetFactory::create(className, nullptr));
         for (const Limit &l : limits) {
@@ -189,7 +179,7 @@ void TestControllerBinding::propertyLimits_data()
                 continue;
             row(l.lowest + 1, l.lowest - 1, l.clamps ? l.lowest : l.lowest + 1);
             row(l.lowest + 1, l.lowest, l.lowest);
-            if (l.highest < IntMax) {
+            if (l.highest < INT_MAX) {
                 row(l.highest - 1, l.highest + 1, l.clamps ? l.highest : l.highest - 1);
                 row(l.highest - 1, l.highest, l.highest);
             }
