@@ -148,7 +148,6 @@ private Q_SLOTS:
         QTest::newRow("exact register word") << 3 << JumpPattern::valuePattern("1", "3", "200", "0") << QList<QPoint>{QPoint(40, 2)};
         QTest::newRow("short form, far down")
             << 4 << JumpPattern::build({4, "U100", 0, {}, {}, {}, {}}).value() << QList<QPoint>{QPoint(4500, 2)};
-        QTest::newRow("register bit") << 4 << JumpPattern::build({4, "R5.3", 0, {}, {}, {}, {}}).value() << QList<QPoint>{QPoint(70, 2)};
     }
     void jumpMethods()
     {

@@ -197,10 +197,9 @@ private Q_SLOTS:
                 item->setData(Qt::StatusTipRole, records);
         }));
         Panel again(1, 3);
-        for (Panel *panel : {&p, &again}) {
+        for (Panel *panel : {&p, &again})
             for (int c = 0; c < 3; ++c)
                 panel->table->setHorizontalHeaderItem(c, new QTableWidgetItem(QStringList{"Name", "Value", "h2"}.at(c)));
-        }
         p.table->horizontalHeaderItem(1)->setWhatsThis(QStringLiteral("multiTexts=Value##!&*_Wert##8!&*_columnWidth=123"));
         p.show();
         QCOMPARE(p.table->columnWidth(1), 123);
