@@ -148,7 +148,6 @@ private Q_SLOTS:
         QTest::newRow("exact register word") << 3 << JumpPattern::valuePattern("1", "3", "200", "0") << QList<QPoint>{QPoint(40, 2)};
         QTest::newRow("short form, far down")
             << 4 << JumpPattern::build({4, "U100", 0, {}, {}, {}, {}}).value() << QList<QPoint>{QPoint(4500, 2)};
-        QTest::newRow("register bit") << 4 << JumpPattern::build({4, "R5.3", 0, {}, {}, {}, {}}).value() << QList<QPoint>{QPoint(70, 2)};
     }
     void jumpMethods()
     {
@@ -168,24 +167,19 @@ private Q_SLOTS:
         }
     }
 
-    void samePatternGoesOnNewOneStartsAgain()
+    // The jump search goes on from its last hit while the pattern stays and starts again with a new
+    // one. The text search over "Name 29" finds rows 29, 290 ... 299 and 2900 ... 2999; past the first
+    // or the last it shows the box, then goes on from the other end.
+    void searchesGoOnAndWrap()
     {
         SearchPanel p;
         JumpSearch search(p.table);
+        ModalDriver driver;
         // Only the long form has the fields a variable pattern asks for: rows 40 and 4500.
         const QString word = JumpPattern::valuePattern("1", QString(), QString(), QString());
-        QList<int> rows;
-        for (const QString &pattern : {word, word, word, QStringLiteral("Name 3"), word})
-            rows << search.search(pattern == word ? 3 : 2, pattern, 0)->first;
-        QCOMPARE(rows, (QList<int>{40, 4500, 40, 3, 40}));
-    }
-
-    void textSearch()
-    {
-        SearchPanel p(300);
-        ModalDriver driver;
-        // Rows 29 and 290 ... 299; past the first or the last: the box, then the other end.
         QStringList seen;
+        for (const QString &pattern : {word, word, word, QStringLiteral("Name 3"), word})
+            seen << QString::number(search.search(pattern == word ? 3 : 2, pattern, 0)->first);
         const auto see = [&] { seen << QStringLiteral("%1 %2").arg(p.table->currentRow()).arg(driver.boxes); };
         p.table->find(QStringLiteral("Name 29"));
         see();
@@ -198,28 +192,36 @@ private Q_SLOTS:
         see();
         p.table->find(QStringLiteral("nowhere"));
         see();
-        QCOMPARE(seen, (QStringList{"29 0", "290 0", "299 1", "29 2", "29 3"}));
+        QCOMPARE(seen, (QStringList{"40", "4500", "40", "3", "40", "29 0", "290 0", "2999 1", "29 2", "29 3"}));
     }
 
     // The dialog opens with the methods offered and the one preselected, the focus on its first input,
     // no error shown; while it is open the soft keys are its own and act as no shortcuts. A text given
-    // is typed and confirmed: a refusal or a miss shows its label and keeps the dialog open.
+    // is typed and confirmed: a refusal or a miss shows its label and keeps the dialog open. Made for
+    // panels without a keyboard: the arrow keys and F1 move the focus, F3 confirms, a click on an
+    // enabled line opens the soft keypad.
     void dialog_data()
     {
         QTest::addColumn<int>("method"); QTest::addColumn<int>("mask"); QTest::addColumn<QString>("text");
         QTest::addColumn<QStringList>("seen"); QTest::addColumn<QPoint>("current");
+        QTest::addColumn<bool>("byKeys"); // moved by keys, the row method chosen, the line's keypad answered "42"
         const QStringList all{"row", "no", "text", "var", "varm"};
-        QTest::newRow("all methods, by row") << 0 << -1 << "" << all + QStringList{"lineEdit_text", "0"} << QPoint(0, 0);
-        QTest::newRow("row and text") << 2 << 5 << "" << QStringList{"row", "text", "lineEdit_text", "2"} << QPoint(0, 0);
-        QTest::newRow("exact variable") << 3 << 0b1001 << "" << QStringList{"row", "var", "lineEdit_address", "3"} << QPoint(0, 0);
-        QTest::newRow("found") << 4 << -1 << "R5.3" << all + QStringList{"lineEdit_text", "4"} << QPoint(70, 2);
-        QTest::newRow("refused input") << 4 << -1 << "R5.3Q" << all + QStringList{"lineEdit_text", "4", "label_error"} << QPoint(0, 0);
-        QTest::newRow("not found") << 4 << -1 << "U77777" << all + QStringList{"lineEdit_text", "4", "label_error_2"} << QPoint(0, 0);
+        QTest::newRow("all methods, by row") << 0 << -1 << "" << all + QStringList{"lineEdit_text", "0"} << QPoint(0, 0) << false;
+        QTest::newRow("row and text") << 2 << 5 << "" << QStringList{"row", "text", "lineEdit_text", "2"} << QPoint(0, 0) << false;
+        QTest::newRow("exact variable") << 3 << 0b1001 << "" << QStringList{"row", "var", "lineEdit_address", "3"} << QPoint(0, 0) << false;
+        QTest::newRow("found") << 4 << -1 << "R5.3" << all + QStringList{"lineEdit_text", "4"} << QPoint(70, 2) << false;
+        QTest::newRow("refused input") << 4 << -1 << "R5.3Q" << all + QStringList{"lineEdit_text", "4", "label_error"} << QPoint(0, 0) << false;
+        QTest::newRow("not found") << 4 << -1 << "U77777" << all + QStringList{"lineEdit_text", "4", "label_error_2"} << QPoint(0, 0) << false;
+        QTest::newRow("keys and keypad") << 2 << -1 << ""
+                                         << all + QStringList{"lineEdit_text", "2", "radioButton_varm", "pushButton_ok", "lineEdit_text", "42"}
+                                         << QPoint(41, 0) << true;
     }
     void dialog()
     {
-        QFETCH(int, method); QFETCH(int, mask); QFETCH(QString, text); QFETCH(QStringList, seen); QFETCH(QPoint, current);
+        QFETCH(int, method); QFETCH(int, mask); QFETCH(QString, text); QFETCH(QStringList, seen); QFETCH(QPoint, current); QFETCH(bool, byKeys);
         SearchPanel p(200);
+        p.table->setSoftKeypad(true);
+        p.app.setKeypadAnswer(QStringLiteral("42"), true);
         auto *bar = new ButtonGroup(&p.form);
         bar->setButtonCount(6);
         bar->resize(600, 40);
@@ -240,7 +242,20 @@ private Q_SLOTS:
                     got << name;
             got << QApplication::focusWidget()->objectName() << QString::number(d->method());
             during = keys();
-            if (!text.isEmpty()) {
+            const auto press = [](Qt::Key key) {
+                QTest::keyClick(QApplication::focusWidget(), key);
+                return QApplication::focusWidget()->objectName();
+            };
+            if (byKeys) { // up to the last radio button, down over the disabled variable fields, up again
+                got << press(Qt::Key_Up);
+                press(Qt::Key_Down);
+                got << press(Qt::Key_Down) << press(Qt::Key_F1);
+                child<QRadioButton>(d, "radioButton_row")->setChecked(true);
+                QTest::mouseClick(child<QLineEdit>(d, "lineEdit_address"), Qt::LeftButton); // disabled: no keypad
+                QTest::mouseClick(child<QLineEdit>(d, "lineEdit_text"), Qt::LeftButton);
+                got << child<QLineEdit>(d, "lineEdit_text")->text();
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_F3);
+            } else if (!text.isEmpty()) {
                 child<QLineEdit>(d, "lineEdit_text")->setText(text);
                 child<QPushButton>(d, "pushButton_ok")->click();
             }
@@ -255,39 +270,10 @@ private Q_SLOTS:
         p.table->jumpTo(1);
         QCOMPARE(got, seen);
         QCOMPARE(p.current(), current);
+        QCOMPARE(p.app.callsNamed(QStringLiteral("showKeypad")).size(), int(byKeys));
         QCOMPARE(during, QString::fromUtf8("no shortcuts <<- 焦点上移 焦点下移 确定 取消 - - >>-"));
         QCOMPARE(keys(), before);
         QVERIFY(before.startsWith(QLatin1String("shortcuts")));
-    }
-
-    // Made for panels without a keyboard: the arrow keys and F1 move the focus, F3 confirms, a click on
-    // an enabled line opens the soft keypad.
-    void dialogKeysAndKeypad()
-    {
-        SearchPanel p(100);
-        p.table->setSoftKeypad(true);
-        p.app.setKeypadAnswer(QStringLiteral("42"), true);
-        QStringList path;
-        ModalDriver driver([&](JumpToDialog *d) {
-            auto *text = child<QLineEdit>(d, "lineEdit_text");
-            text->setFocus();
-            QTest::keyClick(text, Qt::Key_Up); // to the last radio button before it
-            path << QApplication::focusWidget()->objectName();
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down); // over the disabled variable fields
-            path << QApplication::focusWidget()->objectName();
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_F1);
-            path << QApplication::focusWidget()->objectName();
-            child<QRadioButton>(d, "radioButton_row")->setChecked(true);
-            QTest::mouseClick(child<QLineEdit>(d, "lineEdit_address"), Qt::LeftButton); // disabled: no keypad
-            QTest::mouseClick(text, Qt::LeftButton);
-            path << text->text();
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_F3);
-        });
-        p.table->jumpTo(0);
-        QCOMPARE(path, (QStringList{"radioButton_varm", "pushButton_ok", "lineEdit_text", "42"}));
-        QCOMPARE(p.app.callsNamed(QStringLiteral("showKeypad")).size(), 1);
-        QCOMPARE(p.current(), QPoint(41, 0));
     }
 };
 

@@ -1,3 +1,4 @@
+#include "../table/tabletestsupport.h"
 #include "formchecker.h"
 #include "formlimits.h"
 #include "tablecontents.h"
@@ -16,12 +17,6 @@
 #include <memory>
 
 namespace {
-
-QByteArray readFile(const QString &fileName)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 // Stored contents of 300 rows whose second row binds a bit index past 31, cut short so that the
 // rows from about the middle cannot be read.
@@ -64,7 +59,7 @@ QByteArray mistakesForm()
     TextData caption;
     caption.wordLibId = 78;
     caption.texts = QStringList{QStringLiteral("Spindle")};
-    return readFile(QStringLiteral(HMI_FORMCHECK_DIR "/mistakes.ui"))
+    return TableTest::readAll(QStringLiteral(HMI_FORMCHECK_DIR "/mistakes.ui"))
         .replace("@DATA@", brokenTableData())
         .replace("@TEXTS@", TextInfoCodec::encodeSlot({caption}));
 }
@@ -169,7 +164,7 @@ private Q_SLOTS:
         run("not XML", check, QByteArray("\x89PNG\r\n\x1a\n\0\0garbage", 18), 2, "form.ui: not a form: line 1");
         run("not a ui", check, "<html><body/></html>", 2, "not a form (<html> instead of <ui>)");
         run("no widget", check, "<ui version=\"4.0\"><class>X</class></ui>", 2, "holds no widget");
-        run("unclosed", check, readFile(QStringLiteral(HMI_FORMCHECK_DIR "/broken.ui")), 2, "form.ui: not a form: line 6");
+        run("unclosed", check, TableTest::readAll(QStringLiteral(HMI_FORMCHECK_DIR "/broken.ui")), 2, "form.ui: not a form: line 6");
         run("deeply nested, unclosed", check, "<ui>" + QByteArray("<widget class=\"QWidget\">").repeated(100000), 2, "form.ui: not a form: line 1");
         run("missing file", {QStringLiteral("--check"), QStringLiteral("no-such-form.ui")}, {}, 2, "cannot be read");
         run("a folder", {QStringLiteral("--check"), QStringLiteral(".")}, {}, 2, "not a regular file");

@@ -3,6 +3,7 @@
 // through QUiLoader, reads back to the same cell file and writes again to the same bytes; the rest of
 // the form stays byte for byte, but for the table's custom widget entry where the form lacks it;
 // broken forms and stored data are refused with a reason.
+#include "../table/tabletestsupport.h"
 #include "cellfile.h"
 #include "formtableeditor.h"
 #include "formtablereader.h"
@@ -20,14 +21,6 @@
 #include <memory>
 
 namespace {
-
-QByteArray fileBytes(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("cannot read %s", qPrintable(path));
-    return file.readAll();
-}
 
 // The form's text before and after the element of the widget named name.
 std::pair<QByteArray, QByteArray> around(const QByteArray &form, const QByteArray &name)
@@ -118,7 +111,7 @@ private Q_SLOTS:
     // Another table's Designer items are noted, not read.
     void writeIntoForm()
     {
-        const QByteArray form = fileBytes(QStringLiteral(HMI_TABLE_DATA "/panel.ui"));
+        const QByteArray form = TableTest::readAll(QStringLiteral(HMI_TABLE_DATA "/panel.ui"));
         QByteArray written;
         Problem problem;
         QVERIFY2(writeTable(form, Cells, &written, &problem), qPrintable(problem.message));
@@ -158,7 +151,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("form"); QTest::addColumn<QByteArray>("cells");
         QTest::addColumn<QStringList>("children"); QTest::addColumn<QByteArray>("after"); // the table's children, and what follows it
-        const QByteArray original = fileBytes(QStringLiteral(HMI_TABLE_DATA "/panel.ui"));
+        const QByteArray original = TableTest::readAll(QStringLiteral(HMI_TABLE_DATA "/panel.ui"));
         QByteArray panel;
         Problem problem;
         QVERIFY(writeTable(original, Cells, &panel, &problem));
