@@ -112,9 +112,7 @@ QString DesignerCore::formDocument(const QString &childWidgets)
 QWidget *DesignerCore::formWidget(QDesignerFormWindowInterface *form, const QString &objectName)
 {
     QWidget *container = form ? form->mainContainer() : nullptr;
-    if (!container)
-        return nullptr;
-    if (container->objectName() == objectName)
+    if (!container || container->objectName() == objectName)
         return container;
     return container->findChild<QWidget *>(objectName);
 }
@@ -127,15 +125,6 @@ QList<QDesignerCustomWidgetInterface *> DesignerCore::descriptors()
             found << collection->customWidgets();
     }
     return found;
-}
-
-QDesignerCustomWidgetInterface *DesignerCore::descriptor(const QString &name)
-{
-    for (QDesignerCustomWidgetInterface *w : descriptors()) {
-        if (w->name() == name)
-            return w;
-    }
-    return nullptr;
 }
 
 bool DesignerCore::runEditor(QWidget *widget, const std::function<void(QDialog *)> &step, const char *menuId)

