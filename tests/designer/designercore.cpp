@@ -98,14 +98,8 @@ void DesignerCore::closeForms()
 
 QString DesignerCore::formDocument(const QString &childWidgets)
 {
-    return QStringLiteral("<ui version=\"4.0\">\n"
-                          " <class>Form</class>\n"
-                          " <widget class=\"QWidget\" name=\"Form\">\n"
-                          "  <property name=\"geometry\"><rect><x>0</x><y>0</y><width>400</width>"
-                          "<height>300</height></rect></property>\n"
-                          "%1"
-                          " </widget>\n"
-                          "</ui>\n")
+    return QStringLiteral("<ui version=\"4.0\"><class>Form</class><widget class=\"QWidget\" name=\"Form\"><property name=\"geometry\">"
+                          "<rect><x>0</x><y>0</y><width>400</width><height>300</height></rect></property>%1</widget></ui>")
         .arg(childWidgets);
 }
 

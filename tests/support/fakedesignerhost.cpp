@@ -39,30 +39,3 @@ void FakeDesignerHost::apply(const PropertyChange &change)
     changes.append(change);
     change.widget->setProperty(change.name.toLatin1().constData(), change.value);
 }
-
-void FakeDesignerHost::clearSelection(QWidget *)
-{
-    log << QStringLiteral("clearSelection");
-    m_selection.clear();
-}
-
-void FakeDesignerHost::selectWidget(QWidget *, QWidget *widget, bool select)
-{
-    log << (select ? QStringLiteral("select") : QStringLiteral("deselect"));
-    if (select)
-        m_selection.insert(widget);
-    else
-        m_selection.remove(widget);
-}
-
-void FakeDesignerHost::manageWidget(QWidget *, QWidget *widget)
-{
-    log << QStringLiteral("manageWidget");
-    managed.append(widget);
-}
-
-void FakeDesignerHost::unmanageWidget(QWidget *, QWidget *widget)
-{
-    log << QStringLiteral("unmanageWidget");
-    managed.removeAll(widget);
-}

@@ -42,11 +42,30 @@ public:
     }
     void beginCommand(QWidget *, const QString &) override { log << QStringLiteral("beginCommand"); }
     void endCommand(QWidget *) override { log << QStringLiteral("endCommand"); }
-    void clearSelection(QWidget *formWindow) override;
-    void selectWidget(QWidget *formWindow, QWidget *widget, bool select) override;
+    void clearSelection(QWidget *) override
+    {
+        log << QStringLiteral("clearSelection");
+        m_selection.clear();
+    }
+    void selectWidget(QWidget *, QWidget *widget, bool select) override
+    {
+        log << (select ? QStringLiteral("select") : QStringLiteral("deselect"));
+        if (select)
+            m_selection.insert(widget);
+        else
+            m_selection.remove(widget);
+    }
     bool isSelected(QWidget *, QWidget *widget) const override { return m_selection.contains(widget); }
-    void manageWidget(QWidget *formWindow, QWidget *widget) override;
-    void unmanageWidget(QWidget *formWindow, QWidget *widget) override;
+    void manageWidget(QWidget *, QWidget *widget) override
+    {
+        log << QStringLiteral("manageWidget");
+        managed.append(widget);
+    }
+    void unmanageWidget(QWidget *, QWidget *widget) override
+    {
+        log << QStringLiteral("unmanageWidget");
+        managed.removeAll(widget);
+    }
     bool isManaged(QWidget *, QWidget *widget) const override { return managed.contains(widget); }
     void markDirty(QWidget *) override { log << QStringLiteral("markDirty"); }
     void refreshEditors(QWidget *) override { log << QStringLiteral("refreshEditors"); }
