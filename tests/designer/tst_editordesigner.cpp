@@ -575,12 +575,12 @@ private Q_SLOTS:
             // The preview is the widget's own class, in its place and outside the form; a one-line
             // description bar spans the dialog; a long name fits the name field.
             const int longName = field->fontMetrics().horizontalAdvance(QStringLiteral("spindleOverrideButton_2"));
-            QCOMPARE((QList<bool>{preview->inherits(qPrintable(widget)), DesignerHost::formWindowOf(preview) == nullptr,
+            QCOMPARE((QVector<bool>{preview->inherits(qPrintable(widget)), DesignerHost::formWindowOf(preview) == nullptr,
                                   preview->parentWidget() == dialog->findChild<QWidget *>(QStringLiteral("previewWidget")),
                                   description->width() > dialog->width() * 9 / 10,
                                   description->height() < 2 * description->fontMetrics().lineSpacing(),
                                   path != QLatin1String("objectName") || field->width() > longName + 10}),
-                     QList<bool>(6, true));
+                     QVector<bool>(6, true));
             dialog->activateWindow();
             QVERIFY(QTest::qWaitForWindowActive(dialog));
             field->setFocus();
