@@ -98,23 +98,15 @@ void DesignerCore::closeForms()
 
 QString DesignerCore::formDocument(const QString &childWidgets)
 {
-    return QStringLiteral("<ui version=\"4.0\">\n"
-                          " <class>Form</class>\n"
-                          " <widget class=\"QWidget\" name=\"Form\">\n"
-                          "  <property name=\"geometry\"><rect><x>0</x><y>0</y><width>400</width>"
-                          "<height>300</height></rect></property>\n"
-                          "%1"
-                          " </widget>\n"
-                          "</ui>\n")
+    return QStringLiteral("<ui version=\"4.0\"><class>Form</class><widget class=\"QWidget\" name=\"Form\"><property name=\"geometry\">"
+                          "<rect><x>0</x><y>0</y><width>400</width><height>300</height></rect></property>%1</widget></ui>")
         .arg(childWidgets);
 }
 
 QWidget *DesignerCore::formWidget(QDesignerFormWindowInterface *form, const QString &objectName)
 {
     QWidget *container = form ? form->mainContainer() : nullptr;
-    if (!container)
-        return nullptr;
-    if (container->objectName() == objectName)
+    if (!container || container->objectName() == objectName)
         return container;
     return container->findChild<QWidget *>(objectName);
 }
@@ -127,15 +119,6 @@ QList<QDesignerCustomWidgetInterface *> DesignerCore::descriptors()
             found << collection->customWidgets();
     }
     return found;
-}
-
-QDesignerCustomWidgetInterface *DesignerCore::descriptor(const QString &name)
-{
-    for (QDesignerCustomWidgetInterface *w : descriptors()) {
-        if (w->name() == name)
-            return w;
-    }
-    return nullptr;
 }
 
 bool DesignerCore::runEditor(QWidget *widget, const std::function<void(QDialog *)> &step, const char *menuId)

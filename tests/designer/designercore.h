@@ -38,14 +38,9 @@ public:
     static QString formDocument(const QString &childWidgets);
     // The form's widget of that object name (the form itself included), or null.
     static QWidget *formWidget(QDesignerFormWindowInterface *form, const QString &objectName);
-    template <class T> static T *formWidget(QDesignerFormWindowInterface *form, const QString &objectName)
-    {
-        return qobject_cast<T *>(formWidget(form, objectName));
-    }
 
-    // The plugin's descriptors in their order, and one of them by name (or null).
+    // The plugin's descriptors in their order.
     static QList<QDesignerCustomWidgetInterface *> descriptors();
-    static QDesignerCustomWidgetInterface *descriptor(const QString &name);
     // Opens the editor dialog of widget's preferred task-menu action and runs step on it while it is
     // open; a dialog step leaves open is cancelled. False when no dialog opened. With menuId, the
     // task menu of that extension id (Designer's own table menu: "QDesignerInternalTaskMenuExtension").

@@ -29,21 +29,46 @@ public:
     void setFileName(const QString &fileName) { m_fileName = fileName; }
 
     QWidget *formWindow(QWidget *widget) const override;
-    QString fileName(QWidget *formWindow) const override;
+    QString fileName(QWidget *) const override { return m_fileName; }
     QString projectPath(QWidget *formWindow) const override;
     void markPropertyChanged(QWidget *, const QString &) override { log << QStringLiteral("markPropertyChanged"); }
-    void setSheetProperty(QWidget *widget, const QString &name, const QVariant &value) override;
-    void setUndoableProperty(QWidget *widget, const QString &name, const QVariant &value) override;
-    void beginCommand(QWidget *formWindow, const QString &description) override;
-    void endCommand(QWidget *formWindow) override;
-    void clearSelection(QWidget *formWindow) override;
-    void selectWidget(QWidget *formWindow, QWidget *widget, bool select) override;
-    bool isSelected(QWidget *formWindow, QWidget *widget) const override;
-    void manageWidget(QWidget *formWindow, QWidget *widget) override;
-    void unmanageWidget(QWidget *formWindow, QWidget *widget) override;
+    void setSheetProperty(QWidget *widget, const QString &name, const QVariant &value) override
+    {
+        apply({widget, name, value, false});
+    }
+    void setUndoableProperty(QWidget *widget, const QString &name, const QVariant &value) override
+    {
+        apply({widget, name, value, true});
+    }
+    void beginCommand(QWidget *, const QString &) override { log << QStringLiteral("beginCommand"); }
+    void endCommand(QWidget *) override { log << QStringLiteral("endCommand"); }
+    void clearSelection(QWidget *) override
+    {
+        log << QStringLiteral("clearSelection");
+        m_selection.clear();
+    }
+    void selectWidget(QWidget *, QWidget *widget, bool select) override
+    {
+        log << (select ? QStringLiteral("select") : QStringLiteral("deselect"));
+        if (select)
+            m_selection.insert(widget);
+        else
+            m_selection.remove(widget);
+    }
+    bool isSelected(QWidget *, QWidget *widget) const override { return m_selection.contains(widget); }
+    void manageWidget(QWidget *, QWidget *widget) override
+    {
+        log << QStringLiteral("manageWidget");
+        managed.append(widget);
+    }
+    void unmanageWidget(QWidget *, QWidget *widget) override
+    {
+        log << QStringLiteral("unmanageWidget");
+        managed.removeAll(widget);
+    }
     bool isManaged(QWidget *, QWidget *widget) const override { return managed.contains(widget); }
-    void markDirty(QWidget *formWindow) override;
-    void refreshEditors(QWidget *formWindow) override;
+    void markDirty(QWidget *) override { log << QStringLiteral("markDirty"); }
+    void refreshEditors(QWidget *) override { log << QStringLiteral("refreshEditors"); }
     QObject *propertyEditorObject() const override { return m_editorObject; }
     void setPropertyEditorObject(QObject *object) { m_editorObject = object; }
 
@@ -52,6 +77,8 @@ public:
     QList<QWidget *> managed;
 
 private:
+    void apply(const PropertyChange &change);
+
     QPointer<QWidget> m_formWindow;
     QString m_fileName;
     QSet<QWidget *> m_selection;
