@@ -16,55 +16,51 @@
 
 namespace {
 
-// Qt 4.8 data stream bytes assembled field by field from Qt's documented serialisation format (only
-// plain big-endian numbers go through QDataStream), so the vectors do not depend on our writer.
-class Bytes
+// Stored buffers written out by hand in Qt 4.8 data stream bytes, as hex (spaces are skipped), so the
+// vectors do not depend on our writer. Numbers are big endian.
+QByteArray n32(qint32 v)
 {
-public:
-    Bytes &i32(qint32 v) { return put(v); }
-    Bytes &u8(quint8 v) { return put(v); }
-    Bytes &u16(quint16 v) { return put(v); }
-    Bytes &f64(double v) { return put(v); } // big endian, as every number in the stream
-    Bytes &string(const QString &s) // byte length, then UTF-16 big endian
-    {
-        i32(qint32(s.size() * 2));
-        for (QChar c : s)
-            u16(c.unicode());
-        return *this;
-    }
-    Bytes &bytes(const QByteArray &a)
-    {
-        i32(qint32(a.size()));
-        m_out.writeRawData(a.constData(), int(a.size()));
-        return *this;
-    }
-    // QFont: family, point size, pixel size, style hint, strategy, charset, weight (Qt 4 scale),
-    // style bits (italic 0x01, kerning 0x10), stretch, extended bits, letter and word spacing.
-    Bytes &font(const QString &family, double pointSize, quint8 weight, bool italic)
-    {
-        string(family).f64(pointSize).i32(-1).u8(QFont::AnyStyle).u8(QFont::PreferDefault).u8(0).u8(weight);
-        return u8(0x10 | (italic ? 0x01 : 0)).u16(0).u8(0x01).i32(0).i32(0);
-    }
-    Bytes &record(qint32 first, qint32 second, qint32 id, const QStringList &texts)
-    {
-        i32(first).i32(second).i32(id).i32(qint32(texts.size()));
-        for (const QString &t : texts)
-            string(t);
-        return *this;
-    }
-    QByteArray data() const { return m_data; }
-    QByteArray framed() const { return qCompress(m_data).toHex(); }
+    return QByteArray::number(quint32(v), 16).rightJustified(8, '0');
+}
 
-private:
-    template<typename T>
-    Bytes &put(T v)
-    {
-        m_out << v;
-        return *this;
-    }
-    QByteArray m_data;
-    QDataStream m_out{&m_data, QIODevice::WriteOnly};
-};
+// A string: its byte length, then UTF-16 big endian.
+QByteArray str(const QString &s)
+{
+    QByteArray hex = n32(qint32(s.size() * 2));
+    for (QChar c : s)
+        hex += QByteArray::number(c.unicode(), 16).rightJustified(4, '0');
+    return hex;
+}
+
+// A record: first and second value, text id, the texts; its fonts follow.
+QByteArray record(qint32 first, qint32 second, qint32 id, const QStringList &texts)
+{
+    QByteArray hex = n32(first) + n32(second) + n32(id) + n32(qint32(texts.size()));
+    for (const QString &t : texts)
+        hex += str(t);
+    return hex;
+}
+
+// QFont as Qt 4 wrote it: family, point size (a double), pixel size, style hint, strategy, charset,
+// weight (Qt 4 scale), style bits (italic 0x01, kerning 0x10), stretch, extended bits, letter and word spacing.
+const QByteArray Sans12 = str("Sans") + "4028000000000000 ffffffff 05 01 00 32 10 0000 01 00000000 00000000";
+const QByteArray Serif10BoldItalic = str("Serif") + "4024000000000000 ffffffff 05 01 00 4b 11 0000 01 00000000 00000000";
+const QByteArray Mono9 = str("Mono") + "4022000000000000 ffffffff 05 01 00 32 10 0000 01 00000000 00000000";
+
+// Packed as stored: zlib, then hex.
+QByteArray framed(const QByteArray &hex)
+{
+    return qCompress(QByteArray::fromHex(hex)).toHex();
+}
+
+// A text buffer: version 1, then each slot's packed bytes with their length.
+QByteArray slotBuffer(const QByteArrayList &slotTexts)
+{
+    QByteArray hex = n32(1) + n32(qint32(slotTexts.size()));
+    for (const QByteArray &slot : slotTexts)
+        hex += n32(qint32(slot.size())) + slot.toHex();
+    return framed(hex);
+}
 
 QFont boldItalicSerif()
 {
@@ -114,25 +110,22 @@ private Q_SLOTS:
         QTest::addColumn<QList<QList<TextData>>>("expected"); // as a bit button takes them
         QTest::addColumn<bool>("writtenAlike");
         QTest::addColumn<int>("recordsRead"); // of each slot
-        Bytes on;
-        on.i32(1).i32(1).record(0, 0, -1, {QStringLiteral("EIN"), QString::fromUtf8("开")});
-        on.i32(2).font(QStringLiteral("Sans"), 12, 50, false).font(QStringLiteral("Serif"), 10, 75, true);
-        Bytes off;
-        off.i32(1).i32(1).record(3, 4, 12, {QStringLiteral("AUS")}).i32(0);
+        // Each slot: version 1, the record count, the records.
+        const QByteArray on = framed(n32(1) + n32(1) + record(0, 0, -1, {"EIN", QString::fromUtf8("开")}) + n32(2) + Sans12
+                                     + Serif10BoldItalic);
+        const QByteArray off = framed(n32(1) + n32(1) + record(3, 4, 12, {"AUS"}) + n32(0));
         TextData offRecord = textRecord({QStringLiteral("AUS")}, 12);
         offRecord.firstValue = 3;
         offRecord.secondValue = 4;
         const TextData onRecord = textRecord({QStringLiteral("EIN"), QString::fromUtf8("开")}, -1,
                                              {QFont(QStringLiteral("Sans"), 12), boldItalicSerif()});
-        QTest::newRow("on and off") << Bytes().i32(1).i32(2).bytes(on.framed()).bytes(off.framed()).framed()
+        QTest::newRow("on and off") << slotBuffer({on, off})
                                     << QList<QList<TextData>>{{onRecord}, {offRecord}} << true << 1;
         // Older editors store more than a button uses: a third slot, a second record in a slot.
-        Bytes twoRecords;
-        twoRecords.i32(1).i32(2).record(0, 0, -1, {QStringLiteral("Spindle")}).i32(0).record(0, 0, 5, {}).i32(0);
-        QTest::newRow("three slots, two records in the first")
-            << Bytes().i32(1).i32(3).bytes(twoRecords.framed()).bytes(off.framed()).bytes("not read").framed()
+        const QByteArray twoRecords = framed(n32(1) + n32(2) + record(0, 0, -1, {"Spindle"}) + n32(0) + record(0, 0, 5, {}) + n32(0));
+        QTest::newRow("three slots, two records in the first") << slotBuffer({twoRecords, off, "not read"})
             << QList<QList<TextData>>{{textRecord({QStringLiteral("Spindle")})}, {offRecord}} << false << 1;
-        QTest::newRow("empty slot text") << Bytes().i32(1).i32(2).bytes(QByteArray()).bytes(off.framed()).framed()
+        QTest::newRow("empty slot text") << slotBuffer({QByteArray(), off})
                                          << QList<QList<TextData>>{{}, {offRecord}} << false << 1;
         // What the goldens leave out, written and read back: every language, underline and pixel size.
         QFont underlined(QStringLiteral("Sans"), 20);
@@ -142,12 +135,11 @@ private Q_SLOTS:
             {textRecord(repeated(10, QString::fromUtf8("Ünïcødé ✓")), -1, repeated(10, underlined))}, {offRecord}};
         QTest::newRow("every language") << TextInfoCodec::encodeSlots(everyLanguage) << everyLanguage << true << 1;
         // Other widgets keep more records a slot, the buttons' first one the same.
-        Bytes twoFull;
-        twoFull.i32(1).i32(2).record(0, 0, -1, {QStringLiteral("Start"), QStringLiteral("Anlauf")}).i32(0);
-        twoFull.record(0, 0, 7, {}).i32(1).font(QStringLiteral("Sans"), 12, 50, false);
+        const QByteArray twoFull = framed(n32(1) + n32(2) + record(0, 0, -1, {"Start", "Anlauf"}) + n32(0) + record(0, 0, 7, {})
+                                          + n32(1) + Sans12);
         const QList<TextData> both{textRecord({QStringLiteral("Start"), QStringLiteral("Anlauf")}),
                                    textRecord({}, 7, {QFont(QStringLiteral("Sans"), 12)})};
-        QTest::newRow("two records read") << Bytes().i32(1).i32(2).bytes(twoFull.framed()).bytes(off.framed()).framed()
+        QTest::newRow("two records read") << slotBuffer({twoFull, off})
                                           << QList<QList<TextData>>{both, {offRecord}} << true << 2;
     }
 
@@ -176,10 +168,7 @@ private Q_SLOTS:
     void goldenMapBuffer()
     {
         // Maps are stored as Qt 4 wrote them: from the highest key down.
-        Bytes b;
-        b.i32(2).i32(1).font(QStringLiteral("Serif"), 10, 75, true).i32(0).font(QStringLiteral("Sans"), 12, 50, false);
-        b.i32(1).i32(4).font(QStringLiteral("Mono"), 9, 50, false);
-        const QByteArray golden = b.framed();
+        const QByteArray golden = framed(n32(2) + n32(1) + Serif10BoldItalic + n32(0) + Sans12 + n32(1) + n32(4) + Mono9);
 
         FontMapCodec::Maps expected;
         expected.captionFonts = {{0, QFont(QStringLiteral("Sans"), 12)}, {1, boldItalicSerif()}};
@@ -190,9 +179,7 @@ private Q_SLOTS:
         QCOMPARE(FontMapCodec::encode(expected), golden);
 
         // A stream that ends after the first map still yields it.
-        Bytes firstOnly;
-        firstOnly.i32(1).i32(3).font(QStringLiteral("Sans"), 12, 50, false);
-        QVERIFY(FontMapCodec::decode(firstOnly.framed(), &decoded));
+        QVERIFY(FontMapCodec::decode(framed(n32(1) + n32(3) + Sans12), &decoded));
         QCOMPARE(decoded.captionFonts.keys(), QList<int>{3});
         QVERIFY(decoded.secondFonts.isEmpty());
     }
@@ -200,10 +187,9 @@ private Q_SLOTS:
     void malformed_data()
     {
         QTest::addColumn<QByteArray>("buffer");
-        Bytes good;
-        good.i32(1).i32(1).record(0, 0, -1, {QStringLiteral("abc")}).i32(0);
-        const QByteArray goodHex = good.framed();
-        QByteArray block = qCompress(good.data());
+        const QByteArray good = QByteArray::fromHex(n32(1) + n32(1) + record(0, 0, -1, {"abc"}) + n32(0));
+        const QByteArray goodHex = qCompress(good).toHex();
+        QByteArray block = qCompress(good);
 
         QTest::newRow("empty") << QByteArray();
         QTest::newRow("truncated") << goodHex.left(goodHex.size() - 10);
@@ -213,12 +199,12 @@ private Q_SLOTS:
         QByteArray undersized = block;
         qToBigEndian(quint32(8), undersized.data());
         QTest::newRow("expands past its claim") << undersized.toHex();
-        QTest::newRow("negative count") << Bytes().i32(1).i32(-1).framed();
-        QTest::newRow("huge count") << Bytes().i32(1).i32(0x7fffffff).record(0, 0, -1, {}).i32(0).framed();
-        QTest::newRow("huge text count") << Bytes().i32(1).i32(1).i32(0).i32(0).i32(-1).i32(0x7ffffff0).framed();
-        QTest::newRow("huge font count") << Bytes().i32(1).i32(1).record(0, 0, -1, {}).i32(-2).framed();
-        QTest::newRow("huge string") << Bytes().i32(1).i32(1).i32(0).i32(0).i32(-1).i32(1).i32(0x7ffffffe).framed();
-        QTest::newRow("record cut short") << qCompress(good.data().left(good.data().size() - 2)).toHex();
+        QTest::newRow("negative count") << framed(n32(1) + n32(-1));
+        QTest::newRow("huge count") << framed(n32(1) + n32(0x7fffffff) + record(0, 0, -1, {}) + n32(0));
+        QTest::newRow("huge text count") << framed(n32(1) + n32(1) + n32(0) + n32(0) + n32(-1) + n32(0x7ffffff0));
+        QTest::newRow("huge font count") << framed(n32(1) + n32(1) + record(0, 0, -1, {}) + n32(-2));
+        QTest::newRow("huge string") << framed(n32(1) + n32(1) + n32(0) + n32(0) + n32(-1) + n32(1) + n32(0x7ffffffe));
+        QTest::newRow("record cut short") << qCompress(good.left(good.size() - 2)).toHex();
     }
 
     void malformed()
@@ -231,7 +217,7 @@ private Q_SLOTS:
 
         // A bad slot inside a valid outer layer spoils the whole buffer.
         QList<QList<TextData>> slotRecords{sentinel};
-        QVERIFY(!TextInfoCodec::decodeSlots(Bytes().i32(1).i32(1).bytes(buffer.isEmpty() ? "00" : buffer).framed(),
+        QVERIFY(!TextInfoCodec::decodeSlots(slotBuffer({buffer.isEmpty() ? "00" : buffer}),
                                             &slotRecords));
         QCOMPARE(slotRecords, QList<QList<TextData>>{sentinel});
 
@@ -273,26 +259,21 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("mapBuffer");
         QTest::addColumn<bool>("accepted");
         const QString longText(300 * 1024, QLatin1Char('x')); // 600 KiB in the stream, a few hundred bytes packed
-        Bytes longSlot;
-        longSlot.i32(1).i32(1).record(0, 0, -1, {longText}).i32(0);
-        Bytes shortSlot;
-        shortSlot.i32(1).i32(1).record(0, 0, -1, {QStringLiteral("OFF")}).i32(0);
-        const QByteArray fine = Bytes().i32(1).i32(2).bytes(longSlot.framed()).bytes(shortSlot.framed()).framed();
-        const QByteArray twoLong = Bytes().i32(1).i32(2).bytes(longSlot.framed()).bytes(longSlot.framed()).framed();
-        auto texts = [](int count) {
+        const auto slot = [](const QStringList &texts) { return framed(n32(1) + n32(1) + record(0, 0, -1, texts) + n32(0)); };
+        const QByteArray longSlot = slot({longText});
+        const QByteArray fine = slotBuffer({longSlot, slot({"OFF"})});
+        const QByteArray twoLong = slotBuffer({longSlot, longSlot});
+        auto texts = [&slot](int count) {
             QStringList list;
             for (int i = 0; i < count; ++i)
                 list << QStringLiteral("t%1").arg(i);
-            Bytes slot;
-            slot.i32(1).i32(1).record(0, 0, -1, list).i32(0);
-            return Bytes().i32(1).i32(1).bytes(slot.framed()).framed();
+            return slotBuffer({slot(list)});
         };
         auto fonts = [](int count) {
-            Bytes map;
-            map.i32(count);
+            QByteArray map = n32(count);
             for (int i = count - 1; i >= 0; --i)
-                map.i32(i).font(QStringLiteral("Sans"), 10, 50, false);
-            return map.framed();
+                map += n32(i) + Sans12;
+            return framed(map);
         };
         QTest::newRow("one long slot") << fine << fonts(10) << true;
         QTest::newRow("two long slots together past the limit") << twoLong << fonts(11) << false;

@@ -68,7 +68,7 @@ struct Link
     Probe probe{&form};
 };
 
-// A write through the controller: 'w' word (area = data class) or 'b' bit (area = bit type).
+// A variable and its value: 'w' word (area = data class) or 'b' bit (area = bit type).
 struct Write
 {
     char kind;
@@ -132,71 +132,63 @@ private Q_SLOTS:
         }
     }
 
-    void reads_data()
+    void readsAndWrites_data()
     {
-        QTest::addColumn<QString>("device"); // what the device holds: "TABLE UNIT ADDRESS VALUE..."
-        QTest::addColumn<QList<int>>("variable"); // data class, bit type, address, bit index
-        QTest::addColumn<int>("expected");
-        const int none = -1;
-        QTest::newRow("two holding registers, high word first") << "hr 1 104 1 2" << QList<int>{QeltApp::User, none, 2, 0} << 65538;
-        QTest::newRow("input registers, low word first") << "ir 1 8 7 1" << QList<int>{QeltApp::Sys, none, 4, 0} << 65543;
-        QTest::newRow("one register, unit 2") << "hr 2 5 40000" << QList<int>{QeltApp::Reg, none, 5, 0} << 40000;
-        QTest::newRow("coil") << "co 1 7 1" << QList<int>{none, QeltApp::O_BIT, 7, 0} << 1;
-        QTest::newRow("discrete input") << "di 1 9 1" << QList<int>{none, QeltApp::I_BIT, 9, 0} << 1;
-        QTest::newRow("bit of the low half") << "hr 1 108 1 2" << QList<int>{none, QeltApp::User_BIT, 4, 1} << 1;
-        QTest::newRow("bit of the high half") << "hr 1 108 1 2" << QList<int>{none, QeltApp::User_BIT, 4, 16} << 1;
-    }
-
-    // The device's value is set once the first poll has delivered: it reaches the widget by a later poll.
-    void reads()
-    {
-        QFETCH(QString, device);
-        QFETCH(QList<int>, variable);
-        QFETCH(int, expected);
-        Link link(m_server.port());
-        link.watch(0, variable[0], variable[1], variable[2], variable[3]);
-        link.controller.startUpdateUI(&link.form);
-        QTRY_VERIFY_WITH_TIMEOUT(!link.marked(), 5000);
-        QCOMPARE(link.probe.values.value(0, -7), 0);
-        m_server.command(QStringLiteral("set ") + device);
-        QTRY_COMPARE_WITH_TIMEOUT(link.probe.values.value(0), expected, 3000);
-        m_server.command(QStringLiteral("set ") + device.section(QLatin1Char(' '), 0, 2) + QStringLiteral(" 0 0"));
-    }
-
-    void writes_data()
-    {
-        QTest::addColumn<Write>("write");
-        QTest::addColumn<QString>("registers"); // "TABLE UNIT ADDRESS" and the values expected there
+        QTest::addColumn<bool>("read"); // the device's values reach the widget, or the value written reaches the device
+        QTest::addColumn<Write>("variable"); // and its value
+        QTest::addColumn<QString>("registers"); // "TABLE UNIT ADDRESS" and the values there
         QTest::addColumn<QList<int>>("values");
         QTest::addColumn<QString>("refused");
         const QString none;
-        QTest::newRow("two registers, high word first") << Write{'w', QeltApp::User, 3, 0, 0x12345678} << "hr 1 106" << QList<int>{0x1234, 0x5678} << none;
-        QTest::newRow("one register") << Write{'w', QeltApp::Reg, 2, 0, 513} << "hr 2 2" << QList<int>{513} << none;
-        QTest::newRow("too large for one register") << Write{'w', QeltApp::Reg, 3, 0, 70000} << "hr 2 3" << QList<int>{0} << "70000 does not fit its one register";
-        QTest::newRow("input registers") << Write{'w', QeltApp::Sys, 1, 0, 5} << "ir 1 2" << QList<int>{0, 0} << "read-only input registers";
-        QTest::newRow("coil") << Write{'b', QeltApp::O_BIT, 4, 0, 1} << "co 1 4" << QList<int>{1} << none;
-        QTest::newRow("discrete input") << Write{'b', QeltApp::I_BIT, 4, 0, 1} << "di 1 4" << QList<int>{0} << "read-only discrete inputs";
-        QTest::newRow("bit of the low half") << Write{'b', QeltApp::User_BIT, 5, 3, 0} << "hr 1 110" << QList<int>{255, 255 & ~8} << none;
-        QTest::newRow("bit of the high half") << Write{'b', QeltApp::User_BIT, 5, 20, 0} << "hr 1 110" << QList<int>{255 & ~16, 255} << none;
-        QTest::newRow("not in the map") << Write{'w', QeltApp::User, 100, 0, 1} << "hr 1 300" << QList<int>{0, 0} << "User word 100 refused: the map has no entry";
+        QTest::newRow("read two holding registers, high word first") << true << Write{'w', QeltApp::User, 2, 0, 65538} << "hr 1 104" << QList<int>{1, 2} << none;
+        QTest::newRow("read input registers, low word first") << true << Write{'w', QeltApp::Sys, 4, 0, 65543} << "ir 1 8" << QList<int>{7, 1} << none;
+        QTest::newRow("read one register, unit 2") << true << Write{'w', QeltApp::Reg, 5, 0, 40000} << "hr 2 5" << QList<int>{40000} << none;
+        QTest::newRow("read a coil") << true << Write{'b', QeltApp::O_BIT, 7, 0, 1} << "co 1 7" << QList<int>{1} << none;
+        QTest::newRow("read a discrete input") << true << Write{'b', QeltApp::I_BIT, 9, 0, 1} << "di 1 9" << QList<int>{1} << none;
+        QTest::newRow("read a bit of the low half") << true << Write{'b', QeltApp::User_BIT, 4, 1, 1} << "hr 1 108" << QList<int>{1, 2} << none;
+        QTest::newRow("read a bit of the high half") << true << Write{'b', QeltApp::User_BIT, 6, 16, 1} << "hr 1 112" << QList<int>{1, 2} << none;
+        QTest::newRow("write two registers, high word first") << false << Write{'w', QeltApp::User, 3, 0, 0x12345678} << "hr 1 106" << QList<int>{0x1234, 0x5678} << none;
+        QTest::newRow("write one register") << false << Write{'w', QeltApp::Reg, 2, 0, 513} << "hr 2 2" << QList<int>{513} << none;
+        QTest::newRow("too large for one register") << false << Write{'w', QeltApp::Reg, 3, 0, 70000} << "hr 2 3" << QList<int>{0} << "70000 does not fit its one register";
+        QTest::newRow("write input registers") << false << Write{'w', QeltApp::Sys, 1, 0, 5} << "ir 1 2" << QList<int>{0, 0} << "read-only input registers";
+        QTest::newRow("write a coil") << false << Write{'b', QeltApp::O_BIT, 4, 0, 1} << "co 1 4" << QList<int>{1} << none;
+        QTest::newRow("write a discrete input") << false << Write{'b', QeltApp::I_BIT, 4, 0, 1} << "di 1 4" << QList<int>{0} << "read-only discrete inputs";
+        QTest::newRow("write a bit of the low half") << false << Write{'b', QeltApp::User_BIT, 5, 3, 0} << "hr 1 110" << QList<int>{255, 255 & ~8} << none;
+        QTest::newRow("write a bit of the high half") << false << Write{'b', QeltApp::User_BIT, 5, 20, 0} << "hr 1 110" << QList<int>{255 & ~16, 255} << none;
+        QTest::newRow("write a word not in the map") << false << Write{'w', QeltApp::User, 100, 0, 1} << "hr 1 300" << QList<int>{0, 0} << "User word 100 refused: the map has no entry";
     }
 
-    void writes()
+    // A value the device holds once the first poll has delivered reaches the widget by a later poll.
+    void readsAndWrites()
     {
-        QFETCH(Write, write);
+        QFETCH(bool, read);
+        QFETCH(Write, variable);
         QFETCH(QString, registers);
         QFETCH(QList<int>, values);
         QFETCH(QString, refused);
         m_server.command(QStringLiteral("set hr 1 110 255 255")); // bits are written into what is there
         Link link(m_server.port());
+        const bool bit = variable.kind == 'b';
+        if (read) {
+            link.watch(0, bit ? -1 : variable.area, bit ? variable.area : -1, variable.address, variable.bitIndex);
+            link.controller.startUpdateUI(&link.form);
+            QTRY_VERIFY_WITH_TIMEOUT(!link.marked(), 5000);
+            QCOMPARE(link.probe.values.value(0, -7), 0);
+            QStringList command{QStringLiteral("set"), registers}; // registers no other row uses
+            for (int v : values)
+                command << QString::number(v);
+            m_server.command(command.join(QLatin1Char(' ')));
+            QTRY_COMPARE_WITH_TIMEOUT(link.probe.values.value(0), variable.value, 3000);
+            return;
+        }
         QTRY_VERIFY_WITH_TIMEOUT(link.controller.isLinkUp(), 5000);
         QSignalSpy refusals(&link.controller, &ModbusController::writeRefused);
         if (!refused.isEmpty())
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(refused));
-        if (write.kind == 'w')
-            link.controller.setData(0, QeltApp::DataClass(write.area), write.address, write.value, 0);
+        if (bit)
+            link.controller.setBit(0, QeltApp::BitType(variable.area), variable.address, variable.bitIndex, variable.value != 0, 0);
         else
-            link.controller.setBit(0, QeltApp::BitType(write.area), write.address, write.bitIndex, write.value != 0, 0);
+            link.controller.setData(0, QeltApp::DataClass(variable.area), variable.address, variable.value, 0);
         const QStringList where = registers.split(QLatin1Char(' '));
         QTRY_COMPARE_WITH_TIMEOUT(m_server.get(where[0], where[1].toInt(), where[2].toInt(), int(values.size())), values, 3000);
         QCOMPARE(refusals.size(), refused.isEmpty() ? 0 : 1);

@@ -53,12 +53,6 @@ void watch(QeltApp &app, QWidget *form, QWidget *w, norvo_v0::UpdateVariableInte
                            10, 10, 0, 0, false);
 }
 
-// Deliveries come from the event loop, never from inside a write.
-void settle()
-{
-    QTest::qWait(5);
-}
-
 } // namespace
 
 Q_DECLARE_METATYPE(Step)
@@ -133,11 +127,11 @@ private Q_SLOTS:
             else if (s.kind == 'x')
                 sim.stopUpdateUI();
             if (s.kind == '.' || s.kind == 'c')
-                settle();
+                QTest::qWait(5); // deliveries come from the event loop, never from inside a write
             if (s.kind == 'c')
                 w->received.clear();
         }
-        settle();
+        QTest::qWait(5);
         QCOMPARE(w->received, expected);
         // Reads resolve the current channel as registrations do.
         QCOMPARE(sim.getData(Current, QeltApp::Reg, 7, 0), sim.getData(sim.resolveChannel(Current), QeltApp::Reg, 7, 0));
@@ -147,11 +141,9 @@ private Q_SLOTS:
     {
         SimulatedController sim;
         QWidget formA, formB;
-        auto *w1 = new Recorder(&formA);
-        auto *w2 = new Recorder(&formA);
+        auto *w1 = new Recorder(&formA), *w2 = new Recorder(&formA);
         CallbackLog orphanLog, formLog; // outlive their widgets, so a late delivery would show
-        auto *doomed = new QWidget(&formA);
-        auto *doomedForm = new QWidget;
+        auto *doomed = new QWidget(&formA), *doomedForm = new QWidget;
         watch(sim, &formA, w1, w1, 0, false, QeltApp::User, 1);
         watch(sim, &formA, w2, w2, 0, false, QeltApp::User, 1);
         watch(sim, &formB, w1, w1, 7, false, QeltApp::User, 1); // the same widget on another form stays
@@ -165,7 +157,7 @@ private Q_SLOTS:
         sim.startUpdateUI(&formA);
         sim.startUpdateUI(&formB);
         sim.setData(0, QeltApp::User, 1, 5, 0);
-        settle();
+        QTest::qWait(5);
         QCOMPARE((QList<Deliveries>{w1->received, w2->received, orphanLog.received, formLog.received}),
                  (QList<Deliveries>{{{7, 5}}, {{0, 5}}, {}, {}}));
     }

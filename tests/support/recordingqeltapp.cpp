@@ -20,11 +20,6 @@ int deliverTo(QList<UiRegistration> registrations, QWidget *widget, int index, c
 }
 } // namespace
 
-void RecordingQeltApp::log(const char *name, const QVariantList &args)
-{
-    m_calls.append(Call{QString::fromLatin1(name), args});
-}
-
 QStringList RecordingQeltApp::callNames() const
 {
     QStringList names;
@@ -96,16 +91,6 @@ void RecordingQeltApp::removeUIVariable(QWidget *form, QWidget *widget)
     m_registrations.erase(std::remove_if(m_registrations.begin(), m_registrations.end(),
                                          [&](const Registration &r) { return r.form == form && r.widget == widget; }),
                           m_registrations.end());
-}
-
-void RecordingQeltApp::startUpdateUI(QWidget *form)
-{
-    log("startUpdateUI", {pointer(form)});
-}
-
-void RecordingQeltApp::stopUpdateUI()
-{
-    log("stopUpdateUI", {});
 }
 
 QString RecordingQeltApp::showKeypad(bool *ok, int radix, const QString &text, int positionMode,

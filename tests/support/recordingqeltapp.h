@@ -34,8 +34,8 @@ public:
                             int bitIndex, int format1, int format2, int format3, int format4, int reserved,
                             bool asText) override;
     void removeUIVariable(QWidget *form, QWidget *widget) override;
-    void startUpdateUI(QWidget *form) override;
-    void stopUpdateUI() override;
+    void startUpdateUI(QWidget *form) override { log("startUpdateUI", {pointer(form)}); }
+    void stopUpdateUI() override { log("stopUpdateUI", {}); }
     QString showKeypad(bool *ok, int radix, const QString &text, int positionMode,
                        const QRect &customGeometry, const QRect &itemRect, const QRect &formRect,
                        QWidget *parent, int maxLength, int decimals, double lowest, double highest) override;
@@ -61,7 +61,7 @@ public:
     int deliverText(QWidget *widget, int index, const QString &text);
 
 private:
-    void log(const char *name, const QVariantList &args);
+    void log(const char *name, const QVariantList &args) { m_calls.append(Call{QString::fromLatin1(name), args}); }
 
     QList<Call> m_calls;
     QList<Registration> m_registrations;

@@ -156,90 +156,87 @@ class TestEndToEnd : public QObject
 
 private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
-    void formOnTheSimulatedController();
-    void authorityOnEveryRoute_data();
-    void authorityOnEveryRoute();
-};
 
-// A soft key follows its enable bit. The operator clicks a cell bound to user word 100 (two decimals, at
-// most 9999), types on the keypad and confirms; a value beyond the limit is refused by the keypad, and
-// the operator gives up.
-void TestEndToEnd::formOnTheSimulatedController()
-{
-    SimulatedController controller;
-    QDialog form;
-    form.setProperty("QeltApp", QeltApp::toVariant(&controller));
-    auto *button = new FunctionButton(&form);
-    button->SetEnabledBitType(FunctionButton::O_BIT);
-    button->SetEnabledAddress(1);
-    button->setQeltAppAndFormPtr(static_cast<QeltApp *>(&controller), &form);
-    auto *table = new TableWidget(&form);
-    QTableWidgetItem value;
-    value.setWhatsThis(QStringLiteral("1@0@100@8@2@0@9999"));
-    table->setData(TableContents::encode(3, 2, {{}, {nullptr, &value}, {}}));
-    table->setSoftKeypad(true);
-    table->resize(400, 300);
-    controller.setData(0, QeltApp::User, 100, 4200, 0);
-    form.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&form));
-    controller.startUpdateUI(&form);
-    QTRY_VERIFY(!button->QWidget::isEnabled());
-    controller.setBit(0, QeltApp::O_BIT, 1, 0, true, 0);
-    QTRY_VERIFY(button->QWidget::isEnabled());
-    const QRect cell = table->visualItemRect(table->item(1, 1));
-    const auto type = [&](const QString &entry) {
-        controller.setKeypadDriver([entry](KeypadDialog &keypad) {
-            for (const QString &key : QStringList{QStringLiteral("CLR")} + entry.split(QString(), Qt::SkipEmptyParts))
-                keypad.typeKey(key);
-            keypad.accept();
-            if (keypad.isVisible())
-                keypad.reject();
-        });
-        QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
-        controller.flushUpdates();
-        return QStringLiteral("%1 %2").arg(controller.getData(0, QeltApp::User, 100, 0)).arg(table->item(1, 1)->text());
-    };
-    QCOMPARE((QStringList{table->item(1, 1)->text(), type(QStringLiteral("12.5")), type(QStringLiteral("99999"))}),
-             (QStringList{"42.00", "1250 12.50", "1250 12.50"}));
-    // Opened next to the cell, below it.
-    const QRect global(table->viewport()->mapToGlobal(cell.topLeft()), cell.size());
-    QVERIFY(qAbs(controller.lastKeypadGeometry().top() - global.bottom()) < 40);
-    bool ok = true; // the refused entry ends as a cancel
-    QCOMPARE(controller.showKeypad(&ok, 10, QString(), 0, QRect(), QRect(), QRect(), nullptr, 20, 0, 0, 9), QString());
-    QVERIFY(!ok);
-}
-
-void TestEndToEnd::authorityOnEveryRoute_data()
-{
-    QTest::addColumn<int>("route");
-    QTest::addColumn<int>("authority");
-    QTest::addColumn<QString>("outcome"); // the writes, the page other than the first, the refusals said
-    for (int i = 0; i < routes().size(); ++i) {
-        const Route &r = routes().at(i);
-        QTest::newRow(qPrintable(QStringLiteral("%1, operator 2").arg(QLatin1String(r.name)))) << i << 2 << r.allowed;
-        QTest::newRow(qPrintable(QStringLiteral("%1, operator 3").arg(QLatin1String(r.name)))) << i << 3 << r.refused;
+    // A soft key follows its enable bit. The operator clicks a cell bound to user word 100 (two decimals, at
+    // most 9999), types on the keypad and confirms; a value beyond the limit is refused by the keypad, and
+    // the operator gives up.
+    void formOnTheSimulatedController()
+    {
+        SimulatedController controller;
+        QDialog form;
+        form.setProperty("QeltApp", QeltApp::toVariant(&controller));
+        auto *button = new FunctionButton(&form);
+        button->SetEnabledBitType(FunctionButton::O_BIT);
+        button->SetEnabledAddress(1);
+        button->setQeltAppAndFormPtr(static_cast<QeltApp *>(&controller), &form);
+        auto *table = new TableWidget(&form);
+        QTableWidgetItem value;
+        value.setWhatsThis(QStringLiteral("1@0@100@8@2@0@9999"));
+        table->setData(TableContents::encode(3, 2, {{}, {nullptr, &value}, {}}));
+        table->setSoftKeypad(true);
+        table->resize(400, 300);
+        controller.setData(0, QeltApp::User, 100, 4200, 0);
+        form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        controller.startUpdateUI(&form);
+        QTRY_VERIFY(!button->QWidget::isEnabled());
+        controller.setBit(0, QeltApp::O_BIT, 1, 0, true, 0);
+        QTRY_VERIFY(button->QWidget::isEnabled());
+        const QRect cell = table->visualItemRect(table->item(1, 1));
+        const auto type = [&](const QString &entry) {
+            controller.setKeypadDriver([entry](KeypadDialog &keypad) {
+                for (const QString &key : QStringList{QStringLiteral("CLR")} + entry.split(QString(), Qt::SkipEmptyParts))
+                    keypad.typeKey(key);
+                keypad.accept();
+                if (keypad.isVisible())
+                    keypad.reject();
+            });
+            QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
+            controller.flushUpdates();
+            return QStringLiteral("%1 %2").arg(controller.getData(0, QeltApp::User, 100, 0)).arg(table->item(1, 1)->text());
+        };
+        QCOMPARE((QStringList{table->item(1, 1)->text(), type(QStringLiteral("12.5")), type(QStringLiteral("99999"))}),
+                 (QStringList{"42.00", "1250 12.50", "1250 12.50"}));
+        // Opened next to the cell, below it.
+        const QRect global(table->viewport()->mapToGlobal(cell.topLeft()), cell.size());
+        QVERIFY(qAbs(controller.lastKeypadGeometry().top() - global.bottom()) < 40);
+        bool ok = true; // the refused entry ends as a cancel
+        QCOMPARE(controller.showKeypad(&ok, 10, QString(), 0, QRect(), QRect(), QRect(), nullptr, 20, 0, 0, 9), QString());
+        QVERIFY(!ok);
     }
-}
 
-// What a widget refuses to a click it refuses on every other route: keys, soft keys, F keys, slots
-// called by name, the tab bar, the table's keypad, input line and files.
-void TestEndToEnd::authorityOnEveryRoute()
-{
-    QFETCH(int, route);
-    QFETCH(int, authority);
-    QFETCH(QString, outcome);
-    OperatorScreen screen(authority);
-    QSignalSpy refusals(NORVOInterface_Z3::initialization(), &NORVOInterface_Z3::authorityRefused);
-    routes().at(route).act(screen);
-    QStringList seen = screen.app.writes();
-    if (!screen.note.isEmpty())
-        seen << screen.note;
-    if (screen.pages->currentIndex() != 0)
-        seen << QStringLiteral("page %1").arg(screen.pages->currentIndex());
-    for (const QList<QVariant> &refusal : std::as_const(refusals))
-        seen << QStringLiteral("refused %1").arg(refusal.first().toInt());
-    QCOMPARE(seen.join(QLatin1Char(' ')), outcome);
-}
+    void authorityOnEveryRoute_data()
+    {
+        QTest::addColumn<int>("route");
+        QTest::addColumn<int>("authority");
+        QTest::addColumn<QString>("outcome"); // the writes, the page other than the first, the refusals said
+        for (int i = 0; i < routes().size(); ++i) {
+            const Route &r = routes().at(i);
+            QTest::newRow(qPrintable(QStringLiteral("%1, operator 2").arg(QLatin1String(r.name)))) << i << 2 << r.allowed;
+            QTest::newRow(qPrintable(QStringLiteral("%1, operator 3").arg(QLatin1String(r.name)))) << i << 3 << r.refused;
+        }
+    }
+
+    // What a widget refuses to a click it refuses on every other route: keys, soft keys, F keys, slots
+    // called by name, the tab bar, the table's keypad, input line and files.
+    void authorityOnEveryRoute()
+    {
+        QFETCH(int, route);
+        QFETCH(int, authority);
+        QFETCH(QString, outcome);
+        OperatorScreen screen(authority);
+        QSignalSpy refusals(NORVOInterface_Z3::initialization(), &NORVOInterface_Z3::authorityRefused);
+        routes().at(route).act(screen);
+        QStringList seen = screen.app.writes();
+        if (!screen.note.isEmpty())
+            seen << screen.note;
+        if (screen.pages->currentIndex() != 0)
+            seen << QStringLiteral("page %1").arg(screen.pages->currentIndex());
+        for (const QList<QVariant> &refusal : std::as_const(refusals))
+            seen << QStringLiteral("refused %1").arg(refusal.first().toInt());
+        QCOMPARE(seen.join(QLatin1Char(' ')), outcome);
+    }
+};
 
 QTEST_MAIN(TestEndToEnd)
 #include "tst_endtoend.moc"

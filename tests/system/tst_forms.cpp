@@ -216,150 +216,142 @@ class TestForms : public QObject
 private Q_SLOTS:
     void initTestCase() { QDir::setCurrent(QStringLiteral(HMI_FORMS_DIR)); }
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
-    void stdsetAsDesignerWrites_data();
-    void stdsetAsDesignerWrites();
-    void formsThatCannotRunWhole_data();
-    void formsThatCannotRunWhole();
-    void samples_data();
-    void samples();
-    void unknownEnumValuesRefused_data();
-    void unknownEnumValuesRefused();
+
+    void stdsetAsDesignerWrites_data()
+    {
+        QTest::addColumn<QString>("fileName");
+        const QStringList forms = QDir(QStringLiteral(HMI_FORMS_DIR)).entryList({QStringLiteral("*.ui")});
+        for (const QString &f : forms)
+            QTest::newRow(qPrintable(f)) << QStringLiteral(HMI_FORMS_DIR "/") + f;
+    }
+
+    // A property of the widget's own with a setter is written plainly, any other (a dynamic one, for the
+    // application) with stdset="0", as Designer writes them.
+    void stdsetAsDesignerWrites()
+    {
+        QFETCH(QString, fileName);
+        QFile file(fileName);
+        QDomDocument doc;
+        QVERIFY(file.open(QIODevice::ReadOnly) && doc.setContent(&file));
+        QHash<QString, const QMetaObject *> classes;
+        for (const QString &name : WidgetFactory::classNames())
+            classes.insert(name, std::unique_ptr<QWidget>(WidgetFactory::create(name, nullptr))->metaObject());
+        QStringList wrong;
+        int checked = 0;
+        const QDomNodeList properties = doc.elementsByTagName(QStringLiteral("property"));
+        for (int i = 0; i < properties.size(); ++i) {
+            const QDomElement p = properties.at(i).toElement();
+            const QDomElement widget = p.parentNode().toElement();
+            if (const QMetaObject *meta = widget.tagName() == QLatin1String("widget") ? classes.value(widget.attribute(QStringLiteral("class"))) : nullptr) {
+                const int index = meta->indexOfProperty(p.attribute(QStringLiteral("name")).toLatin1().constData());
+                if ((p.attribute(QStringLiteral("stdset")) == QLatin1String("0")) == (index >= 0 && meta->property(index).hasStdCppSet()))
+                    wrong << widget.attribute(QStringLiteral("name")) + QLatin1Char('.') + p.attribute(QStringLiteral("name"));
+                checked += index >= 0;
+            }
+        }
+        QVERIFY(checked > 0);
+        QCOMPARE(wrong, QStringList());
+    }
+
+    void formsThatCannotRunWhole_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("problem"); // the loader's, or the session's when it loads
+        QTest::newRow("missing file") << "absent.ui" << "No such file";
+        QTest::newRow("unknown widget class") << "unknown-class.ui" << "no widget class for SpindleGauge \"gauge\"";
+        QTest::newRow("number as application") << "nested-qeltapp.ui" << "dialog \"inner\" inside the form sets its own \"QeltApp\" property";
+    }
+
+    // A form with a hole or a dialog that would cut its widgets off the application is reported, and the
+    // widgets it holds never take a number from the form for the application.
+    void formsThatCannotRunWhole()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, problem);
+        FormLoader loader;
+        if (problem.contains(QStringLiteral("SpindleGauge"))) // the loader's own warning
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral(".*SpindleGauge.*")));
+        QWidget *root = loader.loadFile(QStringLiteral(HMI_BAD_FORMS_DIR "/") + file);
+        RecordingQeltApp app;
+        std::unique_ptr<FormSession> session(root ? new FormSession(root, &app) : nullptr);
+        const QStringList problems = session ? session->problems() : QStringList{loader.problem()};
+        QCOMPARE(problems.size(), 1);
+        QVERIFY2(problems.first().contains(problem), qPrintable(problems.first()));
+        if (session)
+            session->start();
+        for (const RecordingQeltApp::Registration &r : app.registrations())
+            QVERIFY(!qobject_cast<BitButton *>(r.widget.data()));
+    }
+
+    void samples_data()
+    {
+        QTest::addColumn<bool>("compiledByUic");
+        QTest::addColumn<int>("sample");
+        for (int i = 0; i < sampleLooks().size(); ++i) {
+            QTest::addRow("%s, uic", sampleLooks().at(i).form) << true << i;
+            QTest::addRow("%s, loaded", sampleLooks().at(i).form) << false << i;
+        }
+    }
+
+    // Each sample form compiled and loaded, running in a session and shown, as the panel runs it.
+    void samples()
+    {
+        QFETCH(int, sample);
+        const Sample &look = sampleLooks().at(sample);
+        NORVOInterface_Z3::initialization()->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Sans")});
+        std::unique_ptr<QWidget> root = ::sample(QString::fromLatin1(look.form));
+        QVERIFY(root);
+        Panel p;
+        p.app.memory().setWord(0, 0, 0, 500, 0x1f); // every parameter column
+        p.app.memory().setWord(0, 0, 0, 1001, 0x2e);
+        p.app.memory().setWord(0, 0, 0, 1004, 280);
+        p.app.memory().setWord(0, 0, 3, 100, 2); // the machine state
+        FormSession session(root.release(), look.simulated ? static_cast<QeltApp *>(&p.controller) : &p.app);
+        QCOMPARE(session.problems(), QStringList());
+        session.start();
+        QVERIFY(PanelTables::setUp(session.form(), QStringLiteral(HMI_FORMS_DIR)).isEmpty());
+        session.form()->show();
+        session.form()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(session.form()));
+        QCOMPARE(look.look(session.form(), p, session), look.expected);
+    }
+
+    void unknownEnumValuesRefused_data()
+    {
+        QTest::addColumn<QString>("className");
+        QTest::addColumn<int>("property");
+        for (const QString &className : WidgetFactory::classNames()) {
+            const QMetaObject *meta = std::unique_ptr<QWidget>(WidgetFactory::create(className, nullptr))->metaObject();
+            const QMetaObject *qtBase = meta;
+            while (!QByteArray(qtBase->className()).startsWith('Q'))
+                qtBase = qtBase->superClass();
+            for (int i = qtBase->propertyCount(); i < meta->propertyCount(); ++i) { // the library's own
+                const QMetaProperty p = meta->property(i);
+                if (p.isEnumType() && !p.isFlagType() && p.isWritable())
+                    QTest::addRow("%s.%s", qPrintable(className), p.name()) << className << i;
+            }
+        }
+    }
+
+    // A form can write any number into an enum property; the widget keeps what it had and says so.
+    void unknownEnumValuesRefused()
+    {
+        QFETCH(QString, className);
+        QFETCH(int, property);
+        const std::unique_ptr<QWidget> widget(WidgetFactory::create(className, nullptr));
+        widget->setObjectName(QStringLiteral("probe"));
+        const QMetaProperty p = widget->metaObject()->property(property);
+        const int before = p.read(widget.get()).toInt();
+        for (int value : {INT_MAX, -2}) {
+            if (p.enumerator().valueToKey(value))
+                continue;
+            QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("%1 \"probe\": property \"%2\": %3 is no value of it; it is ignored")
+                                                              .arg(className, QLatin1String(p.name())).arg(value)));
+            p.write(widget.get(), value);
+            QCOMPARE(p.read(widget.get()).toInt(), before);
+        }
+    }
 };
-
-void TestForms::stdsetAsDesignerWrites_data()
-{
-    QTest::addColumn<QString>("fileName");
-    const QStringList forms = QDir(QStringLiteral(HMI_FORMS_DIR)).entryList({QStringLiteral("*.ui")});
-    for (const QString &f : forms)
-        QTest::newRow(qPrintable(f)) << QStringLiteral(HMI_FORMS_DIR "/") + f;
-}
-
-// A property of the widget's own with a setter is written plainly, any other (a dynamic one, for the
-// application) with stdset="0", as Designer writes them.
-void TestForms::stdsetAsDesignerWrites()
-{
-    QFETCH(QString, fileName);
-    QFile file(fileName);
-    QDomDocument doc;
-    QVERIFY(file.open(QIODevice::ReadOnly) && doc.setContent(&file));
-    QHash<QString, const QMetaObject *> classes;
-    for (const QString &name : WidgetFactory::classNames())
-        classes.insert(name, std::unique_ptr<QWidget>(WidgetFactory::create(name, nullptr))->metaObject());
-    QStringList wrong;
-    int checked = 0;
-    const QDomNodeList properties = doc.elementsByTagName(QStringLiteral("property"));
-    for (int i = 0; i < properties.size(); ++i) {
-        const QDomElement p = properties.at(i).toElement();
-        const QDomElement widget = p.parentNode().toElement();
-        if (const QMetaObject *meta = widget.tagName() == QLatin1String("widget") ? classes.value(widget.attribute(QStringLiteral("class"))) : nullptr) {
-            const int index = meta->indexOfProperty(p.attribute(QStringLiteral("name")).toLatin1().constData());
-            if ((p.attribute(QStringLiteral("stdset")) == QLatin1String("0")) == (index >= 0 && meta->property(index).hasStdCppSet()))
-                wrong << widget.attribute(QStringLiteral("name")) + QLatin1Char('.') + p.attribute(QStringLiteral("name"));
-            checked += index >= 0;
-        }
-    }
-    QVERIFY(checked > 0);
-    QCOMPARE(wrong, QStringList());
-}
-
-void TestForms::formsThatCannotRunWhole_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("problem"); // the loader's, or the session's when it loads
-    QTest::newRow("missing file") << "absent.ui" << "No such file";
-    QTest::newRow("unknown widget class") << "unknown-class.ui" << "no widget class for SpindleGauge \"gauge\"";
-    QTest::newRow("number as application") << "nested-qeltapp.ui" << "dialog \"inner\" inside the form sets its own \"QeltApp\" property";
-}
-
-// A form with a hole or a dialog that would cut its widgets off the application is reported, and the
-// widgets it holds never take a number from the form for the application.
-void TestForms::formsThatCannotRunWhole()
-{
-    QFETCH(QString, file);
-    QFETCH(QString, problem);
-    FormLoader loader;
-    if (problem.contains(QStringLiteral("SpindleGauge"))) // the loader's own warning
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral(".*SpindleGauge.*")));
-    QWidget *root = loader.loadFile(QStringLiteral(HMI_BAD_FORMS_DIR "/") + file);
-    RecordingQeltApp app;
-    std::unique_ptr<FormSession> session(root ? new FormSession(root, &app) : nullptr);
-    const QStringList problems = session ? session->problems() : QStringList{loader.problem()};
-    QCOMPARE(problems.size(), 1);
-    QVERIFY2(problems.first().contains(problem), qPrintable(problems.first()));
-    if (session)
-        session->start();
-    for (const RecordingQeltApp::Registration &r : app.registrations())
-        QVERIFY(!qobject_cast<BitButton *>(r.widget.data()));
-}
-
-void TestForms::samples_data()
-{
-    QTest::addColumn<bool>("compiledByUic");
-    QTest::addColumn<int>("sample");
-    for (int i = 0; i < sampleLooks().size(); ++i) {
-        QTest::addRow("%s, uic", sampleLooks().at(i).form) << true << i;
-        QTest::addRow("%s, loaded", sampleLooks().at(i).form) << false << i;
-    }
-}
-
-// Each sample form compiled and loaded, running in a session and shown, as the panel runs it.
-void TestForms::samples()
-{
-    QFETCH(int, sample);
-    const Sample &look = sampleLooks().at(sample);
-    NORVOInterface_Z3::initialization()->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Sans")});
-    std::unique_ptr<QWidget> root = ::sample(QString::fromLatin1(look.form));
-    QVERIFY(root);
-    Panel p;
-    p.app.memory().setWord(0, 0, 0, 500, 0x1f); // every parameter column
-    p.app.memory().setWord(0, 0, 0, 1001, 0x2e);
-    p.app.memory().setWord(0, 0, 0, 1004, 280);
-    p.app.memory().setWord(0, 0, 3, 100, 2); // the machine state
-    FormSession session(root.release(), look.simulated ? static_cast<QeltApp *>(&p.controller) : &p.app);
-    QCOMPARE(session.problems(), QStringList());
-    session.start();
-    QVERIFY(PanelTables::setUp(session.form(), QStringLiteral(HMI_FORMS_DIR)).isEmpty());
-    session.form()->show();
-    session.form()->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(session.form()));
-    QCOMPARE(look.look(session.form(), p, session), look.expected);
-}
-
-void TestForms::unknownEnumValuesRefused_data()
-{
-    QTest::addColumn<QString>("className");
-    QTest::addColumn<int>("property");
-    for (const QString &className : WidgetFactory::classNames()) {
-        const QMetaObject *meta = std::unique_ptr<QWidget>(WidgetFactory::create(className, nullptr))->metaObject();
-        const QMetaObject *qtBase = meta;
-        while (!QByteArray(qtBase->className()).startsWith('Q'))
-            qtBase = qtBase->superClass();
-        for (int i = qtBase->propertyCount(); i < meta->propertyCount(); ++i) { // the library's own
-            const QMetaProperty p = meta->property(i);
-            if (p.isEnumType() && !p.isFlagType() && p.isWritable())
-                QTest::addRow("%s.%s", qPrintable(className), p.name()) << className << i;
-        }
-    }
-}
-
-// A form can write any number into an enum property; the widget keeps what it had and says so.
-void TestForms::unknownEnumValuesRefused()
-{
-    QFETCH(QString, className);
-    QFETCH(int, property);
-    const std::unique_ptr<QWidget> widget(WidgetFactory::create(className, nullptr));
-    widget->setObjectName(QStringLiteral("probe"));
-    const QMetaProperty p = widget->metaObject()->property(property);
-    const int before = p.read(widget.get()).toInt();
-    for (int value : {INT_MAX, -2}) {
-        if (p.enumerator().valueToKey(value))
-            continue;
-        QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("%1 \"probe\": property \"%2\": %3 is no value of it; it is ignored")
-                                                          .arg(className, QLatin1String(p.name())).arg(value)));
-        p.write(widget.get(), value);
-        QCOMPARE(p.read(widget.get()).toInt(), before);
-    }
-}
 
 QTEST_MAIN(TestForms)
 #include "tst_forms.moc"

@@ -84,14 +84,8 @@ private Q_SLOTS:
         QTest::addColumn<int>("authority");
         QTest::addColumn<QString>("shown"); // a page ("tabWidget:index") or panel shown first
         for (const char *form : {"operator", "demo", "softkeys", "tabs", "screens"}) {
-            for (int language : {0, 1}) {
-                for (int authority : {1, 3}) {
-                    const QString name = QStringLiteral("%1-%2-authority%3")
-                                             .arg(QLatin1String(form), QLatin1String(language ? "de" : "en"))
-                                             .arg(authority);
-                    QTest::newRow(qPrintable(name)) << QString::fromLatin1(form) << language << authority << QString();
-                }
-            }
+            for (const auto &[language, authority] : {std::pair(0, 1), {0, 3}, {1, 1}, {1, 3}})
+                QTest::addRow("%s-%s-authority%d", form, language ? "de" : "en", authority) << QString::fromLatin1(form) << language << authority << QString();
         }
         // The pages and panels behind the first.
         QTest::newRow("operator-inputs") << "operator" << 0 << 1 << "pages:1";
@@ -124,15 +118,10 @@ private Q_SLOTS:
         controller.flushUpdates();
         root->show();
         QVERIFY(QTest::qWaitForWindowExposed(root));
-        if (const QStringList page = shown.split(QLatin1Char(':')); page.size() == 2) {
-            auto *tabs = root->findChild<TabWidget *>(page.at(0));
-            QVERIFY(tabs);
-            tabs->setCurrentIndex(page.at(1).toInt());
-        } else if (!shown.isEmpty()) {
-            QWidget *panel = root->findChild<QWidget *>(shown);
-            QVERIFY(panel);
-            panel->show();
-        }
+        if (const QStringList page = shown.split(QLatin1Char(':')); page.size() == 2)
+            root->findChild<TabWidget *>(page.at(0))->setCurrentIndex(page.at(1).toInt());
+        else if (!shown.isEmpty())
+            root->findChild<QWidget *>(shown)->show();
         QCoreApplication::processEvents();
         const QImage shot = root->grab().toImage();
         QDir::setCurrent(before);
