@@ -136,6 +136,13 @@ int main(int argc, char **argv)
             std::fprintf(stderr, "hmi-panel: --modbus wants HOST:PORT, not %s\n", qPrintable(target));
             return 1;
         }
+        bool pollOk = false;
+        const int poll = parser.value(pollOption).toInt(&pollOk);
+        if (!pollOk || poll < 10) {
+            std::fprintf(stderr, "hmi-panel: --poll wants a whole number of milliseconds from 10 up, not %s\n",
+                         qPrintable(parser.value(pollOption)));
+            return 1;
+        }
         ModbusMap map;
         if (!parser.isSet(mapOption) || !map.readFile(parser.value(mapOption))) {
             for (const QString &error : parser.isSet(mapOption) ? map.errors() : QStringList{QStringLiteral("--modbus needs --map MAP.json")})
@@ -143,7 +150,7 @@ int main(int argc, char **argv)
             return 1;
         }
         modbus = std::make_unique<ModbusController>(map, target.left(colon), port);
-        modbus->setPollPeriod(parser.value(pollOption).toInt());
+        modbus->setPollPeriod(poll);
         controller = modbus.get();
     }
 #endif

@@ -104,6 +104,17 @@ void ModbusLink::dropConnection(const QString &why)
     m_retryTimer->start(m_retryMs);
 }
 
+bool ModbusLink::selectUnit(int unit)
+{
+    // A unit libmodbus refuses would leave the previous one selected: the request must not go at all.
+    return modbus_set_slave(m_context, unit) == 0;
+}
+
+QString ModbusLink::unitRefused(int unit)
+{
+    return QStringLiteral("unit %1 cannot be addressed (%2)").arg(unit).arg(QString::fromLocal8Bit(modbus_strerror(errno)));
+}
+
 bool ModbusLink::lostConnection(int error)
 {
     // Modbus exceptions and undecodable answers come over a connection that still works.
@@ -121,8 +132,11 @@ void ModbusLink::poll()
     int answered = 0;
     for (int i = 0; i < m_plan.size(); ++i) {
         const ModbusRequest &r = m_plan.at(i);
-        modbus_set_slave(m_context, r.unit);
         QVector<quint16> &values = result.values[i];
+        if (!selectUnit(r.unit)) {
+            result.failures << unitRefused(r.unit);
+            continue;
+        }
         values.resize(r.count);
         int read = -1;
         if (r.table == ModbusMap::Coils || r.table == ModbusMap::DiscreteInputs) {
@@ -160,7 +174,10 @@ void ModbusLink::write(const ModbusWrite &write)
         Q_EMIT writeFailed(write.what, QStringLiteral("the link is down"));
         return;
     }
-    modbus_set_slave(m_context, write.unit);
+    if (!selectUnit(write.unit)) {
+        Q_EMIT writeFailed(write.what, unitRefused(write.unit));
+        return;
+    }
     int done = -1;
     switch (write.operation) {
     case ModbusWrite::Registers:

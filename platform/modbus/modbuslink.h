@@ -75,6 +75,8 @@ private:
     bool connectNow();
     void dropConnection(const QString &why);
     void poll();
+    bool selectUnit(int unit);
+    static QString unitRefused(int unit);
     // Whether the error leaves the connection unusable (as opposed to the device refusing one request).
     static bool lostConnection(int error);
 

@@ -172,6 +172,9 @@ bool ModbusMap::readEntry(int number, const QJsonObject &object, Entry *entry)
     else if (entry->last < entry->first)
         fail(QStringLiteral("\"last\" is below \"first\""));
     entry->unit = integer("unit", 1, 0, 255);
+    // 248 ... 254 are reserved: libmodbus refuses them, and the request would go to the unit before.
+    if (entry->unit > 247 && entry->unit < 255)
+        fail(QStringLiteral("\"unit\" %1 is no Modbus/TCP unit (0 ... 247, or 255)").arg(entry->unit));
     const int table = indexOf(TableNames, object.value(QLatin1String("table")).toString());
     if (table < 0)
         fail(QStringLiteral("\"table\" must be coils, discreteInputs, holding or input"));

@@ -104,6 +104,7 @@ private Q_SLOTS:
         QTest::newRow("same variables twice") << map({user, R"("dataClass":"User","first":5,"last":20,"start":100)"})
             << "entry 1 (link 0, channel 1, User words 0 ... 9) and entry 2 (link 0, channel 1, User words 5 ... 20) overlap: both map the same variables";
         QTest::newRow("same registers twice") << map({user, R"("dataClass":"Mcm","first":0,"last":9,"start":19)"}) << "overlap on unit 1: both use holding 19 ... 19";
+        QTest::newRow("reserved unit") << map({R"("dataClass":"User","first":0,"last":1,"unit":250)"}) << "entry 1: \"unit\" 250 is no Modbus/TCP unit";
         QTest::newRow("bits of the same words are fine") << map({user, R"("bitType":"User_BIT","first":0,"last":9)"}) << QString();
     }
 
@@ -363,6 +364,8 @@ private Q_SLOTS:
         QTest::newRow("variables the map lacks")
             << QByteArray(R"({"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding"}]})")
             << "server" << 1 << "no map entry for link 0, channel 1";
+        for (const char *poll : {"0", "-5", "100ms"})
+            QTest::newRow(poll) << QByteArray() << QStringLiteral("server --poll ") + poll << 1 << "--poll wants a whole number";
         QTest::newRow("the operator screen on the device") << QByteArray() << "server" << 0 << "wrote";
     }
 
@@ -372,6 +375,8 @@ private Q_SLOTS:
         QFETCH(QString, target);
         QFETCH(int, status);
         QFETCH(QString, said);
+        const QStringList options = target.split(QLatin1Char(' ')).mid(1); // after the target: more options
+        target = target.section(QLatin1Char(' '), 0, 0);
         ModbusTestServer server;
         QVERIFY(server.start());
         QTemporaryDir dir;
@@ -386,9 +391,10 @@ private Q_SLOTS:
         QProcess panel;
         panel.setWorkingDirectory(dir.path());
         panel.start(QStringLiteral(HMI_PANEL),
-                    {QDir(dir.path()).relativeFilePath(QStringLiteral(HMI_FORMS_DIR "/operator.ui")), QStringLiteral("--modbus"),
+                    QStringList{QDir(dir.path()).relativeFilePath(QStringLiteral(HMI_FORMS_DIR "/operator.ui")), QStringLiteral("--modbus"),
                      target == QLatin1String("server") ? QStringLiteral("127.0.0.1:%1").arg(server.port()) : target,
-                     QStringLiteral("--map"), mapFile, QStringLiteral("--screenshot"), QStringLiteral("shot.png")});
+                     QStringLiteral("--map"), mapFile, QStringLiteral("--screenshot"), QStringLiteral("shot.png")}
+                        + options);
         QVERIFY(panel.waitForFinished(60000));
         const QString out = QString::fromUtf8(panel.readAllStandardOutput() + panel.readAllStandardError());
         QCOMPARE(panel.exitCode(), status);
