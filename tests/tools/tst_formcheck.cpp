@@ -182,18 +182,19 @@ private Q_SLOTS:
         run("16000 x 16000: checked", check, huge, 1, "\"geometry\" 16000 x 16000 at (0, 0) is beyond");
         run("16000 x 16000: clamped", shot, huge, 0, "QLabel \"far\": property \"geometry\"", {}, {FormLimits::MaxExtent, FormLimits::MaxExtent});
         run("Designer's widget template shown whole", shot, formOf("QWidget", {1150, 800}, ""), 0, "wrote", {}, {1150, 800});
-        const QByteArray pen = formOf("QDialog", {400, 300}, "<widget class=\"GridSplitter\" name=\"grid\"><property name="
-                                      "\"gridLineStyle\"><number>2147483647</number></property></widget>");
+        // A 400 x 300 dialog holding one widget with one property set.
+        const auto holding = [](const QByteArray &widget, const QByteArray &property) {
+            return formOf("QDialog", {400, 300}, "<widget class=\"" + widget + "\"><property name=" + property + "</property></widget>");
+        };
+        const QByteArray pen = holding("GridSplitter\" name=\"grid", "\"gridLineStyle\"><number>2147483647</number>");
         const QString penRefused = QStringLiteral("\"gridLineStyle\": 2147483647 is no value of it; it is ignored");
         run("pen style 2147483647: checked", check, pen, 1, "setting " + penRefused);
         run("pen style 2147483647: ignored", shot, pen, 0, "GridSplitter \"grid\": property " + penRefused, {}, {400, 300});
-        const QByteArray rows = formOf("QDialog", {400, 300}, "<widget class=\"TableWidget\" name=\"list\"><property name="
-                                       "\"rowCount\"><number>2147483647</number></property></widget>");
+        const QByteArray rows = holding("TableWidget\" name=\"list", "\"rowCount\"><number>2147483647</number>");
         run("2147483647 rows: checked", check, rows, 1, "setting \"rowCount\": 2147483647 is outside 0 ... 100000");
         run("2147483647 rows: bounded", shot, rows, 0, "TableWidget \"list\": property \"rowCount\"");
-        const QByteArray span = formOf("QDialog", {400, 300}, "<widget class=\"TableWidget\" name=\"list\"><property name="
-                                       "\"mergeCells\" stdset=\"0\"><cstring>0000000100000000000000007fffffff00000002"
-                                       "</cstring></property></widget>");
+        const QByteArray span = holding("TableWidget\" name=\"list", "\"mergeCells\" stdset=\"0\"><cstring>"
+                                        "0000000100000000000000007fffffff00000002</cstring>");
         run("span to the last row there is: checked", check, span, 1, "\"mergeCells\": 1 spans reach past");
         run("span to the last row there is: cut", shot, span, 0, "property \"mergeCells\": 1 spans reach past");
         QByteArray tabs = "<widget class=\"TabWidget\" name=\"tabs\"><property name=\"operationalAuthoritys\"><stringlist>";
