@@ -1,6 +1,6 @@
 // hmi-panel: runs a form on the simulated controller, or checks forms.
 //   hmi-panel FORM.ui [--screenshot FILE] [--language N] [--authority N] [--words FILE]
-//   hmi-panel FORM.ui --modbus HOST:PORT --map MAP.json [--poll MS]
+//   hmi-panel FORM.ui [--modbus HOST:PORT] --map MAP.json [--poll MS] [--trace FILE]
 //   hmi-panel --check FORM.ui... [--words FILE]
 #include "demoscenario.h"
 #include "dynamicimage.h"
@@ -14,6 +14,7 @@
 #include "simulatedcontroller.h"
 #ifdef HMI_HAVE_MODBUS
 #include "modbuscontroller.h"
+#include "modbusoptions.h"
 #endif
 #include "wordlibraryfile.h"
 
@@ -77,15 +78,8 @@ int main(int argc, char **argv)
                              QStringLiteral("FILE"));
     parser.addOptions({screenshot, language, authority, check, words});
 #ifdef HMI_HAVE_MODBUS
-    QCommandLineOption modbusOption(QStringLiteral("modbus"),
-                                    QStringLiteral("Run the form on the Modbus/TCP device at HOST:PORT instead of "
-                                                   "the simulated controller (with --map)."),
-                                    QStringLiteral("HOST:PORT"));
-    QCommandLineOption mapOption(QStringLiteral("map"), QStringLiteral("Where the form's variables live on the device."),
-                                 QStringLiteral("MAP.json"));
-    QCommandLineOption pollOption(QStringLiteral("poll"), QStringLiteral("Poll period in milliseconds."),
-                                  QStringLiteral("MS"), QStringLiteral("100"));
-    parser.addOptions({modbusOption, mapOption, pollOption});
+    ModbusOptions modbusOptions;
+    modbusOptions.addTo(parser);
 #endif
     parser.process(app);
     const QStringList forms = parser.positionalArguments();
@@ -127,30 +121,14 @@ int main(int argc, char **argv)
     norvo_v0::QeltApp *controller = &simulated;
 #ifdef HMI_HAVE_MODBUS
     std::unique_ptr<ModbusController> modbus;
-    if (parser.isSet(modbusOption)) {
-        const QString target = parser.value(modbusOption);
-        const int colon = int(target.lastIndexOf(QLatin1Char(':')));
-        bool portOk = false;
-        const int port = target.mid(colon + 1).toInt(&portOk);
-        if (colon <= 0 || !portOk || port <= 0 || port > 65535) {
-            std::fprintf(stderr, "hmi-panel: --modbus wants HOST:PORT, not %s\n", qPrintable(target));
+    if (modbusOptions.wanted(parser)) {
+        QString error;
+        modbus = modbusOptions.start(parser, &error);
+        if (!modbus) {
+            for (const QString &line : error.split(QLatin1Char('\n')))
+                std::fprintf(stderr, "hmi-panel: %s\n", qPrintable(line));
             return 1;
         }
-        bool pollOk = false;
-        const int poll = parser.value(pollOption).toInt(&pollOk);
-        if (!pollOk || poll < 10) {
-            std::fprintf(stderr, "hmi-panel: --poll wants a whole number of milliseconds from 10 up, not %s\n",
-                         qPrintable(parser.value(pollOption)));
-            return 1;
-        }
-        ModbusMap map;
-        if (!parser.isSet(mapOption) || !map.readFile(parser.value(mapOption))) {
-            for (const QString &error : parser.isSet(mapOption) ? map.errors() : QStringList{QStringLiteral("--modbus needs --map MAP.json")})
-                std::fprintf(stderr, "hmi-panel: %s\n", qPrintable(error));
-            return 1;
-        }
-        modbus = std::make_unique<ModbusController>(map, target.left(colon), port);
-        modbus->setPollPeriod(poll);
         controller = modbus.get();
     }
 #endif
@@ -188,11 +166,9 @@ int main(int argc, char **argv)
     session.start();
 #ifdef HMI_HAVE_MODBUS
     if (modbus) {
-        QObject::connect(modbus.get(), &ModbusController::writeRefused, &window, &PanelWindow::showMessage);
-        QObject::connect(modbus.get(), &ModbusController::linkStateChanged, &window, [&window](bool up, const QString &why) {
-            window.showMessage(up ? QStringLiteral("Connected.") : why);
-        });
-        window.showMessage(QStringLiteral("Connecting to %1 ...").arg(parser.value(modbusOption)));
+        QObject::connect(modbus.get(), &ModbusController::writeReported, &window, &PanelWindow::showMessage);
+        QObject::connect(modbus.get(), &ModbusController::statusChanged, &window, &PanelWindow::showMessage);
+        window.showMessage(modbus->status());
     }
 #endif
     for (const QString &problem : PanelTables::setUp(session.form(), formFolder))
@@ -208,7 +184,7 @@ int main(int argc, char **argv)
         // and warned about when they come.
         QApplication::processEvents();
         for (const QString &problem : modbus->problems())
-            std::fprintf(stderr, "hmi-panel: %s: %s\n", qPrintable(parser.value(mapOption)), qPrintable(problem));
+            std::fprintf(stderr, "hmi-panel: %s: %s\n", qPrintable(parser.value(modbusOptions.map)), qPrintable(problem));
         if (!modbus->problems().isEmpty())
             return 1;
     }

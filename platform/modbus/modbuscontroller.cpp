@@ -1,5 +1,6 @@
 #include "modbuscontroller.h"
 
+#include <QThread>
 #include <QTimer>
 #include <QWidget>
 
@@ -7,47 +8,81 @@
 
 using norvo_v0::QeltApp;
 
-namespace {
-
-qint32 wordOf(const ModbusMap::Entry &entry, const QVector<quint16> &values, int offset)
+struct ModbusController::DeviceLink
 {
-    if (entry.registers == 1)
-        return values.value(offset);
-    const quint32 first = values.value(offset), second = values.value(offset + 1);
-    return qint32(entry.highWordFirst ? (first << 16) | second : (second << 16) | first);
-}
-
-} // namespace
+    QThread thread;
+    ModbusLink *link = nullptr;
+    int state = ModbusLink::Connecting;
+    QString why; // while not up
+    int generation = 0;
+    QString lastFailure; // said once when it starts, not at every poll
+};
 
 ModbusController::ModbusController(const ModbusMap &map, const QString &host, int port, QObject *parent)
+    : ModbusController(
+          [&] {
+              ModbusMap m = map;
+              m.setAddress(host, port);
+              return m;
+          }(),
+          parent)
+{
+}
+
+ModbusController::ModbusController(const ModbusMap &map, QObject *parent)
     : QObject(parent)
     , m_map(map)
-    , m_target(QStringLiteral("%1:%2").arg(host).arg(port))
-    , m_downWhy(QStringLiteral("no connection to %1 yet").arg(m_target))
 {
     qRegisterMetaType<ModbusPollResult>();
-    m_link = new ModbusLink(host, port);
-    m_link->moveToThread(&m_thread);
-    connect(&m_thread, &QThread::started, m_link, &ModbusLink::start);
-    connect(&m_thread, &QThread::finished, m_link, &QObject::deleteLater);
-    connect(m_link, &ModbusLink::linkUp, this, [this] { setLinkState(true, QString()); });
-    connect(m_link, &ModbusLink::linkDown, this, [this](const QString &why) { setLinkState(false, why); });
-    connect(m_link, &ModbusLink::polled, this, &ModbusController::applyPoll);
-    connect(m_link, &ModbusLink::writeFailed, this, [this](const QString &what, const QString &why) { refuse(what, why); });
-    m_thread.setObjectName(QStringLiteral("modbus %1").arg(m_target));
-    m_thread.start();
+    qRegisterMetaType<ModbusWriteOutcome>();
+    for (int d = 0; d < m_map.devices().size(); ++d) {
+        const ModbusMap::Device &device = m_map.devices().at(d);
+        auto dl = std::make_unique<DeviceLink>();
+        dl->why = QStringLiteral("Connecting to %1 ...").arg(device.describe());
+        dl->link = new ModbusLink(device);
+        dl->link->moveToThread(&dl->thread);
+        connect(&dl->thread, &QThread::started, dl->link, &ModbusLink::start);
+        connect(&dl->thread, &QThread::finished, dl->link, &QObject::deleteLater);
+        connect(dl->link, &ModbusLink::stateChanged, this, [this, d](int state, const QString &why) { applyState(d, state, why); });
+        connect(dl->link, &ModbusLink::polled, this, [this, d](const ModbusPollResult &result) { applyPoll(d, result); });
+        connect(dl->link, &ModbusLink::written, this, &ModbusController::applyOutcome);
+        dl->thread.setObjectName(QStringLiteral("modbus %1").arg(device.describe()));
+        dl->thread.start();
+        m_links.push_back(std::move(dl));
+    }
+    updateStatus();
 }
 
 ModbusController::~ModbusController()
 {
-    QMetaObject::invokeMethod(m_link, &ModbusLink::stop, Qt::BlockingQueuedConnection);
-    m_thread.quit();
-    m_thread.wait();
+    for (const auto &dl : m_links)
+        QMetaObject::invokeMethod(dl->link, &ModbusLink::stop, Qt::BlockingQueuedConnection);
+    for (const auto &dl : m_links) {
+        dl->thread.quit();
+        dl->thread.wait();
+    }
 }
 
 void ModbusController::setPollPeriod(int milliseconds)
 {
-    QMetaObject::invokeMethod(m_link, [link = m_link, milliseconds] { link->setPeriod(milliseconds); });
+    for (const auto &dl : m_links)
+        QMetaObject::invokeMethod(dl->link, [link = dl->link, milliseconds] { link->setPeriod(milliseconds); });
+}
+
+void ModbusController::setTrace(std::shared_ptr<ModbusTrace> trace)
+{
+    for (const auto &dl : m_links)
+        QMetaObject::invokeMethod(dl->link, [link = dl->link, trace] { link->setTrace(trace); });
+}
+
+bool ModbusController::isLinkUp() const
+{
+    return std::all_of(m_links.begin(), m_links.end(), [](const auto &dl) { return dl->state == ModbusLink::Up; });
+}
+
+QString ModbusController::status() const
+{
+    return m_status;
 }
 
 bool ModbusController::getBit(int channel, int bitType, int address, int bitIndex, int comId)
@@ -60,11 +95,16 @@ int ModbusController::getData(int channel, DataClass dataClass, int address, int
     return m_values.getData(channel, dataClass, address, comId);
 }
 
+void ModbusController::report(const QString &message)
+{
+    qWarning("%s", qPrintable(message));
+    Q_EMIT writeReported(message);
+}
+
 void ModbusController::refuse(const QString &what, const QString &why)
 {
-    const QString message = QStringLiteral("Write of %1 refused: %2").arg(what, why);
-    qWarning("%s", qPrintable(message));
-    Q_EMIT writeRefused(message);
+    m_troubled.insert(what);
+    report(QStringLiteral("Write of %1 refused: %2").arg(what, why));
 }
 
 const ModbusMap::Entry *ModbusController::entryFor(int comId, int channel, ModbusMap::Kind kind, int area,
@@ -78,23 +118,32 @@ const ModbusMap::Entry *ModbusController::entryFor(int comId, int channel, Modbu
                                                                       entry->table == ModbusMap::InputRegisters
                                                                           ? QStringLiteral("input registers")
                                                                           : QStringLiteral("discrete inputs")));
-    return entry && entry->writable() ? entry : nullptr;
+    else if (m_links.at(entry->device)->state != ModbusLink::Up)
+        refuse(what, QStringLiteral("not sent: the link to %1 is down").arg(m_map.devices().at(entry->device).describe()));
+    else
+        return entry;
+    return nullptr;
+}
+
+void ModbusController::send(ModbusWrite write, const Pending &pending)
+{
+    write.id = ++m_nextWrite;
+    write.unit = pending.entry->unit;
+    m_pending.insert(write.id, pending);
+    ModbusLink *link = m_links.at(pending.entry->device)->link;
+    QMetaObject::invokeMethod(link, [link, write] { link->write(write); });
 }
 
 void ModbusController::setBit(int channel, BitType bitType, int address, int bitIndex, bool value, int comId)
 {
     const int c = m_values.resolveChannel(channel);
     const QString what = ModbusMap::describeVariable(comId, c, -1, bitType, address, bitIndex);
-    if (!m_up)
-        return refuse(what, QStringLiteral("the link to %1 is down").arg(m_target));
     const ModbusMap::Kind kind = ModbusMap::kindOfBitType(bitType);
     const ModbusMap::Entry *entry = entryFor(comId, c, kind, bitType, address, what);
     if (!entry)
         return;
     const ModbusPlan::Piece piece = ModbusPlan::pieceOf(*entry, address);
     ModbusWrite write;
-    write.unit = entry->unit;
-    write.what = what;
     if (kind == ModbusMap::PlcBit) {
         write.operation = ModbusWrite::Coil;
         write.address = piece.start;
@@ -102,40 +151,61 @@ void ModbusController::setBit(int channel, BitType bitType, int address, int bit
     } else {
         if (bitIndex < 0 || bitIndex >= 16 * entry->registers)
             return refuse(what, QStringLiteral("its word has %1 bits").arg(16 * entry->registers));
-        // The register of the pair that holds the bit: the low half of the word for bits 0 ... 15.
-        const bool lowHalf = bitIndex < 16;
-        const int registerIndex = entry->registers == 1 ? 0 : (lowHalf == entry->highWordFirst ? 1 : 0);
-        const quint16 bit = quint16(1u << (bitIndex % 16));
+        const quint16 bit = entry->maskOfBit(bitIndex);
         write.operation = ModbusWrite::RegisterBits;
-        write.address = piece.start + registerIndex;
+        write.address = piece.start + entry->registerOfBit(bitIndex);
         write.andMask = quint16(~bit);
         write.orMask = value ? bit : 0;
     }
-    QMetaObject::invokeMethod(m_link, [link = m_link, write] { link->write(write); });
+    send(write, {what, entry, c, -1, bitType, address, bitIndex, comId});
 }
 
 void ModbusController::setData(int channel, DataClass dataClass, int address, int value, int comId)
 {
     const int c = m_values.resolveChannel(channel);
     const QString what = ModbusMap::describeVariable(comId, c, dataClass, -1, address, 0);
-    if (!m_up)
-        return refuse(what, QStringLiteral("the link to %1 is down").arg(m_target));
     const ModbusMap::Entry *entry = entryFor(comId, c, ModbusMap::Word, dataClass, address, what);
     if (!entry)
         return;
     ModbusWrite write;
-    write.unit = entry->unit;
-    write.what = what;
     write.address = ModbusPlan::pieceOf(*entry, address).start;
-    if (entry->registers == 1) {
-        if (value < 0 || value > 0xffff)
-            return refuse(what, QStringLiteral("%1 does not fit its one register").arg(value));
-        write.values = {quint16(value)};
-    } else {
-        const quint16 high = quint16(quint32(value) >> 16), low = quint16(quint32(value) & 0xffff);
-        write.values = entry->highWordFirst ? QVector<quint16>{high, low} : QVector<quint16>{low, high};
+    QString why;
+    if (!entry->encode(value, &write.values, &why))
+        return refuse(what, why);
+    send(write, {what, entry, c, dataClass, -1, address, 0, comId});
+}
+
+void ModbusController::applyOutcome(const ModbusWriteOutcome &outcome)
+{
+    const Pending p = m_pending.take(outcome.id);
+    if (!p.entry)
+        return;
+    switch (outcome.result) {
+    case ModbusWriteOutcome::Done:
+        if (m_troubled.remove(p.what))
+            report(QStringLiteral("Write of %1 done.").arg(p.what));
+        return;
+    case ModbusWriteOutcome::Refused:
+        return refuse(p.what, outcome.why);
+    case ModbusWriteOutcome::Unknown:
+        break;
     }
-    QMetaObject::invokeMethod(m_link, [link = m_link, write] { link->write(write); });
+    m_troubled.insert(p.what);
+    QString now = QStringLiteral("reading it back failed too");
+    if (!outcome.readBack.isEmpty()) {
+        // What the device holds is what the widgets show, whatever became of the write.
+        if (p.bitType >= 0) {
+            const bool on = p.entry->kind == ModbusMap::PlcBit ? outcome.readBack.first() != 0
+                                                               : (outcome.readBack.first() & p.entry->maskOfBit(p.bitIndex)) != 0;
+            m_values.setBit(p.channel, BitType(p.bitType), p.address, p.bitIndex, on, p.comId);
+            now = QStringLiteral("the device holds %1 now").arg(on ? 1 : 0);
+        } else if (outcome.readBack.size() >= p.entry->registers) {
+            const qint32 word = p.entry->decode(outcome.readBack.constData());
+            m_values.setData(p.channel, DataClass(p.dataClass), p.address, word, p.comId);
+            now = QStringLiteral("the device holds %1 now").arg(word);
+        }
+    }
+    report(QStringLiteral("Write of %1: outcome unknown, %2; %3").arg(p.what, outcome.why, now));
 }
 
 void ModbusController::registerUIVariable(QWidget *form, QWidget *widget,
@@ -159,7 +229,9 @@ void ModbusController::registerUIVariable(QWidget *form, QWidget *widget,
     v.bitIndex = bitIndex;
     const ModbusMap::Kind kind = bitType >= 0 ? ModbusMap::kindOfBitType(bitType) : ModbusMap::Word;
     v.entry = m_map.find(comId, v.channel, kind, bitType >= 0 ? bitType : dataClass, address);
+    v.why = QStringLiteral("Value not read yet");
     if (!v.entry) {
+        v.why = QStringLiteral("not in the map");
         const QString problem = QStringLiteral("no map entry for %1 (widget \"%2\")")
                                     .arg(ModbusMap::describeVariable(comId, v.channel, dataClass, bitType, address, bitIndex),
                                          widget->objectName());
@@ -169,7 +241,8 @@ void ModbusController::registerUIVariable(QWidget *form, QWidget *widget,
         }
     }
     m_variables << v;
-    m_marks.mark(widget, m_up ? QStringLiteral("Value not read yet") : m_downWhy);
+    const DeviceLink *dl = v.entry ? m_links.at(v.entry->device).get() : nullptr;
+    m_marks.mark(widget, dl && dl->state != ModbusLink::Up ? dl->why : v.why);
     replanSoon();
 }
 
@@ -218,40 +291,53 @@ void ModbusController::replan()
     m_variables.erase(std::remove_if(m_variables.begin(), m_variables.end(),
                                      [](const Variable &v) { return !v.widget || !v.form; }),
                       m_variables.end());
-    QVector<ModbusPlan::Piece> pieces;
-    QVector<int> owners;
-    for (int i = 0; i < m_variables.size(); ++i) {
-        const Variable &v = m_variables.at(i);
-        if (v.entry) {
-            pieces << ModbusPlan::pieceOf(*v.entry, v.address);
-            owners << i;
+    for (int d = 0; d < int(m_links.size()); ++d) {
+        QVector<ModbusPlan::Piece> pieces;
+        QVector<int> owners;
+        for (int i = 0; i < m_variables.size(); ++i) {
+            const Variable &v = m_variables.at(i);
+            if (v.entry && v.entry->device == d) {
+                pieces << ModbusPlan::pieceOf(*v.entry, v.address);
+                owners << i;
+            }
         }
+        QVector<ModbusPlan::Place> places;
+        const QVector<ModbusRequest> plan = ModbusPlan::build(m_map, pieces, &places);
+        for (int p = 0; p < owners.size(); ++p)
+            m_variables[owners.at(p)].place = places.at(p);
+        DeviceLink &dl = *m_links.at(d);
+        const int generation = ++dl.generation;
+        QMetaObject::invokeMethod(dl.link, [link = dl.link, plan, generation] { link->setPlan(plan, generation); });
     }
-    QVector<ModbusPlan::Place> places;
-    const QVector<ModbusRequest> plan = ModbusPlan::build(m_map, pieces, &places);
-    for (int p = 0; p < owners.size(); ++p)
-        m_variables[owners.at(p)].place = places.at(p);
-    const int generation = ++m_generation;
-    QMetaObject::invokeMethod(m_link, [link = m_link, plan, generation] { link->setPlan(plan, generation); });
+    updateStatus();
 }
 
-void ModbusController::applyPoll(const ModbusPollResult &result)
+void ModbusController::applyPoll(int device, const ModbusPollResult &result)
 {
-    if (result.generation != m_generation || !m_up)
+    DeviceLink &dl = *m_links.at(device);
+    if (result.generation != dl.generation || dl.state != ModbusLink::Up)
         return; // read for variables that have changed since
+    QString failure;
     for (Variable &v : m_variables) {
-        if (!v.entry || v.place.request < 0 || v.place.request >= result.values.size() || !v.widget)
+        if (!v.entry || v.entry->device != device || v.place.request < 0 || v.place.request >= result.answers.size() || !v.widget)
             continue;
-        const QVector<quint16> &values = result.values.at(v.place.request);
-        const QString failure = result.failures.value(v.place.request);
-        v.known = failure.isEmpty();
+        const ModbusAnswer &answer = result.answers.at(v.place.request);
+        const int width = v.entry->kind == ModbusMap::PlcBit ? 1 : v.entry->registers;
+        if (v.place.offset + width > answer.values.size())
+            continue;
+        v.known = true;
+        for (int i = 0; i < width && !answer.missing.isEmpty(); ++i)
+            v.known = v.known && !answer.missing.testBit(v.place.offset + i);
         if (!v.known) {
+            v.why = answer.failure;
+            failure = failure.isEmpty() ? answer.failure : failure;
             continue;
         }
+        const quint16 *registers = answer.values.constData() + v.place.offset;
         if (v.bitType >= 0 && v.entry->kind == ModbusMap::PlcBit) {
-            m_values.setBit(v.channel, BitType(v.bitType), v.address, v.bitIndex, values.value(v.place.offset) != 0, v.comId);
+            m_values.setBit(v.channel, BitType(v.bitType), v.address, v.bitIndex, registers[0] != 0, v.comId);
         } else {
-            const qint32 word = wordOf(*v.entry, values, v.place.offset);
+            const qint32 word = v.entry->decode(registers);
             if (v.bitType >= 0)
                 m_values.setBit(v.channel, BitType(v.bitType), v.address, v.bitIndex,
                                 v.bitIndex >= 0 && v.bitIndex < 32 && ((quint32(word) >> v.bitIndex) & 1u), v.comId);
@@ -259,48 +345,84 @@ void ModbusController::applyPoll(const ModbusPollResult &result)
                 m_values.setData(v.channel, DataClass(v.dataClass), v.address, word, v.comId);
         }
     }
-    QString refused;
-    for (const QString &failure : result.failures) {
-        if (!failure.isEmpty()) {
-            refused = QStringLiteral("The device refused the read: %1").arg(failure);
-            break;
-        }
-    }
-    // Said once when it starts, not at every poll.
-    if (!refused.isEmpty() && refused != m_lastRefused)
-        qWarning("Modbus %s: %s", qPrintable(m_target), qPrintable(refused));
-    m_lastRefused = refused;
-    updateMarks(refused);
+    if (!failure.isEmpty() && failure != dl.lastFailure)
+        qWarning("Modbus %s: %s", qPrintable(m_map.devices().at(device).describe()), qPrintable(failure));
+    dl.lastFailure = failure;
+    updateMarks();
     Q_EMIT pollApplied();
 }
 
-void ModbusController::updateMarks(const QString &why)
+void ModbusController::applyState(int device, int state, const QString &why)
 {
-    QHash<QWidget *, bool> unknown;
-    for (const Variable &v : std::as_const(m_variables)) {
-        if (v.widget)
-            unknown[v.widget] = unknown.value(v.widget) || !v.known || !m_up;
+    DeviceLink &dl = *m_links.at(device);
+    const QString name = m_map.devices().at(device).describe();
+    const bool wasDown = dl.state == ModbusLink::Down;
+    dl.state = state;
+    dl.lastFailure.clear();
+    if (state == ModbusLink::Up) {
+        if (wasDown)
+            qWarning("Modbus %s: answering again", qPrintable(name));
+    } else {
+        dl.why = QStringLiteral("No connection to %1: %2").arg(name, why);
+        qWarning("Modbus: %s", qPrintable(dl.why));
+        for (Variable &v : m_variables) {
+            if (v.entry && v.entry->device == device)
+                v.known = false;
+        }
     }
-    for (auto it = unknown.cbegin(); it != unknown.cend(); ++it) {
-        if (it.value())
-            m_marks.mark(it.key(), m_up ? why : m_downWhy);
-        else
-            m_marks.unmark(it.key());
-    }
+    updateMarks();
 }
 
-void ModbusController::setLinkState(bool up, const QString &why)
+void ModbusController::updateMarks()
 {
-    if (!up)
-        m_downWhy = QStringLiteral("No connection to %1: %2").arg(m_target, why);
-    if (up == m_up)
-        return;
-    m_up = up;
-    if (!up) {
-        qWarning("Modbus: %s", qPrintable(m_downWhy));
-        for (Variable &v : m_variables)
-            v.known = false;
-        updateMarks(m_downWhy);
+    QHash<QWidget *, QString> unknown;
+    for (const Variable &v : std::as_const(m_variables)) {
+        if (!v.widget)
+            continue;
+        const DeviceLink *dl = v.entry ? m_links.at(v.entry->device).get() : nullptr;
+        QString &why = unknown[v.widget];
+        if (why.isEmpty() && dl && dl->state != ModbusLink::Up)
+            why = dl->why;
+        else if (why.isEmpty() && !v.known)
+            why = v.why;
     }
-    Q_EMIT linkStateChanged(up, up ? QString() : m_downWhy);
+    for (auto it = unknown.cbegin(); it != unknown.cend(); ++it) {
+        if (it.value().isEmpty())
+            m_marks.unmark(it.key());
+        else
+            m_marks.mark(it.key(), it.value());
+    }
+    updateStatus();
+}
+
+// What the message line says: devices that are down, then how many variables are not known and the
+// commonest reason, e.g. "Connected; 12 variables unknown: unit 2 does not answer".
+void ModbusController::updateStatus()
+{
+    QStringList parts;
+    bool connecting = false;
+    for (const auto &dl : m_links) {
+        connecting = connecting || dl->state == ModbusLink::Connecting;
+        if (dl->state != ModbusLink::Up)
+            parts << dl->why;
+    }
+    QHash<QString, int> reasons;
+    int unknown = 0;
+    for (const Variable &v : std::as_const(m_variables)) {
+        if (v.widget && !v.known && (!v.entry || m_links.at(v.entry->device)->state == ModbusLink::Up)) {
+            ++unknown;
+            ++reasons[v.why];
+        }
+    }
+    if (unknown > 0 && !connecting) {
+        const auto commonest = std::max_element(reasons.cbegin(), reasons.cend());
+        parts << QStringLiteral("%1 variable%2 unknown: %3").arg(unknown).arg(unknown == 1 ? "" : "s", commonest.key());
+    }
+    QString status = parts.join(QStringLiteral("; "));
+    if (std::all_of(m_links.begin(), m_links.end(), [](const auto &dl) { return dl->state == ModbusLink::Up; }))
+        status = parts.isEmpty() ? QStringLiteral("Connected.") : QStringLiteral("Connected; ") + status;
+    if (status != m_status) {
+        m_status = status;
+        Q_EMIT statusChanged(status);
+    }
 }

@@ -4,6 +4,7 @@
 #include "modbuslink.h"
 #include "modbusmap.h"
 #include "modbusplan.h"
+#include "modbustrace.h"
 #include "qeltapp.h"
 #include "simulatedcontroller.h"
 #include "unknownvaluemarks.h"
@@ -11,23 +12,33 @@
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
-#include <QThread>
+#include <QHash>
+#include <QSet>
 
-// The application service on a Modbus/TCP device: the widgets register, read and write controller
-// variables as on the simulated controller; the map says where each lives on the device. Values come
-// from polling exactly the registered variables (in the link's own thread) and reach the widgets on
-// the GUI thread, coalesced, through an in-memory copy that also serves reads and the soft keypad.
-// Writes go to the device at once, or are refused with a warning while the link is down: never kept
-// for later. Widgets whose values are not known (link down, read refused) are veiled.
+#include <memory>
+#include <vector>
+
+// The application service on Modbus devices: the widgets register, read and write controller variables
+// as on the simulated controller; the map says where each lives. Every device has a link of its own in a
+// thread of its own, polling exactly the registered variables it holds; values reach the widgets on the
+// GUI thread, coalesced, through an in-memory copy that also serves reads and the soft keypad. Writes go
+// to the device at once, or are refused while its link is down: never kept for later. Widgets whose
+// values are not known (device down, unit silent, read refused) are veiled, and status() says why.
 class ModbusController : public QObject, public norvo_v0::QeltApp
 {
     Q_OBJECT
 public:
+    explicit ModbusController(const ModbusMap &map, QObject *parent = nullptr);
+    // A map without a devices list, on the device at host:port.
     ModbusController(const ModbusMap &map, const QString &host, int port, QObject *parent = nullptr);
     ~ModbusController() override;
 
     void setPollPeriod(int milliseconds);
-    bool isLinkUp() const { return m_up; }
+    void setTrace(std::shared_ptr<ModbusTrace> trace);
+    // Every device answering.
+    bool isLinkUp() const;
+    // For the message line: "Connected.", "Connected; 12 variables unknown: unit 2 does not answer", ...
+    QString status() const;
     // Registered variables the map does not hold, one line each naming the variable and its widget.
     const QStringList &problems() const { return m_problems; }
     const UnknownValueMarks &marks() const { return m_marks; }
@@ -49,9 +60,10 @@ public:
                        QWidget *parent, int maxLength, int decimals, double lowest, double highest) override;
 
 Q_SIGNALS:
-    void linkStateChanged(bool up, const QString &why);
-    // A write that did not reach the device, with the reason; also printed as a warning.
-    void writeRefused(const QString &message);
+    void statusChanged(const QString &status);
+    // A write refused, or whose outcome is unknown (and, after such, one done), naming the variable;
+    // also printed as a warning.
+    void writeReported(const QString &message);
     // Every poll that arrived (for tests and load figures).
     void pollApplied();
 
@@ -64,30 +76,41 @@ private:
         const ModbusMap::Entry *entry = nullptr;
         ModbusPlan::Place place;
         bool known = false;
+        QString why; // while not known
     };
+    // A write on its way, to show its outcome.
+    struct Pending
+    {
+        QString what;
+        const ModbusMap::Entry *entry = nullptr;
+        int channel = 0, dataClass = -1, bitType = -1, address = 0, bitIndex = 0, comId = 0;
+    };
+    struct DeviceLink;
 
     void replanSoon();
     void replan();
-    void applyPoll(const ModbusPollResult &result);
-    void setLinkState(bool up, const QString &why);
+    void applyPoll(int device, const ModbusPollResult &result);
+    void applyState(int device, int state, const QString &why);
+    void applyOutcome(const ModbusWriteOutcome &outcome);
+    void send(ModbusWrite write, const Pending &pending);
+    void report(const QString &message);
     void refuse(const QString &what, const QString &why);
-    void updateMarks(const QString &why);
+    void updateMarks();
+    void updateStatus();
     const ModbusMap::Entry *entryFor(int comId, int channel, ModbusMap::Kind kind, int area, int address,
                                      const QString &what);
 
     ModbusMap m_map;
     SimulatedController m_values;
     UnknownValueMarks m_marks;
-    QThread m_thread;
-    ModbusLink *m_link = nullptr;
+    std::vector<std::unique_ptr<DeviceLink>> m_links;
     QList<Variable> m_variables;
     QStringList m_problems;
-    QString m_target;
-    int m_generation = 0;
+    QHash<int, Pending> m_pending;
+    QSet<QString> m_troubled; // variables whose last write was not done
+    int m_nextWrite = 0;
     bool m_replanPending = false;
-    bool m_up = false;
-    QString m_downWhy;
-    QString m_lastRefused;
+    QString m_status;
 };
 
 #endif

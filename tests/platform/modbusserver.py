@@ -112,7 +112,7 @@ def main():
         asyncio.run(garbage(port))
     else:
         asyncio.run(StartAsyncTcpServer(context=ModbusServerContext(slaves=contexts, single=False),
-                                        address=("127.0.0.1", port)))
+                                        address=("127.0.0.1", port), allow_reuse_address=True))
 
 
 if __name__ == "__main__":
