@@ -42,7 +42,10 @@ const QByteArray EveryTable = R"({"entries": [
   {"bitType": "O_BIT", "first": 0, "last": 63, "unit": 1, "table": "coils", "start": 0},
   {"bitType": "I_BIT", "first": 0, "last": 63, "unit": 1, "table": "discreteInputs", "start": 0},
   {"bitType": "User_BIT", "first": 0, "last": 99, "unit": 1, "table": "holding", "start": 100},
-  {"dataClass": "Mcm", "first": 0, "last": 9, "unit": 1, "table": "holding", "start": 4990}
+  {"dataClass": "Mcm", "first": 0, "last": 9, "unit": 1, "table": "holding", "start": 4990},
+  {"dataClass": "Bus", "first": 0, "last": 9, "unit": 2, "table": "holding", "start": 100, "type": "int16"},
+  {"dataClass": "Com", "first": 0, "last": 9, "unit": 2, "table": "holding", "start": 200, "wordOrder": "lowFirst", "byteSwap": true},
+  {"bitType": "Com_BIT", "first": 0, "last": 9, "unit": 2, "table": "holding", "start": 200, "wordOrder": "lowFirst", "byteSwap": true}
 ]})";
 
 // A controller on the map with a form and a probe; watch() registers a word (dataClass, bitType -1) or a
@@ -105,6 +108,21 @@ private Q_SLOTS:
             << "entry 1 (link 0, channel 1, User words 0 ... 9) and entry 2 (link 0, channel 1, User words 5 ... 20) overlap: both map the same variables";
         QTest::newRow("same registers twice") << map({user, R"("dataClass":"Mcm","first":0,"last":9,"start":19)"}) << "overlap on unit 1: both use holding 19 ... 19";
         QTest::newRow("reserved unit") << map({R"("dataClass":"User","first":0,"last":1,"unit":250)"}) << "entry 1: \"unit\" 250 is no Modbus/TCP unit";
+        QTest::newRow("unsigned 32 bits") << map({R"("dataClass":"User","first":0,"last":1,"type":"uint32")"}) << "entry 1: \"type\" uint32 does not fit the panel's words";
+        QTest::newRow("type against registers") << map({R"("dataClass":"User","first":0,"last":1,"type":"int16","registers":2)"}) << "entry 1: \"registers\" 2 contradicts \"type\" int16";
+        QTest::newRow("word order of one register") << map({R"("dataClass":"User","first":0,"last":1,"type":"uint16","wordOrder":"lowFirst")"}) << "\"wordOrder\" is for words of two registers";
+        QTest::newRow("misspelt field") << map({R"("dataClass":"User","first":0,"last":1,"wordorder":"lowFirst")"}) << "entry 1: unknown field \"wordorder\"";
+        const auto devices = [](const QByteArray &devices, const QByteArray &entry) {
+            return "{\"devices\":[" + devices + R"(],"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding",)" + entry + "}]}";
+        };
+        const QByteArray two = R"({"name":"plc","host":"10.0.0.5"},{"name":"drives","serial":"/dev/ttyS0","parity":"none"})";
+        QTest::newRow("device not listed") << devices(two, R"("device":"press")") << "entry 1: \"device\" \"press\" is not in the \"devices\" list";
+        QTest::newRow("device not named") << devices(two, R"("unit":1)") << "entry 1: needs a \"device\" (the map has 2)";
+        QTest::newRow("serial unit 0") << devices(two, R"("device":"drives","unit":0)") << "entry 1: \"unit\" 0 is no Modbus RTU unit (1 ... 247)";
+        QTest::newRow("host and serial") << devices(R"({"name":"plc","host":"h","serial":"/dev/ttyS0"})", R"("unit":1)") << "device 1: needs either \"host\" (Modbus/TCP) or \"serial\"";
+        QTest::newRow("serial options over TCP") << devices(R"({"name":"plc","host":"h","baud":9600,"maskWrite":"fc23"})", R"("unit":1)") << "device 1: \"baud\" is for a serial line\ndevice 1: \"maskWrite\" must be fc22, readModifyWrite or auto";
+        QTest::newRow("same registers on two devices are fine") << QByteArray(R"({"devices":[{"name":"a","host":"h"},{"name":"b","host":"h"}],"entries":[
+            {"device":"a","dataClass":"User","first":0,"last":9,"table":"holding"},{"device":"b","dataClass":"Mcm","first":0,"last":9,"table":"holding"}]})") << QString();
         QTest::newRow("bits of the same words are fine") << map({user, R"("bitType":"User_BIT","first":0,"last":9)"}) << QString();
     }
 
@@ -156,6 +174,12 @@ private Q_SLOTS:
         QTest::newRow("write a discrete input") << false << Write{'b', QeltApp::I_BIT, 4, 0, 1} << "di 1 4" << QList<int>{0} << "read-only discrete inputs";
         QTest::newRow("write a bit of the low half") << false << Write{'b', QeltApp::User_BIT, 5, 3, 0} << "hr 1 110" << QList<int>{255, 255 & ~8} << none;
         QTest::newRow("write a bit of the high half") << false << Write{'b', QeltApp::User_BIT, 5, 20, 0} << "hr 1 110" << QList<int>{255 & ~16, 255} << none;
+        QTest::newRow("read a negative int16") << true << Write{'w', QeltApp::Bus, 1, 0, -2} << "hr 2 101" << QList<int>{65534} << none;
+        QTest::newRow("read byte-swapped, low word first") << true << Write{'w', QeltApp::Com, 1, 0, 0x20001} << "hr 2 202" << QList<int>{0x100, 0x200} << none;
+        QTest::newRow("write a negative int16") << false << Write{'w', QeltApp::Bus, 2, 0, -3} << "hr 2 102" << QList<int>{65533} << none;
+        QTest::newRow("too large for an int16") << false << Write{'w', QeltApp::Bus, 3, 0, 40000} << "hr 2 103" << QList<int>{0} << "40000 does not fit a signed 16-bit word";
+        QTest::newRow("write byte-swapped, low word first") << false << Write{'w', QeltApp::Com, 3, 0, 0x01020304} << "hr 2 206" << QList<int>{0x0403, 0x0201} << none;
+        QTest::newRow("write a bit of a byte-swapped word") << false << Write{'b', QeltApp::Com_BIT, 4, 0, 1} << "hr 2 208" << QList<int>{0x100, 0} << none;
         QTest::newRow("write a word not in the map") << false << Write{'w', QeltApp::User, 100, 0, 1} << "hr 1 300" << QList<int>{0, 0} << "User word 100 refused: the map has no entry";
     }
 
