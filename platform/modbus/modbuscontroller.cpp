@@ -65,6 +65,7 @@ ModbusController::~ModbusController()
 
 void ModbusController::setPollPeriod(int milliseconds)
 {
+    m_pollPeriod = milliseconds;
     for (const auto &dl : m_links)
         QMetaObject::invokeMethod(dl->link, [link = dl->link, milliseconds] { link->setPeriod(milliseconds); });
 }

@@ -34,6 +34,7 @@ public:
     ~ModbusController() override;
 
     void setPollPeriod(int milliseconds);
+    int pollPeriod() const { return m_pollPeriod; }
     void setTrace(std::shared_ptr<ModbusTrace> trace);
     // Every device answering.
     bool isLinkUp() const;
@@ -109,6 +110,7 @@ private:
     QHash<int, Pending> m_pending;
     QSet<QString> m_troubled; // variables whose last write was not done
     int m_nextWrite = 0;
+    int m_pollPeriod = 100;
     bool m_replanPending = false;
     QString m_status;
 };

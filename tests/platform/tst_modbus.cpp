@@ -13,6 +13,9 @@
 #include "updatevariableinterface.h"
 
 #include <QDialog>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLabel>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -53,10 +56,29 @@ const QByteArray EveryTable = R"({"entries": [
 struct Link
 {
     explicit Link(int port) : controller(everyTable(), QStringLiteral("127.0.0.1"), port) {}
-    static ModbusMap everyTable()
+    // The same entries on named devices: "a" at port with options (JSON fields), and the unit 2 entries on
+    // "b" at port2 when given.
+    Link(int port, const QByteArray &options, int port2 = 0) : controller(everyTable(port, options, port2)) {}
+    static ModbusMap everyTable(int port = 0, const QByteArray &options = {}, int port2 = 0)
     {
+        QJsonObject top = QJsonDocument::fromJson(EveryTable).object();
+        if (port) {
+            QJsonObject a = QJsonDocument::fromJson("{" + options + "}").object();
+            a.insert(QStringLiteral("name"), QStringLiteral("a"));
+            a.insert(QStringLiteral("host"), QStringLiteral("127.0.0.1"));
+            a.insert(QStringLiteral("port"), port);
+            QJsonArray devices{a}, entries;
+            if (port2)
+                devices.append(QJsonObject{{"name", "b"}, {"host", "127.0.0.1"}, {"port", port2}});
+            for (const QJsonValue e : top.value(QLatin1String("entries")).toArray()) {
+                QJsonObject entry = e.toObject();
+                entry.insert(QStringLiteral("device"), port2 && entry.value(QLatin1String("unit")).toInt() == 2 ? "b" : "a");
+                entries.append(entry);
+            }
+            top = QJsonObject{{"devices", devices}, {"entries", entries}};
+        }
         ModbusMap map;
-        map.parse(EveryTable);
+        map.parse(QJsonDocument(top).toJson());
         return map;
     }
     void watch(int index, int dataClass, int bitType, int address, int bitIndex = 0, int channel = 0, Probe *to = nullptr)
@@ -344,6 +366,111 @@ private Q_SLOTS:
         QCOMPARE(link.probe.values.value(0), 0); // the start's zero only: nothing from the garbage
     }
 
+    // Devices as they behave in the field, one behaviour of the test server a row: what the message line
+    // says, what became of a write, and that none is sent twice.
+    void deviceBehaviours_data()
+    {
+        QTest::addColumn<QString>("behaviour"); // server commands, ';' between
+        QTest::addColumn<QByteArray>("options"); // of the device
+        QTest::addColumn<Write>("variable"); // written once the link is up; kind 'n': nothing
+        QTest::addColumn<QList<int>>("values"); // what the device holds then
+        QTest::addColumn<QString>("status"); // the message line
+        QTest::addColumn<QString>("report"); // of the write
+        const Write none{'n', 0, 0, 0, 0}, word{'w', QeltApp::User, 3, 0, 4242}; // hr 1 106
+        const Write bit{'b', QeltApp::User_BIT, 7, 3, 1}; // hr 1 115, bit 3
+        const QString up = QStringLiteral("Connected."), quiet;
+        QTest::newRow("answers late, in time") << "late 1 450" << QByteArray() << word << QList<int>{0, 4242} << up << quiet;
+        QTest::newRow("answers too late") << "late 1 700" << QByteArray(R"("timeoutMs": 300)") << word << QList<int>{0, 4242} << quiet
+                                          << "outcome unknown, unit 1 did not answer within 300 ms";
+        QTest::newRow("a silent unit") << "silent 2" << QByteArray() << none << QList<int>{} << "Connected; 1 variable unknown: unit 2 does not answer" << quiet;
+        QTest::newRow("no function 22") << "nofc22" << QByteArray() << bit << QList<int>{8} << up << quiet;
+        QTest::newRow("no function 22, none other allowed") << "nofc22" << QByteArray(R"("maskWrite": "fc22")") << bit << QList<int>{0} << up
+                                                            << "refused: unit 1 answered: Illegal function";
+        QTest::newRow("reads of at most 64") << "limit 64" << QByteArray() << none << QList<int>{} << up << quiet;
+        QTest::newRow("closes idle connections") << "idleclose 300" << QByteArray() << word << QList<int>{0, 4242} << up << quiet;
+        QTest::newRow("stalls") << "stall" << QByteArray(R"("timeoutMs": 100)") << none << QList<int>{} << "3 requests in a row without an answer" << quiet;
+        QTest::newRow("resets every connection") << "reset" << QByteArray() << none << QList<int>{} << "connection lost" << quiet;
+    }
+
+    void deviceBehaviours()
+    {
+        QFETCH(QString, behaviour);
+        QFETCH(QByteArray, options);
+        QFETCH(Write, variable);
+        QFETCH(QList<int>, values);
+        QFETCH(QString, status);
+        QFETCH(QString, report);
+        ModbusTestServer server;
+        QVERIFY(server.start());
+        for (const QString &command : behaviour.split(QLatin1Char(';')))
+            QCOMPARE(server.command(command.trimmed()), QStringList{QStringLiteral("ok")});
+        QTemporaryDir dir;
+        auto trace = std::make_shared<ModbusTrace>();
+        QVERIFY(trace->open(dir.filePath(QStringLiteral("trace"))));
+        Link link(server.port(), options);
+        link.controller.setTrace(trace);
+        if (behaviour.startsWith(QLatin1String("idleclose")))
+            link.controller.setPollPeriod(100000); // idle after the first poll
+        Probe unit2(&link.form);
+        link.watch(0, QeltApp::User, -1, 0);
+        link.watch(1, QeltApp::User, -1, 40); // one read of 82 registers with word 0
+        link.watch(0, QeltApp::Reg, -1, 0, 0, 0, &unit2);
+        QSignalSpy reports(&link.controller, &ModbusController::writeReported);
+        link.controller.startUpdateUI(&link.form);
+        if (variable.kind != 'n') {
+            QTRY_VERIFY_WITH_TIMEOUT(link.controller.isLinkUp(), 5000);
+            if (link.controller.pollPeriod() > 1000)
+                QTest::qWait(800); // the device has closed the connection by then
+            if (variable.kind == 'b')
+                link.controller.setBit(0, QeltApp::BitType(variable.area), variable.address, variable.bitIndex, true, 0);
+            else
+                link.controller.setData(0, QeltApp::DataClass(variable.area), variable.address, variable.value, 0);
+            const int address = variable.kind == 'b' ? 115 : 106;
+            QTRY_COMPARE_WITH_TIMEOUT(server.get(QStringLiteral("hr"), 1, address, int(values.size())), values, 5000);
+            QTRY_COMPARE_WITH_TIMEOUT(reports.size(), report.isEmpty() ? 0 : 1, 3000);
+            if (!report.isEmpty())
+                QVERIFY2(reports.at(0).at(0).toString().contains(report), qPrintable(reports.at(0).at(0).toString()));
+            // Whatever the device answered, the write went once.
+            QCOMPARE(server.log().filter(QRegularExpression(QStringLiteral("^(6|16) 1 "))).size(), report.contains(QLatin1String("refused")) ? 0 : 1);
+        }
+        QTRY_VERIFY2_WITH_TIMEOUT(link.controller.status().contains(status), qPrintable(link.controller.status()), 8000);
+        if (behaviour == QLatin1String("reset")) {
+            // Connecting works, every request fails: the link waits longer after each failure.
+            QTest::qWait(3000);
+            QFile lines(dir.filePath(QStringLiteral("trace")));
+            QVERIFY(lines.open(QIODevice::ReadOnly));
+            const QList<QByteArray> requests = lines.readAll().split('\n');
+            QVERIFY2(requests.size() <= 9, qPrintable(QString::number(requests.size())));
+            QVERIFY2(QRegularExpression(QStringLiteral("^\\S+ device=a unit=1 fc=3 address=100 count=82 result=connection lost \\(.+\\) ms=[0-9.]+$"))
+                         .match(QString::fromUtf8(requests.value(0))).hasMatch(), requests.value(0).constData());
+        }
+    }
+
+    // A stalled device veils only its own widgets; the other's values keep coming at the poll rate.
+    void stalledDeviceLeavesTheOther()
+    {
+        ModbusTestServer stalled;
+        QVERIFY(stalled.start());
+        stalled.command(QStringLiteral("stall"));
+        m_server.command(QStringLiteral("set hr 1 100 0 1"));
+        Link link(m_server.port(), QByteArray(), stalled.port());
+        Probe other(&link.form);
+        link.watch(0, QeltApp::User, -1, 0);
+        link.watch(0, QeltApp::Reg, -1, 0, 0, 0, &other); // unit 2: on the stalled device
+        QSignalSpy polls(&link.controller, &ModbusController::pollApplied);
+        link.controller.startUpdateUI(&link.form);
+        QTRY_COMPARE_WITH_TIMEOUT(link.probe.values.value(0), 1, 5000);
+        polls.clear();
+        QTest::qWait(2000);
+        QVERIFY2(polls.size() >= 10, qPrintable(QString::number(polls.size()))); // 10 a second, give or take a lot
+        m_server.command(QStringLiteral("set hr 1 100 0 2"));
+        QTRY_COMPARE(link.probe.values.value(0), 2);
+        QVERIFY(!link.marked());
+        QVERIFY(link.controller.marks().isMarked(&other));
+        QVERIFY2(link.controller.status().contains(QLatin1String("device b (127.0.0.1:")), qPrintable(link.controller.status()));
+        m_server.command(QStringLiteral("set hr 1 100 0 0"));
+    }
+
     // A widget of unknown value is veiled, hatched all over (no white left along a line above the text)
     // and saying why, whatever it is and however it is resized; unmarked, it looks as before.
     void veilLooksTheSameOnEveryWidget()
@@ -389,6 +516,10 @@ private Q_SLOTS:
             << "server" << 1 << "no map entry for link 0, channel 1";
         for (const char *poll : {"0", "-5", "100ms"})
             QTest::newRow(poll) << QByteArray() << QStringLiteral("server --poll ") + poll << 1 << "--poll wants a whole number";
+        QTest::newRow("devices named twice")
+            << QByteArray(R"({"devices":[{"name":"plc","host":"127.0.0.1"}],"entries":[{"dataClass":"User","first":0,"last":9,"table":"holding"}]})")
+            << "server" << 1 << "names its devices: --modbus is for a map without a \"devices\" list";
+        QTest::newRow("trace nowhere") << QByteArray() << "server --trace /nonexistent/trace" << 1 << "--trace /nonexistent/trace: ";
         QTest::newRow("the operator screen on the device") << QByteArray() << "server" << 0 << "wrote";
     }
 
