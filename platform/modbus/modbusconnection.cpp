@@ -60,18 +60,18 @@ bool ModbusConnection::closedByDevice()
 {
     if (!m_open)
         return true;
+    // A late answer to a request given up on would pass for the next one's: it goes.
     if (m_device.serial)
-        return false;
+        return modbus_flush(m_context) < 0;
     pollfd p{modbus_get_socket(m_context), POLLIN | POLLRDHUP, 0};
+    if (p.fd < 0)
+        return true;
     if (::poll(&p, 1, 0) <= 0)
         return false;
     if (p.revents & (POLLRDHUP | POLLHUP | POLLERR))
         return true;
     char byte;
-    if (::recv(p.fd, &byte, 1, MSG_PEEK | MSG_DONTWAIT) == 0)
-        return true;
-    modbus_flush(m_context); // a late answer to a request given up on would pass for the next one's
-    return false;
+    return ::recv(p.fd, &byte, 1, MSG_PEEK | MSG_DONTWAIT) == 0 || modbus_flush(m_context) < 0;
 }
 
 ModbusConnection::Reply ModbusConnection::classify(int error)
@@ -103,8 +103,9 @@ ModbusConnection::Reply ModbusConnection::run(int unit, int function, int addres
         reply = {NotSent, errno, QStringLiteral("unit %1 cannot be addressed (%2)").arg(unit).arg(QString::fromLocal8Bit(modbus_strerror(errno)))};
     } else if (request() < 0) {
         reply = classify(errno);
-        if (reply.result == NoAnswer || reply.result == Garbled)
-            modbus_flush(m_context); // the rest of a bad answer must not start the next one
+        // The rest of a bad answer must not start the next one.
+        if ((reply.result == NoAnswer || reply.result == Garbled) && modbus_flush(m_context) < 0)
+            reply = {Lost, errno, QString::fromLocal8Bit(modbus_strerror(errno))};
     }
     if (m_trace) {
         static const char *const Results[] = {"ok", "exception", "no answer", "bad answer", "connection lost", "not sent"};
