@@ -56,6 +56,8 @@ ModbusController::ModbusController(const ModbusMap &map, QObject *parent)
 ModbusController::~ModbusController()
 {
     for (const auto &dl : m_links)
+        dl->link->requestStop();
+    for (const auto &dl : m_links)
         QMetaObject::invokeMethod(dl->link, &ModbusLink::stop, Qt::BlockingQueuedConnection);
     for (const auto &dl : m_links) {
         dl->thread.quit();

@@ -199,10 +199,12 @@ bool ModbusLink::readPart(const ModbusRequest &r, int offset, int count, ModbusA
             answer->failure = why;
         return true;
     };
+    if (m_stopRequested)
+        return false;
     if (unitResting(r.unit))
         return missing(m_resting.value(r.unit).why);
     ModbusConnection::Reply reply;
-    for (int attempt = 0; attempt <= m_connection.device().retries; ++attempt) {
+    for (int attempt = 0; attempt <= m_connection.device().retries && (attempt == 0 || !m_stopRequested); ++attempt) {
         reply = read(r, offset, count, answer->values.data() + offset);
         if (!retryable(reply))
             break;

@@ -11,6 +11,7 @@
 #include <QString>
 #include <QVector>
 
+#include <atomic>
 #include <memory>
 
 class QTimer;
@@ -84,6 +85,9 @@ public:
     static constexpr int FirstRetryMs = 100;
     static constexpr int LastRetryMs = 5000;
 
+    // From any thread: no request starts after this, so that stop() waits for one request at most.
+    void requestStop() { m_stopRequested = true; }
+
 public Q_SLOTS:
     void start();
     void stop();
@@ -122,6 +126,7 @@ private:
     int m_retryMs = FirstRetryMs;
     State m_state = Connecting;
     bool m_stopped = false;
+    std::atomic<bool> m_stopRequested{false};
     int m_period = 100;
     int m_failuresInARow = 0;
     int m_readLimit[2]; // registers, bits: what the device takes in one read
