@@ -16,7 +16,7 @@ Commands on standard input, one a line, answered on standard output:
                                        then "end"; one not answered at once or not carried out says why after
                                        it: "late", "silent", "stall" or "exception CODE"
 Behaviours, each answered "ok" and kept until "behave normal":
-  behave normal                     all of them off
+  behave normal                     all of them off; late answers not sent yet are dropped
   nofc22                            mask write register (22) answered with exception 1
   limit N [CODE]                    a read of more than N registers or bits answered with exception CODE (2)
   late UNIT MS                      requests to UNIT carried out at once, answered MS milliseconds later
@@ -59,6 +59,8 @@ decoder = ServerDecoder()
 
 
 class Behaviour:
+    epoch = 0  # counts "behave normal"
+
     def __init__(self):
         self.nofc22 = False
         self.limit = None  # (most registers or bits a read may ask for, exception code)
@@ -136,10 +138,15 @@ def corrupting():
 
 
 def answer_later(delay, send, frame):
-    if delay:
-        asyncio.get_running_loop().call_later(delay, send, frame)
-    else:
+    if not delay:
         send(frame)
+        return
+    epoch = behaviour.epoch
+
+    def late():
+        if behaviour.epoch == epoch:  # no late answer of an earlier test reaches the next one
+            send(frame)
+    asyncio.get_running_loop().call_later(delay, late)
 
 
 async def tcp_connection(reader, writer):
@@ -245,6 +252,7 @@ def command(words):
         return "".join(" ".join(str(v) for v in s).strip() + "\n" for s in served) + "end"
     elif words == ["behave", "normal"]:
         behaviour.__init__()
+        Behaviour.epoch += 1
     elif name == "nofc22":
         behaviour.nofc22 = True
     elif name == "limit":
