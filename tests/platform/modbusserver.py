@@ -225,13 +225,19 @@ async def serve_serial(path, baud, parity):
 
     def readable():
         nonlocal timer
-        received.extend(line.read(4096))
+        try:
+            received.extend(line.read(4096))
+        except (OSError, serial.SerialException):  # the other end of the line is gone: so are we
+            loop.remove_reader(line.fileno())
+            gone.set()
+            return
         if timer:
             timer.cancel()
         timer = loop.call_later(gap, frame_ended)
 
+    gone = asyncio.Event()
     loop.add_reader(line.fileno(), readable)
-    await asyncio.Event().wait()
+    await gone.wait()
 
 
 def command(words):
