@@ -5,8 +5,6 @@
 ModbusTestServer::~ModbusTestServer()
 {
     for (QProcess *process : {&m_process, &m_socat}) {
-        if (process->state() == QProcess::NotRunning)
-            continue;
         process->kill();
         process->waitForFinished(5000);
     }
@@ -28,18 +26,11 @@ bool ModbusTestServer::startSerial()
     m_socat.start(QStringLiteral("socat"), {QStringLiteral("-d"), QStringLiteral("-d"), pty + QStringLiteral("/server"),
                                             pty + QStringLiteral("/panel")});
     // Both links exist once it says it relays.
+    const QByteArray relaying("starting data transfer loop");
     QByteArray said;
-    while (m_socat.waitForReadyRead(5000)) {
+    while (!said.contains(relaying) && m_socat.waitForReadyRead(5000))
         said += m_socat.readAll();
-        if (said.contains("starting data transfer loop"))
-            return startServer({QStringLiteral("--serial"), m_dir->filePath(QStringLiteral("server"))});
-    }
-    return false;
-}
-
-QString ModbusTestServer::serialPort() const
-{
-    return m_dir ? m_dir->filePath(QStringLiteral("panel")) : QString();
+    return said.contains(relaying) && startServer({QStringLiteral("--serial"), m_dir->filePath(QStringLiteral("server"))});
 }
 
 bool ModbusTestServer::startServer(const QStringList &arguments)

@@ -21,7 +21,7 @@ public:
     bool startSerial();
     int port() const { return m_port; }
     // The panel's end of the serial line.
-    QString serialPort() const;
+    QString serialPort() const { return m_dir ? m_dir->filePath(QStringLiteral("panel")) : QString(); }
     // One command; its answer's lines.
     QStringList command(const QString &line);
     // A behaviour switched on ("nofc22", "late 1 500", ...) or all off ("behave normal"): true when taken.
