@@ -9,7 +9,7 @@ packages=(
   libqt6opengl6-dev qt6-tools-private-dev qt6-base-private-dev
   qtbase5-dev qttools5-dev qttools5-dev-tools qttools5-private-dev qtbase5-private-dev libqt5designercomponents5
   xvfb xauth clang libclang-rt-14-dev fonts-dejavu-core
-  libmodbus-dev python3-pymodbus python3-serial python3-serial-asyncio
+  libmodbus-dev python3-pymodbus python3-serial python3-serial-asyncio socat
 )
 
 missing=()

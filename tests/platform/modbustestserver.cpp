@@ -4,22 +4,42 @@
 
 ModbusTestServer::~ModbusTestServer()
 {
-    if (m_process.state() == QProcess::NotRunning)
-        return;
-    m_process.kill();
-    m_process.waitForFinished(5000);
+    for (QProcess *process : {&m_process, &m_socat}) {
+        process->kill();
+        process->waitForFinished(5000);
+    }
 }
 
 bool ModbusTestServer::start()
 {
-    QStringList arguments{QStringLiteral(HMI_MODBUS_SERVER), QString::number(m_port)};
+    QStringList arguments{QString::number(m_port)};
     if (m_garbage)
         arguments << QStringLiteral("--garbage");
+    return startServer(arguments);
+}
+
+bool ModbusTestServer::startSerial()
+{
+    m_dir = std::make_unique<QTemporaryDir>();
+    m_socat.setProcessChannelMode(QProcess::MergedChannels);
+    const QString pty = QStringLiteral("pty,raw,echo=0,link=") + m_dir->path();
+    m_socat.start(QStringLiteral("socat"), {QStringLiteral("-d"), QStringLiteral("-d"), pty + QStringLiteral("/server"),
+                                            pty + QStringLiteral("/panel")});
+    // Both links exist once it says it relays.
+    const QByteArray relaying("starting data transfer loop");
+    QByteArray said;
+    while (!said.contains(relaying) && m_socat.waitForReadyRead(5000))
+        said += m_socat.readAll();
+    return said.contains(relaying) && startServer({QStringLiteral("--serial"), m_dir->filePath(QStringLiteral("server"))});
+}
+
+bool ModbusTestServer::startServer(const QStringList &arguments)
+{
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process.start(QStringLiteral(HMI_PYTHON), arguments);
+    m_process.start(QStringLiteral(HMI_PYTHON), QStringList{QStringLiteral(HMI_MODBUS_SERVER)} + arguments);
     if (!m_process.waitForStarted(5000))
         return false;
-    // It says where it listens once it accepts connections.
+    // It says where it serves once it does.
     const QStringList words = answer(false, 10000).value(0).split(QLatin1Char(' '));
     if (words.value(0) != QLatin1String("listening"))
         return false;
