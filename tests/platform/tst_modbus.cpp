@@ -56,8 +56,8 @@ const QByteArray EveryTable = R"({"entries": [
 struct Link
 {
     explicit Link(int port) : controller(everyTable(), QStringLiteral("127.0.0.1"), port) {}
-    // The same entries on named devices: "a" at port with options (JSON fields), and the unit 2 entries on
-    // "b" at port2 when given.
+    // The same entries on named devices: "a" at port, and the unit 2 entries on "b" at port2 when given;
+    // both with options (JSON fields).
     Link(int port, const QByteArray &options, int port2 = 0) : controller(everyTable(port, options, port2)) {}
     static ModbusMap everyTable(int port = 0, const QByteArray &options = {}, int port2 = 0)
     {
@@ -65,11 +65,16 @@ struct Link
         if (port) {
             QJsonObject a = QJsonDocument::fromJson("{" + options + "}").object();
             a.insert(QStringLiteral("name"), QStringLiteral("a"));
-            a.insert(QStringLiteral("host"), QStringLiteral("127.0.0.1"));
-            a.insert(QStringLiteral("port"), port);
+            if (!a.contains(QLatin1String("serial"))) {
+                a.insert(QStringLiteral("host"), QStringLiteral("127.0.0.1"));
+                a.insert(QStringLiteral("port"), port);
+            }
             QJsonArray devices{a}, entries;
-            if (port2)
-                devices.append(QJsonObject{{"name", "b"}, {"host", "127.0.0.1"}, {"port", port2}});
+            if (port2) {
+                a.insert(QStringLiteral("name"), QStringLiteral("b"));
+                a.insert(QStringLiteral("port"), port2);
+                devices.append(a);
+            }
             for (const QJsonValue e : top.value(QLatin1String("entries")).toArray()) {
                 QJsonObject entry = e.toObject();
                 entry.insert(QStringLiteral("device"), port2 && entry.value(QLatin1String("unit")).toInt() == 2 ? "b" : "a");
@@ -370,6 +375,7 @@ private Q_SLOTS:
     // says, what became of a write, and that none is sent twice.
     void deviceBehaviours_data()
     {
+        QTest::addColumn<bool>("serial"); // Modbus RTU on a pseudo-terminal pair, or Modbus/TCP
         QTest::addColumn<QString>("behaviour"); // server commands, ';' between
         QTest::addColumn<QByteArray>("options"); // of the device
         QTest::addColumn<Write>("variable"); // written once the link is up; kind 'n': nothing
@@ -379,21 +385,26 @@ private Q_SLOTS:
         const Write none{'n', 0, 0, 0, 0}, word{'w', QeltApp::User, 3, 0, 4242}; // hr 1 106
         const Write bit{'b', QeltApp::User_BIT, 7, 3, 1}; // hr 1 115, bit 3
         const QString up = QStringLiteral("Connected."), quiet;
-        QTest::newRow("answers late, in time") << "late 1 450" << QByteArray() << word << QList<int>{0, 4242} << up << quiet;
-        QTest::newRow("answers too late") << "late 1 700" << QByteArray(R"("timeoutMs": 300)") << word << QList<int>{0, 4242} << quiet
-                                          << "outcome unknown, unit 1 did not answer within 300 ms";
-        QTest::newRow("a silent unit") << "silent 2" << QByteArray() << none << QList<int>{} << "Connected; 1 variable unknown: unit 2 does not answer" << quiet;
-        QTest::newRow("no function 22") << "nofc22" << QByteArray() << bit << QList<int>{8} << up << quiet;
-        QTest::newRow("no function 22, none other allowed") << "nofc22" << QByteArray(R"("maskWrite": "fc22")") << bit << QList<int>{0} << up
+        QTest::newRow("answers late, in time") << false << "late 1 450" << QByteArray() << word << QList<int>{0, 4242} << up << quiet;
+        QTest::newRow("answers too late") << false << "late 1 700" << QByteArray(R"("timeoutMs": 300)") << word << QList<int>{0, 4242} << quiet
+                                          << "outcome unknown, unit 1 ";
+        QTest::newRow("a silent unit") << false << "silent 2" << QByteArray() << none << QList<int>{} << "Connected; 1 variable unknown: unit 2 does not answer" << quiet;
+        QTest::newRow("no function 22") << false << "nofc22" << QByteArray() << bit << QList<int>{8} << up << quiet;
+        QTest::newRow("no function 22, none other allowed") << false << "nofc22" << QByteArray(R"("maskWrite": "fc22")") << bit << QList<int>{0} << up
                                                             << "refused: unit 1 answered: Illegal function";
-        QTest::newRow("reads of at most 64") << "limit 64" << QByteArray() << none << QList<int>{} << up << quiet;
-        QTest::newRow("closes idle connections") << "idleclose 300" << QByteArray() << word << QList<int>{0, 4242} << up << quiet;
-        QTest::newRow("stalls") << "stall" << QByteArray(R"("timeoutMs": 100)") << none << QList<int>{} << "3 requests in a row without an answer" << quiet;
-        QTest::newRow("resets every connection") << "reset" << QByteArray() << none << QList<int>{} << "connection lost" << quiet;
+        QTest::newRow("reads of at most 64") << false << "limit 64" << QByteArray() << none << QList<int>{} << up << quiet;
+        QTest::newRow("closes idle connections") << false << "idleclose 300" << QByteArray() << word << QList<int>{0, 4242} << up << quiet;
+        QTest::newRow("stalls") << false << "stall" << QByteArray(R"("timeoutMs": 100)") << none << QList<int>{} << "3 requests in a row without an answer" << quiet;
+        const QByteArray fast = R"("timeoutMs": 300)";
+        QTest::newRow("serial line") << true << "behave normal" << fast << word << QList<int>{0, 4242} << up << quiet;
+        QTest::newRow("serial line, a CRC error") << true << "corrupt 1" << fast << word << QList<int>{0, 4242} << up << quiet;
+        QTest::newRow("serial line, a silent unit") << true << "silent 2" << fast << none << QList<int>{} << "Connected; 1 variable unknown: unit 2 does not answer" << quiet;
+        QTest::newRow("resets every connection") << false << "reset" << QByteArray() << none << QList<int>{} << "connection lost" << quiet;
     }
 
     void deviceBehaviours()
     {
+        QFETCH(bool, serial);
         QFETCH(QString, behaviour);
         QFETCH(QByteArray, options);
         QFETCH(Write, variable);
@@ -401,13 +412,15 @@ private Q_SLOTS:
         QFETCH(QString, status);
         QFETCH(QString, report);
         ModbusTestServer server;
-        QVERIFY(server.start());
+        QVERIFY(serial ? server.startSerial() : server.start());
         for (const QString &command : behaviour.split(QLatin1Char(';')))
-            QCOMPARE(server.command(command.trimmed()), QStringList{QStringLiteral("ok")});
+            QVERIFY(server.behave(command.trimmed()));
+        if (serial)
+            options += ", \"serial\": \"" + server.serialPort().toUtf8() + '"';
         QTemporaryDir dir;
         auto trace = std::make_shared<ModbusTrace>();
         QVERIFY(trace->open(dir.filePath(QStringLiteral("trace"))));
-        Link link(server.port(), options);
+        Link link(serial ? 1 : server.port(), options);
         link.controller.setTrace(trace);
         if (behaviour.startsWith(QLatin1String("idleclose")))
             link.controller.setPollPeriod(100000); // idle after the first poll
@@ -434,12 +447,15 @@ private Q_SLOTS:
             QCOMPARE(server.log().filter(QRegularExpression(QStringLiteral("^(6|16) 1 "))).size(), report.contains(QLatin1String("refused")) ? 0 : 1);
         }
         QTRY_VERIFY2_WITH_TIMEOUT(link.controller.status().contains(status), qPrintable(link.controller.status()), 8000);
+        if (behaviour == QLatin1String("reset"))
+            QTest::qWait(3000);
+        QFile lines(dir.filePath(QStringLiteral("trace")));
+        QVERIFY(lines.open(QIODevice::ReadOnly));
+        const QList<QByteArray> requests = lines.readAll().split('\n');
+        if (serial && behaviour.startsWith(QLatin1String("corrupt"))) // and the retry was answered
+            QVERIFY(requests.value(0).contains("result=bad answer (Invalid CRC)") || requests.value(1).contains("result=bad answer (Invalid CRC)"));
         if (behaviour == QLatin1String("reset")) {
             // Connecting works, every request fails: the link waits longer after each failure.
-            QTest::qWait(3000);
-            QFile lines(dir.filePath(QStringLiteral("trace")));
-            QVERIFY(lines.open(QIODevice::ReadOnly));
-            const QList<QByteArray> requests = lines.readAll().split('\n');
             QVERIFY2(requests.size() <= 9, qPrintable(QString::number(requests.size())));
             QVERIFY2(QRegularExpression(QStringLiteral("^\\S+ device=a unit=1 fc=3 address=100 count=82 result=connection lost \\(.+\\) ms=[0-9.]+$"))
                          .match(QString::fromUtf8(requests.value(0))).hasMatch(), requests.value(0).constData());
@@ -453,7 +469,7 @@ private Q_SLOTS:
         QVERIFY(stalled.start());
         stalled.command(QStringLiteral("stall"));
         m_server.command(QStringLiteral("set hr 1 100 0 1"));
-        Link link(m_server.port(), QByteArray(), stalled.port());
+        Link link(m_server.port(), R"("timeoutMs": 200)", stalled.port());
         Probe other(&link.form);
         link.watch(0, QeltApp::User, -1, 0);
         link.watch(0, QeltApp::Reg, -1, 0, 0, 0, &other); // unit 2: on the stalled device
@@ -467,7 +483,7 @@ private Q_SLOTS:
         QTRY_COMPARE(link.probe.values.value(0), 2);
         QVERIFY(!link.marked());
         QVERIFY(link.controller.marks().isMarked(&other));
-        QVERIFY2(link.controller.status().contains(QLatin1String("device b (127.0.0.1:")), qPrintable(link.controller.status()));
+        QTRY_VERIFY2(link.controller.status().startsWith(QLatin1String("No connection to device b (127.0.0.1:")), qPrintable(link.controller.status()));
         m_server.command(QStringLiteral("set hr 1 100 0 0"));
     }
 
