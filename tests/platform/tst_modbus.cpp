@@ -447,6 +447,12 @@ private Q_SLOTS:
             QCOMPARE(server.log().filter(QRegularExpression(QStringLiteral("^(6|16) 1 "))).size(), report.contains(QLatin1String("refused")) ? 0 : 1);
         }
         QTRY_VERIFY2_WITH_TIMEOUT(link.controller.status().contains(status), qPrintable(link.controller.status()), 8000);
+        if (behaviour == QLatin1String("stall")) { // a connection alone is not a device answering
+            QSignalSpy said(&link.controller, &ModbusController::statusChanged);
+            QTest::qWait(1500);
+            for (const QList<QVariant> &line : std::as_const(said))
+                QVERIFY2(!line.value(0).toString().startsWith(QLatin1String("Connected")), qPrintable(line.value(0).toString()));
+        }
         if (behaviour == QLatin1String("reset"))
             QTest::qWait(3000);
         QFile lines(dir.filePath(QStringLiteral("trace")));
