@@ -204,7 +204,9 @@ bool ModbusLink::readPart(const ModbusRequest &r, int offset, int count, ModbusA
     if (unitResting(r.unit))
         return missing(m_resting.value(r.unit).why);
     ModbusConnection::Reply reply;
-    for (int attempt = 0; attempt <= m_connection.device().retries && (attempt == 0 || !m_stopRequested); ++attempt) {
+    // A unit that missed its last request is asked once: each try holds up the other units' reads.
+    const int retries = m_resting.contains(r.unit) ? 0 : m_connection.device().retries;
+    for (int attempt = 0; attempt <= retries && (attempt == 0 || !m_stopRequested); ++attempt) {
         reply = read(r, offset, count, answer->values.data() + offset);
         if (!retryable(reply))
             break;

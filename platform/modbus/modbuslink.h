@@ -133,11 +133,13 @@ private:
     bool m_readModifyWrite = false;
     QVector<ModbusRequest> m_plan;
     int m_generation = 0;
-    // A unit that did not answer: when to ask it again, and how long it rests after the next miss.
+    // A unit that did not answer: when to ask it again (once, no retries), and how long it rests after
+    // the next miss.
+    static constexpr int FirstRestMs = 1000;
     struct Rest
     {
         qint64 until = 0;
-        int ms = FirstRetryMs;
+        int ms = FirstRestMs;
         QString why;
     };
     QHash<int, Rest> m_resting;
