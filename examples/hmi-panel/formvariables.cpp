@@ -1,0 +1,223 @@
+#include "formvariables.h"
+
+#include "bindingtext.h"
+#include "formlimits.h"
+#include "formloader.h"
+#include "formsession.h"
+#include "simulatedcontroller.h"
+#include "tablecontents.h"
+#include "warningcapture.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QDialog>
+#include <QHash>
+#include <QVariant>
+
+#include <memory>
+
+using norvo_v0::QeltApp;
+
+namespace {
+
+// The controller the form is attached to: what the widgets register, with the channel resolved as
+// the panel's Modbus service resolves it.
+class RegistrationRecorder : public SimulatedController
+{
+public:
+    struct Registration
+    {
+        QWidget *widget;
+        FormVariable variable;
+    };
+    QList<Registration> registrations;
+
+    void registerUIVariable(QWidget *form, QWidget *widget, norvo_v0::UpdateVariableInterface *callback, int index,
+                            int comId, int channel, int dataClass, int address, int bitType, int bitIndex, int format1,
+                            int format2, int format3, int format4, int reserved, bool asText) override
+    {
+        SimulatedController::registerUIVariable(form, widget, callback, index, comId, channel, dataClass, address,
+                                                bitType, bitIndex, format1, format2, format3, format4, reserved, asText);
+        if (!form || !widget || !callback || (bitType < 0 && dataClass < 0))
+            return; // not configured: nothing a device is asked for
+        FormVariable v;
+        v.comId = comId;
+        v.channel = resolveChannel(channel);
+        v.dataClass = bitType >= 0 ? -1 : dataClass;
+        v.bitType = bitType;
+        v.address = address;
+        v.bitIndex = bitType >= 0 ? bitIndex : 0;
+        registrations.append({widget, v});
+    }
+};
+
+FormVariable cellVariable(const BindingText &b)
+{
+    FormVariable v;
+    v.comId = b.comId;
+    v.channel = b.channel;
+    v.dataClass = b.kind == BindingText::Bit ? -1 : b.dataClass;
+    v.bitType = b.kind == BindingText::Bit ? b.bitType : -1;
+    v.address = b.address;
+    v.bitIndex = b.kind == BindingText::Bit ? b.bitIndex : 0;
+    v.writes = true; // a bound cell takes the operator's keypad input
+    return v;
+}
+
+bool isAddress(const QString &name)
+{
+    return name == QLatin1String("address") || name.endsWith(QLatin1String("Address"));
+}
+
+// Where the form gives a registered variable: an address property holding its address, a cell
+// binding it, the stored cells, or the widget.
+void placeInForm(const FormWidget &widget, FormVariable *v)
+{
+    for (const FormProperty &p : widget.properties) {
+        if (!isAddress(p.name))
+            continue;
+        const int entry = int(p.entries.indexOf(QString::number(v->address)));
+        if (p.text.trimmed() == QString::number(v->address) || entry >= 0) {
+            v->line = entry >= 0 ? p.entryLine(entry) : p.line;
+            v->property = p.name;
+            return;
+        }
+    }
+    for (const FormCell &cell : widget.cells) {
+        const BindingText b = BindingText::parse(cell.whatsThis);
+        if (b.kind != BindingText::Text && cellVariable(b).sameVariable(*v)) {
+            v->line = cell.line;
+            v->property = QStringLiteral("items");
+            return;
+        }
+    }
+    const FormProperty *data = widget.property(QStringLiteral("data"));
+    v->line = data ? data->line : widget.line;
+    v->property = data ? data->name : QString();
+}
+
+void addCell(const BindingText &b, int widget, qint64 line, const QString &property, QList<FormVariable> *out)
+{
+    if (b.kind == BindingText::Text)
+        return;
+    FormVariable v = cellVariable(b);
+    v.widget = widget;
+    v.line = line;
+    v.property = property;
+    out->append(v);
+}
+
+void addCells(const FormWidget &widget, int index, QList<FormVariable> *out)
+{
+    for (const FormCell &cell : widget.cells)
+        addCell(BindingText::parse(cell.whatsThis), index, cell.line, QStringLiteral("items"), out);
+    const FormProperty *data = widget.property(QStringLiteral("data"));
+    TableContents contents;
+    if (!data || !contents.load(data->text.toUtf8()))
+        return;
+    QList<TableContents::Roles> row;
+    for (int r = 0; contents.readRow(r, contents.columnCount(), &row); ++r) {
+        for (const TableContents::Roles &cell : std::as_const(row)) {
+            for (const auto &role : cell) {
+                if (role.first == Qt::WhatsThisRole)
+                    addCell(BindingText::parse(role.second.toString()), index, data->line, data->name, out);
+            }
+        }
+    }
+}
+
+// The bit a press of the widget writes, on the channel the widget resolves when pressed.
+bool writeBit(const QWidget *widget, RegistrationRecorder *recorder, FormVariable *v)
+{
+    const QVariant type = widget->property("writeBitType");
+    if (!type.isValid() || type.toInt() < 0)
+        return false;
+    v->bitType = type.toInt();
+    v->address = widget->property("writeAddress").toInt();
+    v->bitIndex = widget->property("writeBitIndex").toInt();
+    v->comId = widget->property("comId").toInt();
+    v->channel = widget->property("ChnNoVarEnable").toBool() ? recorder->resolveChannel(QeltApp::CurrentChannel)
+                                                             : widget->property("channel").toInt() - 1;
+    v->writes = true;
+    return true;
+}
+
+int widgetIndex(const QList<FormWidget> &widgets, const QWidget *widget)
+{
+    for (int i = 0; i < widgets.size(); ++i) {
+        if (widgets.at(i).name == widget->objectName())
+            return i;
+    }
+    return -1;
+}
+
+// One entry per widget and variable; a variable shown and written counts as written.
+void merge(const QList<FormVariable> &found, QList<FormVariable> *out)
+{
+    QHash<QString, int> seen;
+    for (const FormVariable &v : found) {
+        const QString key = QStringLiteral("%1 %2 %3 %4 %5 %6 %7")
+                                .arg(v.widget).arg(v.comId).arg(v.channel).arg(v.dataClass).arg(v.bitType)
+                                .arg(v.address).arg(v.bitIndex);
+        const auto it = seen.constFind(key);
+        if (it == seen.constEnd()) {
+            seen.insert(key, int(out->size()));
+            out->append(v);
+        } else if (v.writes && !out->at(*it).writes) {
+            (*out)[*it] = v;
+        }
+    }
+}
+
+} // namespace
+
+bool FormVariable::sameVariable(const FormVariable &other) const
+{
+    return comId == other.comId && channel == other.channel && dataClass == other.dataClass
+           && bitType == other.bitType && address == other.address && bitIndex == other.bitIndex;
+}
+
+QList<FormVariable> FormVariables::collect(const QByteArray &form, const QList<FormWidget> &widgets)
+{
+    QList<FormVariable> found;
+    for (int i = 0; i < widgets.size(); ++i)
+        addCells(widgets.at(i), i, &found);
+    RegistrationRecorder recorder;
+    WarningCapture quiet; // what the widgets say about their properties is reported at those already
+    QBuffer buffer;
+    buffer.setData(form);
+    buffer.open(QIODevice::ReadOnly);
+    FormLoader loader;
+    QWidget *root = loader.load(&buffer);
+    if (root) {
+        FormLimits::clampGeometry(root);
+        FormSession session(root, &recorder);
+        session.form()->setAttribute(Qt::WA_DontShowOnScreen);
+        session.start();
+        session.form()->show(); // tables register the rows they show
+        QCoreApplication::processEvents();
+        for (const RegistrationRecorder::Registration &r : std::as_const(recorder.registrations)) {
+            FormVariable v = r.variable;
+            v.widget = widgetIndex(widgets, r.widget);
+            if (v.widget >= 0) {
+                placeInForm(widgets.at(v.widget), &v);
+                found.append(v);
+            }
+        }
+        for (const QWidget *widget : session.form()->findChildren<QWidget *>()) {
+            FormVariable v;
+            v.widget = widgetIndex(widgets, widget);
+            if (v.widget >= 0 && writeBit(widget, &recorder, &v)) {
+                const FormProperty *address = widgets.at(v.widget).property(QStringLiteral("writeAddress"));
+                v.line = address ? address->line : widgets.at(v.widget).line;
+                v.property = address ? address->name : QString();
+                found.append(v);
+            }
+        }
+        session.form()->hide();
+    }
+    quiet.take();
+    QList<FormVariable> out;
+    merge(found, &out);
+    return out;
+}
