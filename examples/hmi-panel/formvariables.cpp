@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QDialog>
 #include <QHash>
+#include <QPointer>
 #include <QVariant>
 
 #include <memory>
@@ -69,12 +70,12 @@ bool isAddress(const QString &name)
     return name == QLatin1String("address") || name.endsWith(QLatin1String("Address"));
 }
 
-// Where the form gives a registered variable: an address property holding its address, a cell
-// binding it, the stored cells, or the widget.
+// Where the form gives a registered variable: an address property holding its address (not the
+// write bit's: a widget shows what it registers), a cell binding it, the stored cells, or the widget.
 void placeInForm(const FormWidget &widget, FormVariable *v)
 {
     for (const FormProperty &p : widget.properties) {
-        if (!isAddress(p.name))
+        if (!isAddress(p.name) || p.name.startsWith(QLatin1String("write")))
             continue;
         const int entry = int(p.entries.indexOf(QString::number(v->address)));
         if (p.text.trimmed() == QString::number(v->address) || entry >= 0) {
@@ -142,14 +143,48 @@ bool writeBit(const QWidget *widget, RegistrationRecorder *recorder, FormVariabl
     return true;
 }
 
-int widgetIndex(const QList<FormWidget> &widgets, const QWidget *widget)
+// The loader makes the widgets in the order of their elements, as the document lists them: that
+// tells widgets of the same name apart. Where it skipped one (a class it cannot make, with what it
+// holds), the names alone say which is which.
+class OrderedLoader : public FormLoader
 {
-    for (int i = 0; i < widgets.size(); ++i) {
-        if (widgets.at(i).name == widget->objectName())
-            return i;
+public:
+    QWidget *createWidget(const QString &className, QWidget *parent, const QString &name) override
+    {
+        QWidget *widget = FormLoader::createWidget(className, parent, name);
+        made.append(widget);
+        return widget;
     }
-    return -1;
-}
+
+    QHash<const QWidget *, int> indexes(const QList<FormWidget> &widgets) const
+    {
+        QHash<const QWidget *, int> out;
+        bool inOrder = made.size() == widgets.size();
+        for (int i = 0; inOrder && i < made.size(); ++i)
+            inOrder = made.at(i) && made.at(i)->objectName() == widgets.at(i).name;
+        for (int i = int(made.size()) - 1; i >= 0; --i) {
+            if (!made.at(i))
+                continue;
+            if (inOrder)
+                out.insert(made.at(i).data(), i);
+            else if (const int j = indexOfName(widgets, made.at(i)->objectName()); j >= 0)
+                out.insert(made.at(i).data(), j);
+        }
+        return out;
+    }
+
+private:
+    static int indexOfName(const QList<FormWidget> &widgets, const QString &name)
+    {
+        for (int i = 0; i < widgets.size(); ++i) {
+            if (widgets.at(i).name == name)
+                return i;
+        }
+        return -1;
+    }
+
+    QList<QPointer<QWidget>> made; // null where a class could not be made
+};
 
 // One entry per widget and variable; a variable shown and written counts as written.
 void merge(const QList<FormVariable> &found, QList<FormVariable> *out)
@@ -187,7 +222,7 @@ QList<FormVariable> FormVariables::collect(const QByteArray &form, const QList<F
     QBuffer buffer;
     buffer.setData(form);
     buffer.open(QIODevice::ReadOnly);
-    FormLoader loader;
+    OrderedLoader loader;
     QWidget *root = loader.load(&buffer);
     if (root) {
         FormLimits::clampGeometry(root);
@@ -196,9 +231,10 @@ QList<FormVariable> FormVariables::collect(const QByteArray &form, const QList<F
         session.start();
         session.form()->show(); // tables register the rows they show
         QCoreApplication::processEvents();
+        const QHash<const QWidget *, int> indexes = loader.indexes(widgets);
         for (const RegistrationRecorder::Registration &r : std::as_const(recorder.registrations)) {
             FormVariable v = r.variable;
-            v.widget = widgetIndex(widgets, r.widget);
+            v.widget = indexes.value(r.widget, -1);
             if (v.widget >= 0) {
                 placeInForm(widgets.at(v.widget), &v);
                 found.append(v);
@@ -206,7 +242,7 @@ QList<FormVariable> FormVariables::collect(const QByteArray &form, const QList<F
         }
         for (const QWidget *widget : session.form()->findChildren<QWidget *>()) {
             FormVariable v;
-            v.widget = widgetIndex(widgets, widget);
+            v.widget = indexes.value(widget, -1);
             if (v.widget >= 0 && writeBit(widget, &recorder, &v)) {
                 const FormProperty *address = widgets.at(v.widget).property(QStringLiteral("writeAddress"));
                 v.line = address ? address->line : widgets.at(v.widget).line;
