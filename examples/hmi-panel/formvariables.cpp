@@ -1,6 +1,7 @@
 #include "formvariables.h"
 
 #include "bindingtext.h"
+#include "currentcell.h"
 #include "formlimits.h"
 #include "formloader.h"
 #include "formsession.h"
@@ -13,9 +14,9 @@
 #include <QDialog>
 #include <QHash>
 #include <QPointer>
+#include <QTableWidgetItem>
 #include <QVariant>
 
-#include <memory>
 
 using norvo_v0::QeltApp;
 
@@ -52,6 +53,34 @@ public:
     }
 };
 
+// One entry per widget and variable; a variable shown and written counts as written.
+class VariableList
+{
+public:
+    bool contains(const FormVariable &v) const { return m_seen.contains(key(v)); }
+    void add(const FormVariable &v)
+    {
+        const auto it = m_seen.constFind(key(v));
+        if (it == m_seen.constEnd()) {
+            m_seen.insert(key(v), int(m_list.size()));
+            m_list.append(v);
+        } else if (v.writes && !m_list.at(*it).writes) {
+            m_list[*it] = v;
+        }
+    }
+    const QList<FormVariable> &list() const { return m_list; }
+
+private:
+    static QString key(const FormVariable &v)
+    {
+        return QStringLiteral("%1 %2 %3 %4 %5 %6 %7").arg(v.widget).arg(v.comId).arg(v.channel).arg(v.dataClass)
+            .arg(v.bitType).arg(v.address).arg(v.bitIndex);
+    }
+
+    QHash<QString, int> m_seen;
+    QList<FormVariable> m_list;
+};
+
 FormVariable cellVariable(const BindingText &b)
 {
     FormVariable v;
@@ -61,7 +90,6 @@ FormVariable cellVariable(const BindingText &b)
     v.bitType = b.kind == BindingText::Bit ? b.bitType : -1;
     v.address = b.address;
     v.bitIndex = b.kind == BindingText::Bit ? b.bitIndex : 0;
-    v.writes = true; // a bound cell takes the operator's keypad input
     return v;
 }
 
@@ -97,33 +125,51 @@ void placeInForm(const FormWidget &widget, FormVariable *v)
     v->property = data ? data->name : QString();
 }
 
-void addCell(const BindingText &b, int widget, qint64 line, const QString &property, QList<FormVariable> *out)
+// What a cell shows (its registration) and what the keypad writes when the operator edits it (the
+// table's record of the current cell, which has rules of its own for short texts and locked cells).
+void addCell(const QTableWidgetItem &item, int widget, qint64 line, const QString &property, VariableList *out)
 {
-    if (b.kind == BindingText::Text)
-        return;
-    FormVariable v = cellVariable(b);
-    v.widget = widget;
-    v.line = line;
-    v.property = property;
-    out->append(v);
+    const BindingText shown = BindingText::parse(item.whatsThis());
+    const CurrentCell edited = CurrentCell::of(&item, 0);
+    QList<FormVariable> found;
+    if (shown.kind != BindingText::Text)
+        found << cellVariable(shown);
+    if (edited.isValue || edited.isBit) {
+        FormVariable v;
+        v.comId = edited.comId;
+        v.channel = edited.channel;
+        v.dataClass = edited.isBit ? -1 : edited.dataClass;
+        v.bitType = edited.isBit ? edited.bitType : -1;
+        v.address = edited.address;
+        v.bitIndex = edited.isBit ? edited.bitIndex : 0;
+        v.writes = true;
+        found << v;
+    }
+    for (FormVariable &v : found) {
+        v.widget = widget;
+        v.line = line;
+        v.property = property;
+        out->add(v);
+    }
 }
 
-void addCells(const FormWidget &widget, int index, QList<FormVariable> *out)
+void addCells(const FormWidget &widget, int index, VariableList *out)
 {
-    for (const FormCell &cell : widget.cells)
-        addCell(BindingText::parse(cell.whatsThis), index, cell.line, QStringLiteral("items"), out);
+    for (const FormCell &cell : widget.cells) {
+        QTableWidgetItem item;
+        item.setWhatsThis(cell.whatsThis);
+        if (!cell.flags.isEmpty() && !cell.flags.contains(QLatin1String("ItemIsEditable")))
+            item.setFlags(item.flags() & ~Qt::ItemIsEditable);
+        addCell(item, index, cell.line, QStringLiteral("items"), out);
+    }
     const FormProperty *data = widget.property(QStringLiteral("data"));
     TableContents contents;
     if (!data || !contents.load(data->text.toUtf8()))
         return;
     QList<TableContents::Roles> row;
     for (int r = 0; contents.readRow(r, contents.columnCount(), &row); ++r) {
-        for (const TableContents::Roles &cell : std::as_const(row)) {
-            for (const auto &role : cell) {
-                if (role.first == Qt::WhatsThisRole)
-                    addCell(BindingText::parse(role.second.toString()), index, data->line, data->name, out);
-            }
-        }
+        for (const TableContents::Roles &cell : std::as_const(row))
+            addCell(*TableContents::makeItem(cell), index, data->line, data->name, out);
     }
 }
 
@@ -186,24 +232,6 @@ private:
     QList<QPointer<QWidget>> made; // null where a class could not be made
 };
 
-// One entry per widget and variable; a variable shown and written counts as written.
-void merge(const QList<FormVariable> &found, QList<FormVariable> *out)
-{
-    QHash<QString, int> seen;
-    for (const FormVariable &v : found) {
-        const QString key = QStringLiteral("%1 %2 %3 %4 %5 %6 %7")
-                                .arg(v.widget).arg(v.comId).arg(v.channel).arg(v.dataClass).arg(v.bitType)
-                                .arg(v.address).arg(v.bitIndex);
-        const auto it = seen.constFind(key);
-        if (it == seen.constEnd()) {
-            seen.insert(key, int(out->size()));
-            out->append(v);
-        } else if (v.writes && !out->at(*it).writes) {
-            (*out)[*it] = v;
-        }
-    }
-}
-
 } // namespace
 
 bool FormVariable::sameVariable(const FormVariable &other) const
@@ -214,7 +242,7 @@ bool FormVariable::sameVariable(const FormVariable &other) const
 
 QList<FormVariable> FormVariables::collect(const QByteArray &form, const QList<FormWidget> &widgets)
 {
-    QList<FormVariable> found;
+    VariableList found;
     for (int i = 0; i < widgets.size(); ++i)
         addCells(widgets.at(i), i, &found);
     RegistrationRecorder recorder;
@@ -235,9 +263,9 @@ QList<FormVariable> FormVariables::collect(const QByteArray &form, const QList<F
         for (const RegistrationRecorder::Registration &r : std::as_const(recorder.registrations)) {
             FormVariable v = r.variable;
             v.widget = indexes.value(r.widget, -1);
-            if (v.widget >= 0) {
+            if (v.widget >= 0 && !found.contains(v)) { // a cell's is placed already
                 placeInForm(widgets.at(v.widget), &v);
-                found.append(v);
+                found.add(v);
             }
         }
         for (const QWidget *widget : session.form()->findChildren<QWidget *>()) {
@@ -247,13 +275,11 @@ QList<FormVariable> FormVariables::collect(const QByteArray &form, const QList<F
                 const FormProperty *address = widgets.at(v.widget).property(QStringLiteral("writeAddress"));
                 v.line = address ? address->line : widgets.at(v.widget).line;
                 v.property = address ? address->name : QString();
-                found.append(v);
+                found.add(v);
             }
         }
         session.form()->hide();
     }
     quiet.take();
-    QList<FormVariable> out;
-    merge(found, &out);
-    return out;
+    return found.list();
 }
