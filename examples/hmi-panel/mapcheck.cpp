@@ -19,6 +19,5 @@ void MapCheck::check(const FormWidget &widget, const FormVariable &v, QList<Form
     if (v.writes && !entry->writable())
         report(QStringLiteral("writes %1, which %2 puts in read-only %3")
                    .arg(name, entry->describe(),
-                        entry->table == ModbusMap::InputRegisters ? QStringLiteral("input registers")
-                                                                   : QStringLiteral("discrete inputs")));
+                        kind == ModbusMap::PlcBit ? QStringLiteral("discrete inputs") : QStringLiteral("input registers")));
 }
