@@ -211,6 +211,8 @@ private Q_SLOTS:
         const QStringList operatorForm{QStringLiteral("--check"), QStringLiteral(HMI_FORMS_DIR "/operator.ui"), QStringLiteral("--map"), QStringLiteral("map.json")};
         run("map: table cell writes a read-only table", operatorForm, {}, 1, "operator.ui:127: widget \"statusTable\" (TableWidget): writes link 0, channel 1, "
             "User word 130, which entry 1 (link 0, channel 1, User words 0 ... 199) puts in read-only input", {}, {}, {{"map.json", QByteArray(map.value("map.json")).replace("holding", "input")}});
+        run("map: a locked cell only shows", mapped, formOf("QDialog", {400, 300}, "<widget class=\"TableWidget\" name=\"t\"><row/><column/><item row=\"0\" "
+            "column=\"0\"><property name=\"whatsThis\"><string>bit@1@7@5@0@0</string></property><property name=\"flags\"><set>ItemIsEnabled</set></property></item></widget>"), 0, {}, {}, {}, map);
         run("map: the sample form on its map", {operatorForm.mid(0, 3) + QStringList{QStringLiteral(HMI_FORMS_DIR "/operator-modbus.json")}}, {}, 0, {});
         run("map that does not read", mapped, mistakes, 1, "hmi-panel: no \"entries\" list", "form.ui:", {}, {{"map.json", "{}"}});
 #endif
