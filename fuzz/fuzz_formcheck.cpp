@@ -1,6 +1,7 @@
 // Feeds arbitrary bytes to the form checker (as a .ui form: XML, properties written into probe
 // widgets, table contents read to the end, binding texts, the depth scan the panel makes before
-// loading) and to the word library file the panel reads. The first byte picks which.
+// loading, with the second bit of the first byte also the form loaded and attached for its
+// variables) and to the word library file the panel reads. The first byte picks which.
 #include "fuzzapplication.h"
 #include "formchecker.h"
 #include "formlimits.h"
@@ -28,7 +29,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             std::abort();
         return 0;
     }
-    FormChecker checker({4, {{1, {QStringLiteral("One")}}}});
+    FormChecker::VariableCheck variables;
+    if (data[0] & 2) {
+        variables = [](const FormWidget &widget, const FormVariable &variable, QList<FormFinding> *) {
+            if (variable.line < widget.line) // a variable is given at its widget or inside it
+                std::abort();
+        };
+    }
+    FormChecker checker({4, {{1, {QStringLiteral("One")}}}}, variables);
     QList<FormFinding> findings;
     const bool read = checker.check(&buffer, &findings);
     if (!read && !findings.isEmpty())

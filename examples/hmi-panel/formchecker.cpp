@@ -6,6 +6,7 @@
 #include "softkeypages.h"
 #include "widgetfactory.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QHash>
 #include <QVariant>
@@ -14,16 +15,22 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <utility>
 
-FormChecker::FormChecker(const WidgetPropertyCheck::Context &context)
+FormChecker::FormChecker(const WidgetPropertyCheck::Context &context, VariableCheck variableCheck)
     : m_context(context)
+    , m_variableCheck(std::move(variableCheck))
 {
 }
 
 bool FormChecker::check(QIODevice *device, QList<FormFinding> *findings)
 {
+    const QByteArray form = device->readAll(); // read twice with a variable check: as XML and as a form
+    QBuffer buffer;
+    buffer.setData(form);
+    buffer.open(QIODevice::ReadOnly);
     FormDocument document;
-    if (!document.read(device)) {
+    if (!document.read(&buffer)) {
         m_problem = document.problem();
         return false;
     }
@@ -41,6 +48,10 @@ bool FormChecker::check(QIODevice *device, QList<FormFinding> *findings)
     }
     ObjectNameChecker::check(document.widgets(), &found);
     checkSoftKeys(document.widgets(), &found);
+    if (m_variableCheck && document.tooDeepLine() == 0) { // a form the panel refuses registers nothing
+        for (const FormVariable &variable : FormVariables::collect(form, document.widgets()))
+            m_variableCheck(document.widgets().at(variable.widget), variable, &found);
+    }
     std::stable_sort(found.begin(), found.end());
     *findings << capped(found);
     return true;
@@ -110,7 +121,8 @@ void FormChecker::checkSoftKeys(const QList<FormWidget> &widgets, QList<FormFind
     }
 }
 
-int FormChecker::run(const QString &fileName, const WidgetPropertyCheck::Context &context)
+int FormChecker::run(const QString &fileName, const WidgetPropertyCheck::Context &context,
+                     const VariableCheck &variableCheck)
 {
     QFile file(fileName);
     const QString problem = FormLimits::fileProblem(fileName);
@@ -119,7 +131,7 @@ int FormChecker::run(const QString &fileName, const WidgetPropertyCheck::Context
                     qPrintable(problem.isEmpty() ? file.errorString() : problem));
         return 2;
     }
-    FormChecker checker(context);
+    FormChecker checker(context, variableCheck);
     QList<FormFinding> findings;
     if (!checker.check(&file, &findings)) {
         std::printf("%s: not a form: %s\n", qPrintable(fileName), qPrintable(checker.problem()));

@@ -111,6 +111,8 @@ bool FormDocument::read(QIODevice *device)
                     cell.cell.whatsThis = open.property.text;
                     cell.cell.line = open.property.line;
                 }
+                else if (open.property.name == QLatin1String("flags"))
+                    cell.cell.flags = open.property.text;
                 open = OpenProperty();
             } else if (depth == cell.depth) {
                 if (!cell.cell.whatsThis.isEmpty())

@@ -34,6 +34,7 @@ struct FormCell
     int row = -1;
     int column = -1;
     QString whatsThis;
+    QString flags; // the item's "flags" set, when the form gives one
     qint64 line = 0;
 };
 

@@ -1,7 +1,7 @@
 // hmi-panel: runs a form on the simulated controller, or checks forms.
 //   hmi-panel FORM.ui [--screenshot FILE] [--language N] [--authority N] [--words FILE]
 //   hmi-panel FORM.ui [--modbus HOST:PORT] --map MAP.json [--poll MS] [--trace FILE]
-//   hmi-panel --check FORM.ui... [--words FILE]
+//   hmi-panel --check FORM.ui... [--words FILE] [--map MAP.json]
 #include "demoscenario.h"
 #include "dynamicimage.h"
 #include "formchecker.h"
@@ -13,6 +13,7 @@
 #include "panelwindow.h"
 #include "simulatedcontroller.h"
 #ifdef HMI_HAVE_MODBUS
+#include "mapcheck.h"
 #include "modbuscontroller.h"
 #include "modbusoptions.h"
 #endif
@@ -105,9 +106,25 @@ int main(int argc, char **argv)
 
     NORVOInterface_Z3 *hmi = NORVOInterface_Z3::initialization();
     if (parser.isSet(check)) {
+        FormChecker::VariableCheck variableCheck;
+#ifdef HMI_HAVE_MODBUS
+        std::unique_ptr<MapCheck> mapCheck;
+        if (parser.isSet(modbusOptions.map)) {
+            ModbusMap map;
+            if (!map.readFile(parser.value(modbusOptions.map))) {
+                for (const QString &error : map.errors())
+                    std::fprintf(stderr, "hmi-panel: %s\n", qPrintable(error));
+                return 1;
+            }
+            mapCheck = std::make_unique<MapCheck>(map);
+            variableCheck = [&mapCheck](const FormWidget &widget, const FormVariable &variable, QList<FormFinding> *found) {
+                mapCheck->check(widget, variable, found);
+            };
+        }
+#endif
         int status = 0;
         for (const QString &form : forms) {
-            const int result = FormChecker::run(form, {hmi->maxChannelCount(), wordLibrary(form)});
+            const int result = FormChecker::run(form, {hmi->maxChannelCount(), wordLibrary(form)}, variableCheck);
             status = std::max(status, result);
         }
         return status;

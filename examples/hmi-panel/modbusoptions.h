@@ -19,7 +19,9 @@ public:
     // The controller on the map's devices, or null with the reasons in *error.
     std::unique_ptr<ModbusController> start(const QCommandLineParser &parser, QString *error) const;
 
-    const QCommandLineOption map{QStringLiteral("map"), QStringLiteral("Where the form's variables live on Modbus devices."),
+    const QCommandLineOption map{QStringLiteral("map"),
+                                 QStringLiteral("Where the form's variables live on Modbus devices (with --check: report "
+                                                "variables it lacks, bits past their word, writes to read-only tables)."),
                                  QStringLiteral("MAP.json")};
 
 private:

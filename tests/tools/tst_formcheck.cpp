@@ -197,6 +197,25 @@ private Q_SLOTS:
                                         "0000000100000000000000007fffffff00000002</cstring>");
         run("span to the last row there is: checked", check, span, 1, "\"mergeCells\": 1 spans reach past");
         run("span to the last row there is: cut", shot, span, 0, "property \"mergeCells\": 1 spans reach past");
+#ifdef HMI_HAVE_MODBUS
+        // Against a map: User words in holding registers, their bits in one-register input registers.
+        const QStringList mapped = check + QStringList{QStringLiteral("--map"), QStringLiteral("map.json")};
+        const Files map{{"map.json", R"({"entries": [{"dataClass": "User", "first": 0, "last": 199, "table": "holding", "registers": 1},
+            {"bitType": "User_BIT", "first": 0, "last": 9, "table": "input", "registers": 1}]})"}};
+        run("map lacks the variable", mapped, holding("DynamicImage\" name=\"lamp", "\"address\"><number>500</number>"), 1,
+            "form.ui:1: widget \"lamp\" (DynamicImage): shows link 0, channel 1, User word 500, which the map has no entry for", {}, {}, map);
+        run("map: bit past its word", mapped, holding("BitButton\" name=\"lamp", "\"readBitType\"><enum>BitButton::User_BIT</enum>"
+            "</property><property name=\"readBitIndex\"><number>20</number>"), 1, "User_BIT 0.20, past the 16 bits of its word in entry 2", "read-only", {}, map);
+        run("map: press writes a read-only table", mapped, holding("BitButton\" name=\"key", "\"writeBitType\"><enum>BitButton::User</enum>"),
+            1, "writes link 0, channel 1, User_BIT 0.0, which entry 2 (link 0, channel 1, User_BIT bits 0 ... 9) puts in read-only input", {}, {}, map);
+        const QStringList operatorForm{QStringLiteral("--check"), QStringLiteral(HMI_FORMS_DIR "/operator.ui"), QStringLiteral("--map"), QStringLiteral("map.json")};
+        run("map: table cell writes a read-only table", operatorForm, {}, 1, "operator.ui:127: widget \"statusTable\" (TableWidget): writes link 0, channel 1, "
+            "User word 130, which entry 1 (link 0, channel 1, User words 0 ... 199) puts in read-only input", {}, {}, {{"map.json", QByteArray(map.value("map.json")).replace("holding", "input")}});
+        run("map: a locked cell only shows", mapped, formOf("QDialog", {400, 300}, "<widget class=\"TableWidget\" name=\"t\"><row/><column/><item row=\"0\" "
+            "column=\"0\"><property name=\"whatsThis\"><string>bit@1@7@5@0@0</string></property><property name=\"flags\"><set>ItemIsEnabled</set></property></item></widget>"), 0, {}, {}, {}, map);
+        run("map: the sample form on its map", {operatorForm.mid(0, 3) + QStringList{QStringLiteral(HMI_FORMS_DIR "/operator-modbus.json")}}, {}, 0, {});
+        run("map that does not read", mapped, mistakes, 1, "hmi-panel: no \"entries\" list", "form.ui:", {}, {{"map.json", "{}"}});
+#endif
         QByteArray tabs = "<widget class=\"TabWidget\" name=\"tabs\"><property name=\"operationalAuthoritys\"><stringlist>";
         for (int i = 0; i < 10000; ++i)
             tabs += "<string>" + QByteArray::number(100 + i) + "</string>";

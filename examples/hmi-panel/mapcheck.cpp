@@ -1,0 +1,23 @@
+#include "mapcheck.h"
+
+void MapCheck::check(const FormWidget &widget, const FormVariable &v, QList<FormFinding> *findings) const
+{
+    const QString name = ModbusMap::describeVariable(v.comId, v.channel, v.dataClass, v.bitType, v.address, v.bitIndex);
+    const QString use = v.writes ? QStringLiteral("writes") : QStringLiteral("shows");
+    const ModbusMap::Kind kind = v.bitType >= 0 ? ModbusMap::kindOfBitType(v.bitType) : ModbusMap::Word;
+    const ModbusMap::Entry *entry = m_map.find(v.comId, v.channel, kind, v.bitType >= 0 ? v.bitType : v.dataClass, v.address);
+    const auto report = [&](const QString &message) {
+        findings->append(FormFinding::about(widget, v.line, message, v.property));
+    };
+    if (!entry) {
+        report(QStringLiteral("%1 %2, which the map has no entry for").arg(use, name));
+        return;
+    }
+    const int bits = 16 * entry->registers;
+    if (kind == ModbusMap::WordBit && v.bitIndex >= bits)
+        report(QStringLiteral("%1 %2, past the %3 bits of its word in %4").arg(use, name).arg(bits).arg(entry->describe()));
+    if (v.writes && !entry->writable())
+        report(QStringLiteral("writes %1, which %2 puts in read-only %3")
+                   .arg(name, entry->describe(),
+                        kind == ModbusMap::PlcBit ? QStringLiteral("discrete inputs") : QStringLiteral("input registers")));
+}
