@@ -219,6 +219,8 @@ struct Phase
     QVector<qint64> deliveries;
     int unattributed = 0;
     QString status;
+    QElapsedTimer closing; // from the end of the measurement until the controller and its threads are gone
+    qint64 closedMs = 0;
 };
 
 // Device d's variables are on channel d + 1, at the same addresses on every device.
@@ -237,7 +239,7 @@ QByteArray mapOf(const QList<Device> &devices)
     return QStringLiteral(R"({"devices": [%1], "entries": [%2]})").arg(list.join(QLatin1Char(',')), entries.join(QLatin1Char(','))).toUtf8();
 }
 
-// One form of 100 widgets per device on one controller, polled every PollMs for the given time.
+// One shown form of 100 widgets per device on one controller, polled every PollMs for the given time.
 Phase run(const QList<Device> &devices, int seconds)
 {
     const int n = int(devices.size());
@@ -249,8 +251,10 @@ Phase run(const QList<Device> &devices, int seconds)
     QDialog form;
     QVector<QList<Probe *>> probes(n);
     for (int d = 0; d < n; ++d) {
-        for (int w = 0; w < 100; ++w)
+        for (int w = 0; w < 100; ++w) {
             probes[d] << new Probe(&form);
+            probes[d].last()->setGeometry(d * 600 + w % 10 * 60, w / 10 * 30, 60, 30);
+        }
         for (int i = 0; i < Variables; ++i) {
             Probe *p = probes[d].at(i % 100);
             if (i < 1000)
@@ -262,6 +266,8 @@ Phase run(const QList<Device> &devices, int seconds)
         }
     }
     controller.startUpdateUI(&form);
+    form.resize(n * 600, 300);
+    form.show(); // veils over widgets whose values are unknown paint
 
     // A poll is its device's when the values it changed are on that device's channel.
     Phase phase;
@@ -306,6 +312,7 @@ Phase run(const QList<Device> &devices, int seconds)
         phase.deliveries[d] -= deliveriesBefore.at(d);
     }
     phase.status = controller.status();
+    phase.closing.start();
     return phase;
 }
 
@@ -323,6 +330,7 @@ void print(const char *title, const QList<Device> &devices, const Phase &phase, 
     std::printf("  resident memory %lld KiB at the start, %lld KiB in the middle, %lld KiB at the end (%+lld KiB)\n",
                 phase.rss[0], phase.rss[1], phase.rss[2], phase.rss[2] - phase.rss[0]);
     std::printf("  message line: %s\n", qPrintable(phase.status));
+    std::printf("  closing the form and the controller took %lld ms on the GUI thread\n", phase.closedMs);
     std::fflush(stdout);
 }
 
@@ -356,11 +364,13 @@ int main(int argc, char **argv)
         }
         const QList<Device> both{{names.at(0), first.port(), &first}, {names.at(1), second.port(), &second}};
         answering = run(both, seconds);
+        answering.closedMs = answering.closing.elapsed();
         print("two devices answering", both, answering, seconds);
 
         StalledDevice stalled;
         const QList<Device> oneStalled{{names.at(0), first.port(), &first}, {QStringLiteral("stalled"), stalled.port(), nullptr}};
         stalling = run(oneStalled, seconds);
+        stalling.closedMs = stalling.closing.elapsed();
         print("device a answering, device stalled accepting connections and never answering", oneStalled, stalling, seconds);
         std::printf("  connections the stalled device accepted: %d\n", stalled.connections());
     } // the servers stop: the idle loop after is as idle as the one before
