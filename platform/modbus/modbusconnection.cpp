@@ -46,14 +46,24 @@ bool ModbusConnection::open(QString *why)
         return false;
     }
     m_open = true;
+    if (!m_device.serial)
+        m_socket = modbus_get_socket(m_context);
     return true;
 }
 
 void ModbusConnection::close()
 {
+    m_socket = -1;
     if (m_context && m_open)
         modbus_close(m_context);
     m_open = false;
+}
+
+void ModbusConnection::interrupt()
+{
+    const int socket = m_socket;
+    if (socket >= 0)
+        ::shutdown(socket, SHUT_RDWR);
 }
 
 bool ModbusConnection::closedByDevice()

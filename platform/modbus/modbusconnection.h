@@ -6,6 +6,7 @@
 #include <QString>
 #include <QVector>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -42,6 +43,8 @@ public:
 
     bool open(QString *why);
     void close();
+    // From any thread: a request waiting for its answer ends at once (Modbus/TCP).
+    void interrupt();
     bool isOpen() const { return m_open; }
     // Whether the device has closed the connection since the last request (as devices that close idle
     // connections do); an answer that came too late to count is thrown away.
@@ -62,6 +65,7 @@ private:
     const ModbusMap::Device m_device;
     _modbus *m_context = nullptr;
     bool m_open = false;
+    std::atomic<int> m_socket{-1};
     std::shared_ptr<ModbusTrace> m_trace;
 };
 

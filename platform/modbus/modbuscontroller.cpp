@@ -51,6 +51,7 @@ ModbusController::ModbusController(const ModbusMap &map, QObject *parent)
         m_links.push_back(std::move(dl));
     }
     updateStatus();
+    replanSoon(); // a device with nothing to read is up once connected
 }
 
 ModbusController::~ModbusController()
@@ -352,7 +353,7 @@ void ModbusController::applyPoll(int device, const ModbusPollResult &result)
         qWarning("Modbus %s: %s", qPrintable(m_map.devices().at(device).describe()), qPrintable(failure));
     dl.lastFailure = failure;
     updateMarks();
-    Q_EMIT pollApplied();
+    Q_EMIT pollApplied(device);
 }
 
 void ModbusController::applyState(int device, int state, const QString &why)

@@ -65,8 +65,8 @@ Q_SIGNALS:
     // A write refused, or whose outcome is unknown (and, after such, one done), naming the variable;
     // also printed as a warning.
     void writeReported(const QString &message);
-    // Every poll that arrived (for tests and load figures).
-    void pollApplied();
+    // Every poll of a device that arrived (for tests and load figures).
+    void pollApplied(int device);
 
 private:
     struct Variable

@@ -68,8 +68,11 @@ void ModbusLink::setPlan(const QVector<ModbusRequest> &plan, int generation)
 {
     m_plan = plan;
     m_generation = generation;
-    if (m_connection.isOpen())
-        poll(); // new variables get their values now, not a period later
+    if (!m_connection.isOpen())
+        return;
+    if (plan.isEmpty())
+        setState(Up, QString());
+    poll(); // new variables get their values now, not a period later
 }
 
 void ModbusLink::setState(State state, const QString &why)
@@ -93,7 +96,7 @@ void ModbusLink::tryConnect()
     // read yet there is nothing to ask it.
     m_failuresInARow = 0;
     m_pollTimer->start();
-    if (m_plan.isEmpty())
+    if (m_generation > 0 && m_plan.isEmpty())
         setState(Up, QString());
     poll();
 }
@@ -161,8 +164,8 @@ void ModbusLink::unitHeard(int unit, const QString &why)
 
 void ModbusLink::poll()
 {
-    // Before the first plan a poll would read nothing, yet be taken for the form's values having come.
-    if (m_generation == 0 || !ensureOpen())
+    // With nothing to read a poll would yet be taken for the form's values having come.
+    if (m_plan.isEmpty() || !ensureOpen())
         return;
     ModbusPollResult result;
     result.generation = m_generation;

@@ -85,8 +85,12 @@ public:
     static constexpr int FirstRetryMs = 100;
     static constexpr int LastRetryMs = 5000;
 
-    // From any thread: no request starts after this, so that stop() waits for one request at most.
-    void requestStop() { m_stopRequested = true; }
+    // From any thread: no request starts after this, and the one waiting for an answer gives up.
+    void requestStop()
+    {
+        m_stopRequested = true;
+        m_connection.interrupt();
+    }
 
 public Q_SLOTS:
     void start();

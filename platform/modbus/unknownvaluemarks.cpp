@@ -43,6 +43,9 @@ void UnknownValueMarks::mark(QWidget *widget, const QString &why)
         widget->installEventFilter(this);
         connect(widget, &QObject::destroyed, this, [this, widget] { m_veils.remove(widget); });
     }
+    // Marked again at every poll: only a change is worth a repaint.
+    if (veil->isVisibleTo(widget) && veil->toolTip() == why)
+        return;
     veil->setToolTip(why);
     veil->raise();
     veil->show();

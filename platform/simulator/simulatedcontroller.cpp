@@ -166,8 +166,7 @@ void SimulatedController::flushUpdates()
         return;
     m_flushing = true;
     // Callbacks may register, remove or stop updates: walk a snapshot of ids and look each up again.
-    QList<int> ids = m_registrations.keys();
-    std::sort(ids.begin(), ids.end());
+    const QList<int> ids = m_registrations.keys();
     for (int id : ids) {
         if (!m_running)
             break;

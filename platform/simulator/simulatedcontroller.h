@@ -6,6 +6,7 @@
 #include "variablememory.h"
 
 #include <QHash>
+#include <QMap>
 #include <QObject>
 #include <QPointer>
 #include <QRect>
@@ -69,7 +70,7 @@ private:
     void dropForm(QObject *form);
 
     VariableMemory m_memory;
-    QHash<int, Registration> m_registrations; // by id, ids increase in registration order
+    QMap<int, Registration> m_registrations; // by id, ids increase in registration order
     int m_nextId = 0;
     QSet<QObject *> m_activeForms;
     bool m_running = false;

@@ -421,6 +421,7 @@ private Q_SLOTS:
         auto trace = std::make_shared<ModbusTrace>();
         QVERIFY(trace->open(dir.filePath(QStringLiteral("trace"))));
         Link link(serial ? 1 : server.port(), options);
+        QSignalSpy said(&link.controller, &ModbusController::statusChanged);
         link.controller.setTrace(trace);
         if (behaviour.startsWith(QLatin1String("idleclose")))
             link.controller.setPollPeriod(100000); // idle after the first poll
@@ -455,7 +456,6 @@ private Q_SLOTS:
             QCOMPARE(server.log().filter(QStringLiteral("exception")).size(), serial ? 0 : behaviour.startsWith(QLatin1String("limit")) ? 1 : 0);
         }
         if (behaviour == QLatin1String("stall")) { // a connection alone is not a device answering
-            QSignalSpy said(&link.controller, &ModbusController::statusChanged);
             QTest::qWait(1500);
             for (const QList<QVariant> &line : std::as_const(said))
                 QVERIFY2(!line.value(0).toString().startsWith(QLatin1String("Connected")), qPrintable(line.value(0).toString()));
