@@ -322,6 +322,7 @@ void ModbusController::applyPoll(int device, const ModbusPollResult &result)
     if (result.generation != dl.generation || dl.state != ModbusLink::Up)
         return; // read for variables that have changed since
     QString failure;
+    bool changed = false; // what is known: marks and the message line follow only a change
     for (Variable &v : m_variables) {
         if (!v.entry || v.entry->device != device || v.place.request < 0 || v.place.request >= result.answers.size() || !v.widget)
             continue;
@@ -329,14 +330,17 @@ void ModbusController::applyPoll(int device, const ModbusPollResult &result)
         const int width = v.entry->kind == ModbusMap::PlcBit ? 1 : v.entry->registers;
         if (v.place.offset + width > answer.values.size())
             continue;
+        const bool wasKnown = v.known;
         v.known = true;
         for (int i = 0; i < width && !answer.missing.isEmpty(); ++i)
             v.known = v.known && !answer.missing.testBit(v.place.offset + i);
         if (!v.known) {
+            changed = changed || wasKnown || v.why != answer.failure;
             v.why = answer.failure;
             failure = failure.isEmpty() ? answer.failure : failure;
             continue;
         }
+        changed = changed || !wasKnown;
         const quint16 *registers = answer.values.constData() + v.place.offset;
         if (v.bitType >= 0 && v.entry->kind == ModbusMap::PlcBit) {
             m_values.setBit(v.channel, BitType(v.bitType), v.address, v.bitIndex, registers[0] != 0, v.comId);
@@ -352,7 +356,8 @@ void ModbusController::applyPoll(int device, const ModbusPollResult &result)
     if (!failure.isEmpty() && failure != dl.lastFailure)
         qWarning("Modbus %s: %s", qPrintable(m_map.devices().at(device).describe()), qPrintable(failure));
     dl.lastFailure = failure;
-    updateMarks();
+    if (changed)
+        updateMarks();
     Q_EMIT pollApplied(device);
 }
 
