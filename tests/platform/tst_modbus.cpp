@@ -455,6 +455,9 @@ private Q_SLOTS:
             QVERIFY2(polls.size() >= 5, qPrintable(QString::number(polls.size())));
             QCOMPARE(server.log().filter(QStringLiteral("exception")).size(), serial ? 0 : behaviour.startsWith(QLatin1String("limit")) ? 1 : 0);
         }
+        for (const QList<QVariant> &line : std::as_const(said)) // no veil flashing on a device in good health
+            QVERIFY2(status != QLatin1String("Connected.") || !line.value(0).toString().startsWith(QLatin1String("No connection")),
+                     qPrintable(line.value(0).toString()));
         if (behaviour == QLatin1String("stall")) { // a connection alone is not a device answering
             QTest::qWait(1500);
             for (const QList<QVariant> &line : std::as_const(said))
