@@ -23,7 +23,7 @@ enum StreamType : quint32 {
     Font = 64, Brush = 66, Color = 67
 };
 constexpr quint32 NullLength = 0xffffffffu;
-constexpr int FlagsRole = 0x13370551;
+constexpr int FlagsRole = TableContents::FlagsRole;
 constexpr int MinItemSize = 4;       // an item without roles: its role count
 constexpr int MinRoleSize = 4 + 4 + 1; // role, value type, null flag
 constexpr int MaxListEntries = 1000;
@@ -193,14 +193,61 @@ public:
         }
     }
 
+    // Where the row starting at start ends, found without making its values: for rows of plain
+    // values already inflated whole. -1 when the row must be read the careful way (another value
+    // type, a value past what is inflated, or malformed), which then decides.
+    qint64 skipRow(qint64 start) const
+    {
+        const char *bytes = inflater.data().constData();
+        const qint64 size = inflater.data().size();
+        qint64 at = start;
+        auto next = [&](quint32 *v) {
+            if (size - at < 4)
+                return false;
+            *v = qFromBigEndian<quint32>(bytes + at);
+            at += 4;
+            return true;
+        };
+        for (int c = 0; c < columns; ++c) {
+            quint32 count = 0;
+            if (!next(&count) || qint64(count) * MinRoleSize > size - at)
+                return -1;
+            for (quint32 i = 0; i < count; ++i) {
+                quint32 role = 0, type = 0, length = 0;
+                if (!next(&role) || !next(&type) || size - at < 1)
+                    return -1;
+                ++at; // the null flag
+                switch (type) {
+                case Bool: length = 1; break;
+                case Int: case UInt: length = 4; break;
+                case Double: case Size: length = 8; break;
+                case String: case ByteArray:
+                    if (!next(&length))
+                        return -1;
+                    if (length == NullLength)
+                        length = 0;
+                    else if (type == String && length % 2 != 0)
+                        return -1;
+                    break;
+                default:
+                    return -1;
+                }
+                if (size - at < qint64(length))
+                    return -1;
+                at += length;
+            }
+        }
+        return at;
+    }
+
     // Reads the starts of the rows up to row; false when row cannot be reached.
     bool reach(int row)
     {
         while (rowStarts.size() <= row) {
             if (broken || rowStarts.size() >= rows)
                 return false;
-            qint64 end = 0;
-            if (!parseRow(rowStarts.last(), 0, nullptr, &end))
+            qint64 end = skipRow(rowStarts.last());
+            if (end < 0 && !parseRow(rowStarts.last(), 0, nullptr, &end))
                 return false;
             rowStarts.append(end);
         }

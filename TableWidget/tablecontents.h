@@ -28,6 +28,8 @@ public:
     static constexpr int MaxColumns = 10000;
     // Far beyond any parameter list a panel shows, and it keeps the row index small.
     static constexpr int MaxRows = 1000000;
+    // The role under which an item's flags are stored.
+    static constexpr int FlagsRole = 0x13370551;
 
     TableContents();
     ~TableContents();

@@ -1,8 +1,34 @@
 #include "tablerowloader.h"
 
+#include <QDataStream>
+#include <QIODevice>
+#include <QMap>
 #include <QTableWidget>
 
 #include <algorithm>
+
+namespace {
+
+// Every role an item holds, by role.
+QMap<int, QVariant> rolesOf(const QTableWidgetItem &item)
+{
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    item.write(out);
+    QDataStream in(bytes);
+    QMap<int, QVariant> roles;
+    qint32 count = 0;
+    in >> count;
+    for (qint32 i = 0; i < count && in.status() == QDataStream::Ok; ++i) {
+        qint32 role = 0;
+        QVariant value;
+        in >> role >> value;
+        roles.insert(role, value);
+    }
+    return roles;
+}
+
+} // namespace
 
 TableRowLoader::TableRowLoader(QTableWidget *table)
     : m_table(table)
@@ -13,6 +39,8 @@ bool TableRowLoader::load(const QByteArray &hexText)
 {
     m_loaded.clear();
     m_skipped.clear();
+    m_made.clear();
+    m_kept.clear();
     m_loadedCount = 0;
     m_whole = false;
     m_warned = false;
@@ -53,7 +81,7 @@ void TableRowLoader::makeCell(int row, int column)
     if (!isLoaded(row) || !isSkipped(column) || m_table->item(row, column))
         return;
     QList<TableContents::Roles> cells;
-    if (m_contents.readRow(row, std::min(m_table->columnCount(), m_contents.columnCount()), &cells))
+    if (readCells(row, std::min(m_table->columnCount(), m_contents.columnCount()), &cells))
         placeSkipped(row, cells, column);
 }
 
@@ -70,7 +98,7 @@ void TableRowLoader::columnShown(int column)
     const int columns = std::min(m_table->columnCount(), m_contents.columnCount());
     QList<TableContents::Roles> cells;
     for (int r = 0; r < int(m_loaded.size()); ++r) {
-        if (m_loaded[size_t(r)] && !m_table->item(r, column) && m_contents.readRow(r, columns, &cells)
+        if (m_loaded[size_t(r)] && !m_table->item(r, column) && readCells(r, columns, &cells)
             && column < cells.size())
             placeItem(r, column, cells.at(column), nullptr);
     }
@@ -103,7 +131,7 @@ void TableRowLoader::rowInserted(int row)
         if (r == row || (made && !skipped) || stored >= m_contents.rowCount())
             continue;
         QList<TableContents::Roles> cells;
-        if (!m_contents.readRow(stored, m_table->columnCount(), &cells))
+        if (!readCells(stored, m_table->columnCount(), &cells))
             continue;
         if (made) {
             placeSkipped(r, cells);
@@ -117,6 +145,8 @@ void TableRowLoader::rowInserted(int row)
     m_skipped.clear();
     m_loaded.clear();
     m_loaded.shrink_to_fit();
+    m_made.clear();
+    m_kept.clear();
     m_whole = true;
     m_loadedCount = rows;
 }
@@ -131,7 +161,7 @@ bool TableRowLoader::storedTexts(int row, int column, QString *text, QString *bi
         m_storedCells.clear();
         m_storedRow = row;
         const int columns = std::min(m_table->columnCount(), m_contents.columnCount());
-        if (!m_contents.readRow(row, columns, &m_storedCells))
+        if (!readCells(row, columns, &m_storedCells))
             m_storedCells.clear();
     }
     if (column < 0 || column >= m_storedCells.size() || m_storedCells.at(column).isEmpty())
@@ -161,7 +191,7 @@ void TableRowLoader::loadRows(int first, int last, Prepare prepare, bool hiddenT
     for (int r = first; r <= last; ++r) {
         if (m_loaded[size_t(r)])
             continue;
-        if (!m_contents.readRow(r, columns, &cells)) {
+        if (!readCells(r, columns, &cells)) {
             // A malformed item: the rows before it stay. The contents are read only as far as the
             // rows shown, so this is where the panel builder learns of it.
             if (!m_warned)
@@ -179,15 +209,13 @@ void TableRowLoader::loadRows(int first, int last, Prepare prepare, bool hiddenT
             }
         }
         m_loaded[size_t(r)] = true;
+        m_made.insert(r);
         ++m_loadedCount;
     }
 }
 
-void TableRowLoader::placeItem(int row, int column, const TableContents::Roles &roles, Prepare prepare)
+std::unique_ptr<QTableWidgetItem> TableRowLoader::makeItem(const TableContents::Roles &roles) const
 {
-    QTableWidgetItem *existing = m_table->item(row, column);
-    if (roles.isEmpty() && !existing)
-        return;
     std::unique_ptr<QTableWidgetItem> made = TableContents::makeItem(roles);
     // Forms made for the original panel font carry it on every item; the table's own font replaces it.
     const QVariant font = made->data(Qt::FontRole);
@@ -196,6 +224,15 @@ void TableRowLoader::placeItem(int row, int column, const TableContents::Roles &
         if (f.family() == QLatin1String("SimSun") && f.pointSize() == 9)
             made->setFont(m_table->font());
     }
+    return made;
+}
+
+void TableRowLoader::placeItem(int row, int column, const TableContents::Roles &roles, Prepare prepare)
+{
+    QTableWidgetItem *existing = m_table->item(row, column);
+    if (roles.isEmpty() && !existing)
+        return;
+    std::unique_ptr<QTableWidgetItem> made = makeItem(roles);
     if (prepare)
         prepare(made.get());
     if (existing) {
@@ -206,4 +243,88 @@ void TableRowLoader::placeItem(int row, int column, const TableContents::Roles &
     } else {
         m_table->setItem(row, column, made.release());
     }
+}
+
+bool TableRowLoader::readCells(int row, int columns, QList<TableContents::Roles> *cells)
+{
+    if (!m_contents.readRow(row, columns, cells))
+        return false;
+    const auto kept = m_kept.find(row);
+    if (kept == m_kept.end())
+        return true;
+    for (int c = 0; c < cells->size() && c < kept->second.size(); ++c) {
+        TableContents::Roles &roles = (*cells)[c];
+        for (const auto &[role, value] : kept->second.at(c)) {
+            const int at = int(std::find_if(roles.cbegin(), roles.cend(), [&](const auto &r) { return r.first == role; })
+                               - roles.cbegin());
+            if (at < roles.size())
+                roles.removeAt(at);
+            if (value.isValid())
+                roles.append({role, value});
+        }
+    }
+    return true;
+}
+
+int TableRowLoader::release(int first, int last, int keep, const Volatile &isVolatile)
+{
+    if (m_whole || m_made.empty())
+        return 0;
+    // One screen more on either side than cover() makes, so that stepping back and forth near the
+    // edge of what is made neither drops nor makes rows at every step.
+    const int screen = std::max(1, last - first + 1);
+    const int low = first - 2 * screen;
+    const int high = last + 3 * screen;
+    std::vector<int> far(m_made.begin(), m_made.lower_bound(low));
+    far.insert(far.end(), m_made.upper_bound(high), m_made.end());
+    int dropped = 0;
+    for (int r : far) {
+        if (r != keep) {
+            dropRow(r, isVolatile);
+            ++dropped;
+        }
+    }
+    return dropped;
+}
+
+void TableRowLoader::dropRow(int row, const Volatile &isVolatile)
+{
+    const int columns = std::min(m_table->columnCount(), m_contents.columnCount());
+    QList<TableContents::Roles> stored;
+    if (!m_contents.readRow(row, columns, &stored))
+        return; // not readable again: the row stays as it is
+    QList<TableContents::Roles> kept;
+    bool any = false;
+    for (int c = 0; c < columns; ++c) {
+        const QTableWidgetItem *item = m_table->item(row, c);
+        TableContents::Roles changed;
+        if (item) {
+            const std::unique_ptr<QTableWidgetItem> made = makeItem(stored.value(c));
+            if (item->flags() != made->flags())
+                changed.append({TableContents::FlagsRole, int(item->flags())});
+            const QMap<int, QVariant> now = rolesOf(*item);
+            QMap<int, QVariant> then = rolesOf(*made);
+            const bool fromController = isVolatile && isVolatile(item);
+            for (auto it = now.cbegin(); it != now.cend(); ++it) {
+                const QVariant was = then.take(it.key());
+                if (was != it.value() && !(fromController && it.key() == Qt::DisplayRole))
+                    changed.append({it.key(), it.value()});
+            }
+            for (auto it = then.cbegin(); it != then.cend(); ++it)
+                changed.append({it.key(), QVariant()});
+        }
+        any = any || !changed.isEmpty();
+        kept.append(changed);
+    }
+    if (any)
+        m_kept[row] = kept;
+    else
+        m_kept.erase(row);
+    if (row == m_storedRow)
+        m_storedRow = -1;
+    for (int c = 0; c < m_table->columnCount(); ++c)
+        delete m_table->takeItem(row, c);
+    m_loaded[size_t(row)] = false;
+    m_made.erase(row);
+    --m_loadedCount;
 }

@@ -6,6 +6,9 @@
 
 #include <QByteArray>
 
+#include <functional>
+#include <set>
+#include <unordered_map>
 #include <vector>
 
 class QTableWidget;
@@ -15,11 +18,15 @@ class QTableWidgetItem;
 // The first load covers the first screen and two more below it; later loads cover the rows on
 // screen with one screen of margin above and two below, wherever the table was scrolled to, so a
 // jump to the end of a long list costs what a step near its start costs. Hidden columns are left
-// out of the rows made (except for Designer's whole load) until they are shown.
+// out of the rows made (except for Designer's whole load) until they are shown. Rows far from the
+// screen are dropped again; what was set in their cells since they were made (other than values the
+// controller shows, read again on return) is kept as role-value pairs and put back when they return.
 class HMIWIDGETS_EXPORT TableRowLoader
 {
 public:
     using Prepare = void (*)(QTableWidgetItem *);
+    // True for a cell whose display text the controller gives (not kept when its row is dropped).
+    using Volatile = std::function<bool(const QTableWidgetItem *)>;
 
     explicit TableRowLoader(QTableWidget *table);
 
@@ -31,6 +38,10 @@ public:
 
     // Makes the items of the rows around first ... last (the rows on screen).
     void cover(int first, int last);
+    // Drops the rows made outside first ... last widened by a few screens, except keep (the current
+    // row); returns the rows dropped.
+    int release(int first, int last, int keep, const Volatile &isVolatile);
+    int keptRows() const { return int(m_kept.size()); }
     // Makes the items of one row (when not made yet), and the cell of column there when it was
     // left out while hidden.
     void makeCell(int row, int column);
@@ -48,10 +59,14 @@ public:
 
 private:
     void loadRows(int first, int last, Prepare prepare, bool hiddenToo);
+    std::unique_ptr<QTableWidgetItem> makeItem(const TableContents::Roles &roles) const;
     void placeItem(int row, int column, const TableContents::Roles &roles, Prepare prepare);
     bool isSkipped(int column) const { return column >= 0 && size_t(column) < m_skipped.size() && m_skipped[size_t(column)]; }
     // Places the missing items of the skipped columns of a made row from its stored cells.
     void placeSkipped(int row, const QList<TableContents::Roles> &cells, int onlyColumn = -1);
+    // The stored cells of a row with what was kept of it when it was dropped.
+    bool readCells(int row, int columns, QList<TableContents::Roles> *cells);
+    void dropRow(int row, const Volatile &isVolatile);
 
     QTableWidget *const m_table;
     TableContents m_contents;
@@ -59,6 +74,9 @@ private:
     std::vector<bool> m_skipped; // columns left out of made rows while hidden
     int m_storedRow = -1; // the row whose cells are in m_storedCells
     QList<TableContents::Roles> m_storedCells;
+    std::set<int> m_made; // the rows in m_loaded, in order, to find the far ones at once
+    // By row: per column, the roles set since the row was made (an invalid value: role cleared).
+    std::unordered_map<int, QList<TableContents::Roles>> m_kept;
     int m_loadedCount = 0;
     bool m_whole = false; // every row made (after an inserted row)
     bool m_warned = false;

@@ -881,8 +881,11 @@ void TableWidget::showEvent(QShowEvent *event)
 void TableWidget::scrollContentsBy(int dx, int dy)
 {
     QTableWidget::scrollContentsBy(dx, dy);
-    if (dy != 0)
+    if (dy != 0) {
+        d->scrolling = true;
         d->refreshVisibleRows();
+        d->scrolling = false;
+    }
 }
 
 void TableWidget::loadFormFile(const QString &fileName)

@@ -129,6 +129,7 @@ public:
     int mode = 0;
     bool resizeToContents = true;
     bool firstShowPending = true;
+    bool scrolling = false; // the rows on screen are refreshed for a scroll alone
     bool dataLoaded = false;
     bool itemsPlaced = false; // an item was ever put into the table
     bool rowLimitWarned = false;

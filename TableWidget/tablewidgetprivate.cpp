@@ -84,6 +84,10 @@ void TableWidget::Private::loadData()
             last = lastVisibleRow();
             loader.cover(first, last);
         }
+        // Values the controller shows are read again when their row returns: not kept.
+        loader.release(first, last, q->currentRow(), [this](const QTableWidgetItem *item) {
+            return binding.app() && registrar.binding(item).kind == BindingText::Value;
+        });
     }
     // Parsed bindings are kept for the rows around the screen only, not for all rows ever shown.
     if (registrar.cacheSize() > 4 * (last - first + 2) * q->columnCount())
@@ -91,7 +95,7 @@ void TableWidget::Private::loadData()
     if (QeltApp *app = binding.app()) {
         app->stopUpdateUI();
         app->removeUIVariable(binding.form(), q);
-        registrar.registerRows(app, binding.form(), first, last + 1);
+        registrar.registerRows(app, binding.form(), first, last + 1, scrolling);
         registerTableVariables(app);
         app->startUpdateUI(binding.form());
     }

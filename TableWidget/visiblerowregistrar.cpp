@@ -36,15 +36,20 @@ QString VisibleRowRegistrar::valueText(const BindingText &binding, int value)
     return ValueFormatter::format(value, binding.sizeCode, binding.radix, binding.width, binding.decimals).trimmed();
 }
 
-int VisibleRowRegistrar::registerRows(QeltApp *app, QWidget *form, int first, int last)
+int VisibleRowRegistrar::registerRows(QeltApp *app, QWidget *form, int first, int last, bool scrolled)
 {
     if (!app)
         return 0;
     const int columns = m_table->columnCount();
     first = std::max(first, 0);
     last = std::min(last, m_table->rowCount() - 1);
+    const int shownFirst = scrolled ? m_shownFirst : 0;
+    const int shownLast = scrolled ? m_shownLast : -1;
+    m_shownFirst = first;
+    m_shownLast = last;
     int made = 0;
     for (int r = first; r <= last; ++r) {
+        const bool shown = r >= shownFirst && r <= shownLast;
         for (int c = 0; c < columns; ++c) {
             if (m_table->isColumnHidden(c))
                 continue;
@@ -54,8 +59,10 @@ int VisibleRowRegistrar::registerRows(QeltApp *app, QWidget *form, int first, in
             if (b.kind == BindingText::Value) {
                 app->registerUIVariable(form, m_table, m_callback, index, b.comId, b.channel, b.dataClass, b.address,
                                         -1, 0, b.sizeCode, b.radix, b.width, b.decimals, 0, true);
-                const int value = app->getData(b.channel, QeltApp::DataClass(b.dataClass), b.address, b.comId);
-                item->setText(valueText(b, value));
+                if (!shown) {
+                    const int value = app->getData(b.channel, QeltApp::DataClass(b.dataClass), b.address, b.comId);
+                    item->setText(valueText(b, value));
+                }
                 ++made;
             } else if (b.kind == BindingText::Bit) {
                 app->registerUIVariable(form, m_table, m_callback, index, b.comId, b.channel, 0, b.address, b.bitType,

@@ -30,8 +30,9 @@ public:
     int cacheSize() const { return int(m_cache.size()); }
 
     // Registers rows first ... last (clamped to the table), hidden columns left out; returns the
-    // registrations made.
-    int registerRows(norvo_v0::QeltApp *app, QWidget *form, int first, int last);
+    // registrations made. Value cells show their current value, except in the rows registered by
+    // the last call with scrolled set: scrolled on, those rows stay registered and already show it.
+    int registerRows(norvo_v0::QeltApp *app, QWidget *form, int first, int last, bool scrolled = false);
     // The text a value cell shows for a raw value.
     static QString valueText(const BindingText &binding, int value);
 
@@ -45,6 +46,8 @@ private:
     QTableWidget *const m_table;
     norvo_v0::UpdateVariableInterface *const m_callback;
     QHash<int, Cached> m_cache; // by cell index
+    int m_shownFirst = 0; // the rows registered by the last call
+    int m_shownLast = -1;
     BindingText m_none;
 };
 

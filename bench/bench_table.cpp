@@ -1,7 +1,9 @@
-// The parameter table against a stock QTableWidget: first show of a long list, one scroll step far
-// down against one near the top, controller text updates against QTableWidgetItem::setText, and the
-// memory a long list holds before and after the operator has scrolled through all of it.
-// Usage: bench_table [rounds] [scroll steps] [text updates] [section: memory, show, scroll or update]
+// The parameter table against what a Qt developer writes instead for the same bound parameters: a
+// QTableView over a QAbstractTableModel that formats the values in data(), same size, columns, rows,
+// font and grid. Each case is timed until painted: first show, one scroll step near the top and far
+// down, the first jump from the top to a far row, value updates reaching the screen, and the memory
+// held after first show, after one drag to the end and after scrolling all of it screen by screen.
+// Usage: bench_table [rounds] [scroll steps] [updates] [section: memory, show, scroll, jump or update]
 #include "simulatedcontroller.h"
 #include "tablecontents.h"
 #include "tablewidget.h"
@@ -9,15 +11,18 @@
 #include "residentmemory.h"
 
 #include <QApplication>
+#include <QAbstractTableModel>
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QScrollBar>
+#include <QTableView>
 #include <QTableWidget>
 #include <QTextStream>
 
 #include <algorithm>
 #include <memory>
+#include <tuple>
 #include <vector>
 
 #ifdef __GLIBC__
@@ -78,16 +83,6 @@ void trimHeap()
 #endif
 }
 
-int liveItems(const QTableWidget &table)
-{
-    int count = 0;
-    for (int r = 0; r < table.rowCount(); ++r) {
-        for (int c = 0; c < table.columnCount(); ++c)
-            count += table.item(r, c) != nullptr;
-    }
-    return count;
-}
-
 // A form with one table filling it, as a panel page lays it out.
 struct Form
 {
@@ -98,7 +93,7 @@ struct Form
     }
     ~Form() { delete dialog; } // the controller drops the form's registrations when it goes
 
-    void place(QTableWidget *table) { table->setGeometry(0, 0, 800, 600); }
+    void place(QAbstractItemView *table) { table->setGeometry(0, 0, 800, 600); }
     void show()
     {
         dialog->show();
@@ -133,114 +128,151 @@ struct OurTable
 double ms(qint64 ns) { return double(ns) / 1e6; }
 double us(qint64 ns) { return double(ns) / 1e3; }
 
-// --- first show ------------------------------------------------------------------------------------
-
-// Where the time of one first show goes.
-struct ShowTimes
+// The model view's values: raw controller values formatted in data() as the table's value cells are.
+class ValueModel : public QAbstractTableModel
 {
-    qint64 counts = 0; // construction and the row and column counts
-    qint64 data = 0;   // setData
-    qint64 show = 0;   // attaching, show and the events until the rows are loaded
-    qint64 total() const { return counts + data + show; }
-};
-
-// A form sets the row count before the column count (the properties' order); columnsFirst swaps them.
-ShowTimes firstShow(SimulatedController *controller, int rows, const QByteArray &data, bool columnsFirst = false)
-{
-    auto owner = std::make_unique<Form>(); // destroyed outside the timing
-    ShowTimes times;
-    QElapsedTimer timer;
-    timer.start();
-    auto *table = new TableWidget(owner->dialog);
-    owner->place(table);
-    if (columnsFirst)
-        table->setColumnCount(Columns);
-    table->setRowCount(rows);
-    table->setColumnCount(Columns);
-    times.counts = timer.nsecsElapsed();
-    // The property value is what a form gives the table; decoding it is the table's own work.
-    table->setData(data);
-    times.data = timer.nsecsElapsed() - times.counts;
-    table->setQeltAppAndFormPtr(static_cast<norvo_v0::QeltApp *>(controller), owner->dialog);
-    owner->show();
-    while (table->loadedRowCount() == 0)
-        QApplication::processEvents();
-    times.show = timer.nsecsElapsed() - times.counts - times.data;
-    owner.reset();
-    return times;
-}
-
-struct BestShow
-{
-    ShowTimes times;
-    bool any = false;
-    void add(const ShowTimes &t)
+public:
+    explicit ValueModel(int rows)
+        : m_rows(rows)
+        , m_values(size_t(rows) * Columns, 0)
     {
-        if (!any || t.total() < times.total())
-            times = t;
-        any = true;
     }
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override { return parent.isValid() ? 0 : m_rows; }
+    int columnCount(const QModelIndex &parent = QModelIndex()) const override { return parent.isValid() ? 0 : Columns; }
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        if (role != Qt::DisplayRole)
+            return QVariant();
+        const int value = m_values[size_t(index.row()) * Columns + size_t(index.column())];
+        return QString::number(value / 100.0, 'f', 2);
+    }
+    void setValue(int cell, int value)
+    {
+        m_values[size_t(cell)] = value;
+        const QModelIndex i = index(cell / Columns, cell % Columns);
+        emit dataChanged(i, i, {Qt::DisplayRole});
+    }
+
+private:
+    int m_rows;
+    std::vector<int> m_values;
 };
 
-// The application fills a stock table with every item itself.
-qint64 stockFirstShow(const std::vector<QString> &bindings)
+struct ModelTable
 {
-    auto owner = std::make_unique<Form>();
-    const QString text = QStringLiteral("0");
-    // The texts are made beforehand and shared: only what Qt itself does counts for the stock table.
+    explicit ModelTable(int rows)
+        : model(rows)
+    {
+        view = new QTableView(form.dialog);
+        form.place(view);
+        view->setModel(&model);
+    }
+    void show() { form.show(); }
+
+    Form form;
+    ValueModel model;
+    QTableView *view;
+};
+
+// The same parts of a table of either kind.
+QAbstractItemView *viewOf(OurTable &t) { return t.table; }
+QAbstractItemView *viewOf(ModelTable &t) { return t.view; }
+
+template<typename Table, typename... Args>
+qint64 firstShow(Args &&...args)
+{
     QElapsedTimer timer;
     timer.start();
-    auto *table = new QTableWidget(owner->dialog);
-    owner->place(table);
-    table->setRowCount(LongRows);
-    table->setColumnCount(Columns);
-    for (int r = 0; r < LongRows; ++r) {
-        for (int c = 0; c < Columns; ++c) {
-            auto *item = new QTableWidgetItem(text);
-            item->setWhatsThis(bindings[size_t(r) * Columns + size_t(c)]);
-            table->setItem(r, c, item);
-        }
-    }
-    owner->show();
-    const qint64 t = timer.nsecsElapsed();
-    owner.reset();
-    return t;
+    auto t = std::make_unique<Table>(std::forward<Args>(args)...);
+    t->show();
+    const qint64 ns = timer.nsecsElapsed();
+    t.reset(); // destroyed outside the timing
+    return ns;
 }
 
-// --- scrolling -------------------------------------------------------------------------------------
-
-// Steps forward one row at a time from startRow on a fresh table, so every step makes a new row's
-// items as well as registering the rows on screen again.
-qint64 freshSteps(SimulatedController *controller, const QByteArray &data, int startRow, int steps)
+// One row forward, until painted.
+void step(QAbstractItemView *view, QAbstractSlider::SliderAction action = QAbstractSlider::SliderSingleStepAdd)
 {
-    OurTable t(controller, LongRows, data);
+    view->verticalScrollBar()->triggerAction(action);
+    view->viewport()->repaint();
+}
+
+// Steps forward one row at a time from startRow on a freshly shown table.
+template<typename Table, typename... Args>
+qint64 freshSteps(int startRow, int steps, Args &&...args)
+{
+    Table t(std::forward<Args>(args)...);
     t.show();
-    QScrollBar *bar = t.table->verticalScrollBar();
-    bar->setValue(startRow); // reaching a far row reads the stored rows before it once: not a step
+    QScrollBar *bar = viewOf(t)->verticalScrollBar();
+    bar->setValue(startRow); // the first far jump is timed on its own
     QApplication::processEvents();
     QElapsedTimer timer;
     timer.start();
     for (int i = 0; i < steps; ++i)
-        bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+        step(viewOf(t));
     const qint64 ns = timer.nsecsElapsed();
     if (bar->value() != startRow + steps)
         out() << "warning: scrolled to " << bar->value() << " instead of " << startRow + steps << "\n";
     return ns;
 }
 
-// Steps back and forth over rows whose items exist: the registration part of a step alone.
-qint64 revisitSteps(TableWidget *table, int startRow, int steps)
+// The first jump from the top of a freshly shown table to row, until painted.
+template<typename Table, typename... Args>
+qint64 firstJump(int row, Args &&...args)
 {
-    QScrollBar *bar = table->verticalScrollBar();
-    bar->setValue(startRow);
-    QApplication::processEvents();
+    Table t(std::forward<Args>(args)...);
+    t.show();
     QElapsedTimer timer;
     timer.start();
-    for (int i = 0; i < steps; ++i)
-        bar->triggerAction(i & 1 ? QAbstractSlider::SliderSingleStepSub : QAbstractSlider::SliderSingleStepAdd);
-    const qint64 ns = timer.nsecsElapsed();
-    QApplication::processEvents();
-    return ns;
+    viewOf(t)->verticalScrollBar()->setValue(row);
+    viewOf(t)->viewport()->repaint();
+    return timer.nsecsElapsed();
+}
+
+// Resident memory added by a table of either kind: after first show, after one drag to the end, and
+// after scrolling all of it screen by screen (a second table from the top).
+struct Memory
+{
+    qint64 shown = 0, dragged = 0, scrolled = 0; // KiB: over the process before, and the last two over first show
+};
+
+template<typename Table, typename... Args>
+Memory memory(const char *name, Args &&...args)
+{
+    trimHeap();
+    const qint64 before = residentKiB();
+    qint64 shown = 0, dragged = 0, scrolled = 0;
+    {
+        Table t(args...);
+        t.show();
+        trimHeap();
+        shown = residentKiB();
+        QScrollBar *bar = viewOf(t)->verticalScrollBar();
+        bar->setValue(bar->maximum());
+        QApplication::processEvents();
+        trimHeap();
+        dragged = residentKiB();
+    }
+    trimHeap();
+    const qint64 base = residentKiB();
+    {
+        Table t(args...);
+        t.show();
+        QScrollBar *bar = viewOf(t)->verticalScrollBar();
+        for (int v = 0; v < bar->maximum();) {
+            v = std::min(bar->maximum(), v + bar->pageStep());
+            bar->setValue(v);
+            QApplication::processEvents();
+        }
+        trimHeap();
+        scrolled = residentKiB() - base + before;
+    }
+    trimHeap();
+    out() << "memory " << name << ": first show +" << (shown - before) / 1024 << " MB, after a drag to the end +"
+          << (dragged - shown) / 1024 << " MB, after scrolling all screen by screen +" << (scrolled - shown) / 1024
+          << " MB (over first show)\n";
+    out().flush();
+    return {shown - before, dragged - shown, scrolled - shown};
 }
 
 } // namespace
@@ -258,192 +290,128 @@ int main(int argc, char **argv)
     auto runs = [&](const char *section) { return only.isEmpty() || only == QLatin1String(section); };
     out() << "Qt " << qVersion() << ", " << rounds << " rounds, best of each\n";
 
-    const QByteArray longData = encodedTable(LongRows);
-    const QByteArray shortData = encodedTable(ShortRows);
+    const QByteArray data = encodedTable(LongRows);
     trimHeap();
-    out() << "data property: " << LongRows << " rows " << longData.size() / 1024 << " KiB, " << ShortRows
-          << " rows " << shortData.size() / 1024 << " KiB\n";
+    out() << "data property: " << LongRows << " rows " << data.size() / 1024 << " KiB\n";
     out().flush();
     SimulatedController controller;
+    constexpr int FarRow = 99000;
+    constexpr int NearRow = 100;
 
     // Memory first, on a heap no timing round has churned yet.
     if (runs("memory")) {
-        {
-            const qint64 before = residentKiB();
-            OurTable t(&controller, LongRows, longData);
-            t.show();
-            const qint64 shown = residentKiB();
-            out() << "memory before the table: " << before << " KiB\n";
-            out() << "memory after first show of " << LongRows << " rows: " << shown << " KiB (+" << shown - before
-                  << " KiB), loaded rows " << t.table->loadedRowCount() << ", live items " << liveItems(*t.table)
-                  << "\n";
-            QScrollBar *bar = t.table->verticalScrollBar();
-            QElapsedTimer timer;
-            timer.start();
-            int pages = 0;
-            for (int v = 0; v < bar->maximum(); ++pages) {
-                v = std::min(bar->maximum(), v + bar->pageStep());
-                bar->setValue(v);
-                QApplication::processEvents();
-            }
-            const qint64 scrolled = residentKiB();
-            out() << "memory after scrolling to the bottom screen by screen (" << pages << " screens, "
-                  << ms(timer.nsecsElapsed()) / pages << " ms each): " << scrolled << " KiB (+" << scrolled - before
-                  << " KiB), loaded rows " << t.table->loadedRowCount() << ", live items " << liveItems(*t.table)
-                  << "\n";
-            out().flush();
-        }
-        trimHeap();
-        // The same items in a stock table, each with texts of its own as an application makes them.
-        const qint64 before = residentKiB();
-        {
-            Form form;
-            auto *table = new QTableWidget(form.dialog);
-            form.place(table);
-            table->setRowCount(LongRows);
-            table->setColumnCount(Columns);
-            for (int r = 0; r < LongRows; ++r) {
-                for (int c = 0; c < Columns; ++c) {
-                    auto *item = new QTableWidgetItem(QString(QLatin1Char('0')));
-                    item->setWhatsThis(bindingOf(r, c));
-                    table->setItem(r, c, item);
-                }
-            }
-            form.show();
-            const qint64 shown = residentKiB();
-            out() << "memory stock QTableWidget filled with " << LongRows * Columns << " items: +" << shown - before
-                  << " KiB\n";
-        }
-        trimHeap();
+        const Memory ours = memory<OurTable>("parameter table", &controller, LongRows, data);
+        const Memory model = memory<ModelTable>("model view", LongRows);
+        out() << "ratio memory first show parameter table - model view: +" << (ours.shown - model.shown) / 1024
+              << " MB\n";
+        out() << "ratio memory after a drag to the end, over first show: +" << ours.dragged / 1024
+              << " MB (target <= +10 MB; model view +" << model.dragged / 1024 << " MB)\n";
+        out() << "ratio memory after scrolling all screen by screen, over first show: +" << ours.scrolled / 1024
+              << " MB (target <= +40 MB; model view +" << model.scrolled / 1024 << " MB)\n";
+        out().flush();
     }
 
-    // First show of a long list against a short one and against a stock table.
     if (runs("show")) {
-        std::vector<QString> bindings;
-        bindings.reserve(size_t(LongRows) * Columns);
-        for (int r = 0; r < LongRows; ++r) {
-            for (int c = 0; c < Columns; ++c)
-                bindings.push_back(bindingOf(r, c));
-        }
-        firstShow(&controller, ShortRows, shortData); // warm-up
-        firstShow(&controller, LongRows, longData);
-        BestShow shortBest, longBest, columnsFirstBest;
-        Best stockBest;
+        firstShow<OurTable>(&controller, LongRows, data); // warm-up
+        firstShow<ModelTable>(LongRows);
+        Best ours, model;
         for (int r = 0; r < rounds; ++r) {
-            shortBest.add(firstShow(&controller, ShortRows, shortData));
-            longBest.add(firstShow(&controller, LongRows, longData));
-            columnsFirstBest.add(firstShow(&controller, LongRows, longData, true));
+            ours.add(firstShow<OurTable>(&controller, LongRows, data));
+            model.add(firstShow<ModelTable>(LongRows));
         }
-        for (int r = 0; r < rounds; ++r)
-            stockBest.add(stockFirstShow(bindings));
-        const ShowTimes &shortShow = shortBest.times;
-        const ShowTimes &longShow = longBest.times;
-        const ShowTimes &columnsFirst = columnsFirstBest.times;
-        const qint64 stock = stockBest.ns;
-        for (const auto &[rows, t] : {std::pair(ShortRows, shortShow), std::pair(LongRows, longShow)}) {
-            out() << "first show " << rows << " rows: " << ms(t.total()) << " ms (counts " << ms(t.counts)
-                  << ", setData " << ms(t.data) << ", show " << ms(t.show) << ")\n";
-        }
-        out() << "first show " << LongRows << " rows, column count set before the row count: "
-              << ms(columnsFirst.total()) << " ms (counts " << ms(columnsFirst.counts) << ", setData "
-              << ms(columnsFirst.data) << ", show " << ms(columnsFirst.show) << ")\n";
-        out() << "first show stock QTableWidget with " << LongRows * Columns << " items: " << ms(stock) << " ms\n";
-        out() << "ratio first-show " << LongRows << " rows / " << ShortRows << " rows: "
-              << double(longShow.total()) / double(shortShow.total()) << " (target <= 1.5)\n";
-        out() << "ratio stock QTableWidget filled with " << LongRows * Columns << " items / ours: "
-              << double(stock) / double(longShow.total()) << " (target >= 20)\n";
+        out() << "first show " << LongRows << " rows: parameter table " << ms(ours.ns) << " ms, model view "
+              << ms(model.ns) << " ms\n";
+        out() << "ratio first show parameter table / model view: " << double(ours.ns) / double(model.ns)
+              << " (target <= 1.1)\n";
         out().flush();
     }
     trimHeap();
 
-    // One scroll step far down against one near the top.
+    if (runs("jump")) {
+        firstJump<ModelTable>(FarRow, LongRows); // warm-up
+        Best ours, model;
+        for (int r = 0; r < rounds; ++r) {
+            ours.add(firstJump<OurTable>(FarRow, &controller, LongRows, data));
+            model.add(firstJump<ModelTable>(FarRow, LongRows));
+        }
+        out() << "first jump from the top to row " << FarRow << ": parameter table " << ms(ours.ns)
+              << " ms, model view " << ms(model.ns) << " ms\n";
+        out() << "ratio first far jump parameter table: " << ms(ours.ns) << " ms (target <= 20 ms)\n";
+        out().flush();
+    }
+    trimHeap();
+
     if (runs("scroll")) {
-        const int nearRow = 100;
-        const int farRow = 99000;
-        freshSteps(&controller, longData, nearRow, steps); // warm-up
-        Best near, far;
+        freshSteps<ModelTable>(NearRow, steps, LongRows); // warm-up
+        freshSteps<OurTable>(NearRow, steps, &controller, LongRows, data);
+        Best oursNear, oursFar, modelNear, modelFar;
         for (int r = 0; r < rounds; ++r) {
-            near.add(freshSteps(&controller, longData, nearRow, steps));
-            far.add(freshSteps(&controller, longData, farRow, steps));
+            oursNear.add(freshSteps<OurTable>(NearRow, steps, &controller, LongRows, data));
+            modelNear.add(freshSteps<ModelTable>(NearRow, steps, LongRows));
+            oursFar.add(freshSteps<OurTable>(FarRow, steps, &controller, LongRows, data));
+            modelFar.add(freshSteps<ModelTable>(FarRow, steps, LongRows));
         }
-        const qint64 stepNear = near.ns;
-        const qint64 stepFar = far.ns;
-        out() << "scroll step at row " << nearRow << ": " << us(stepNear) / steps << " us\n";
-        out() << "scroll step at row " << farRow << ": " << us(stepFar) / steps << " us\n";
-        out() << "ratio scroll step at row " << farRow << " / at row " << nearRow << ": "
-              << double(stepFar) / double(stepNear) << " (target <= 1.2)\n";
-        OurTable t(&controller, LongRows, longData);
-        t.show();
-        // Make the rows around both places first: what is left is registering the screen again.
-        revisitSteps(t.table, farRow, 2);
-        revisitSteps(t.table, nearRow, 2);
-        Best backNearBest, backFarBest;
-        for (int r = 0; r < rounds; ++r) {
-            backNearBest.add(revisitSteps(t.table, nearRow, steps));
-            backFarBest.add(revisitSteps(t.table, farRow, steps));
+        for (const auto &[row, ours, model] : {std::tuple(NearRow, oursNear, modelNear), std::tuple(FarRow, oursFar, modelFar)}) {
+            out() << "scroll step at row " << row << ": parameter table " << us(ours.ns) / steps << " us, model view "
+                  << us(model.ns) / steps << " us\n";
+            out() << "ratio scroll step at row " << row << " parameter table / model view: "
+                  << double(ours.ns) / double(model.ns) << " (target <= 1.1)\n";
         }
-        const qint64 backNear = backNearBest.ns;
-        const qint64 backFar = backFarBest.ns;
-        out() << "scroll step back and forth over made rows at row " << nearRow << ": " << us(backNear) / steps
-              << " us, at row " << farRow << ": " << us(backFar) / steps << " us ("
-              << double(backFar) / double(backNear) << "x)\n";
         out().flush();
     }
 
-    // Controller text updates on the cells on screen against setting the items' texts.
+    // Controller values reaching the cells on screen: the table's update call against the model's
+    // dataChanged, each until painted.
     if (runs("update")) {
-        OurTable t(&controller, LongRows, longData);
+        OurTable t(&controller, LongRows, data);
         t.show();
+        ModelTable m(LongRows);
+        m.show();
         TableWidget *table = t.table;
         const int shownRows = std::max(1, table->rowAt(table->viewport()->height() - 1) + 1);
         const int cells = shownRows * Columns;
-        std::vector<QTableWidgetItem *> items;
-        for (int i = 0; i < cells; ++i)
-            items.push_back(table->item(i / Columns, i % Columns));
         const QString texts[] = {QStringLiteral("12.34"), QStringLiteral("56.78")};
-        // One count across all runs: a cell's next text is always the other one, so each update
+        const int values[] = {1234, 5678};
+        // One count across all runs: a cell's next value is always the other one, so each update
         // changes what the cell shows.
         qint64 counter = 0;
-        QWidget *viewport = table->viewport(); // where the cells are painted
         auto runOurs = [&](int count) {
             QElapsedTimer timer;
             timer.start();
             for (int i = 0; i < count; ++i, ++counter) {
                 table->updateData(int(counter % cells), texts[(counter / cells) & 1]);
-                viewport->repaint();
+                table->viewport()->repaint();
             }
             return timer.nsecsElapsed();
         };
-        auto runStock = [&](int count) {
+        auto runModel = [&](int count) {
             QElapsedTimer timer;
             timer.start();
             for (int i = 0; i < count; ++i, ++counter) {
-                items[size_t(counter % cells)]->setText(texts[(counter / cells) & 1]);
-                viewport->repaint();
+                m.model.setValue(int(counter % cells), values[(counter / cells) & 1]);
+                m.view->viewport()->repaint();
             }
             return timer.nsecsElapsed();
         };
-        runStock(updates / 10); // warm-up
+        runModel(updates / 10); // warm-up
         runOurs(updates / 10);
         // Each round makes all its updates of both kinds in alternating chunks.
         constexpr int Chunk = 500;
-        Best stockBest, oursBest;
+        Best modelBest, oursBest;
         for (int r = 0; r < rounds; ++r) {
-            qint64 stockRound = 0;
+            qint64 modelRound = 0;
             qint64 oursRound = 0;
             for (int done = 0; done < updates; done += Chunk) {
                 const int count = std::min(Chunk, updates - done);
-                stockRound += runStock(count);
+                modelRound += runModel(count);
                 oursRound += runOurs(count);
             }
-            stockBest.add(stockRound);
+            modelBest.add(modelRound);
             oursBest.add(oursRound);
         }
-        const qint64 stock = stockBest.ns;
-        const qint64 ours = oursBest.ns;
-        out() << "text update on " << cells << " cells on screen: updateData " << us(ours) / updates
-              << " us, QTableWidgetItem::setText " << us(stock) / updates << " us\n";
-        out() << "ratio updateData text / QTableWidgetItem::setText: " << double(ours) / double(stock)
+        out() << updates << " value updates on " << cells << " cells on screen: parameter table "
+              << ms(oursBest.ns) << " ms, model view " << ms(modelBest.ns) << " ms\n";
+        out() << "ratio value updates parameter table / model view: " << double(oursBest.ns) / double(modelBest.ns)
               << " (target <= 1.1)\n";
     }
     return 0;

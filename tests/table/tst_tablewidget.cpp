@@ -87,6 +87,7 @@ private Q_SLOTS:
         QVERIFY(screen > 3);
         QCOMPARE(p.registeredRows().size(), screen + 1);
         QVERIFY(p.table->loadedRowCount() <= 3 * screen + 3);
+        p.table->item(1, 2)->setToolTip(QStringLiteral("set by the application"));
         p.table->verticalScrollBar()->setValue(99000);
         const int first = p.table->rowAt(0);
         QVERIFY(first >= 98990);
@@ -94,8 +95,17 @@ private Q_SLOTS:
         QCOMPARE(registered.size(), p.visibleRows() + 1);
         QCOMPARE(registered.first(), first);
         QVERIFY(p.table->loadedRowCount() <= 7 * screen);
+        // A step reads the values of the row that came on screen alone; the others show theirs.
+        p.app.clearCalls();
+        p.table->verticalScrollBar()->triggerAction(QAbstractSlider::SliderSingleStepSub);
+        QCOMPARE(p.app.callNames().count(QStringLiteral("getData")), 8);
         QCOMPARE(p.table->item(first, 3)->whatsThis(), QStringLiteral("1@0@%1@8@0@0@9").arg(first * 8 + 3));
         QVERIFY(!p.table->item(50000, 0));
+        // Rows far from the screen are dropped; what was set in them comes back with them.
+        QVERIFY(!p.table->item(1, 2));
+        p.table->verticalScrollBar()->setValue(0);
+        QVERIFY(!p.table->item(first, 3));
+        QCOMPARE(p.table->item(1, 2)->toolTip(), QStringLiteral("set by the application"));
     }
 
     // Updates by index: a cell's value or text, nothing past the table or at an unused index; an
