@@ -14,7 +14,8 @@
 class QTableWidget;
 class QTableWidgetItem;
 
-// Makes the table's items from its stored contents, only for the rows asked for and each row once.
+// Makes the table's items from its stored contents, only for the rows asked for, each once while it
+// stays near the screen.
 // The first load covers the first screen and two more below it; later loads cover the rows on
 // screen with one screen of margin above and two below, wherever the table was scrolled to, so a
 // jump to the end of a long list costs what a step near its start costs. Hidden columns are left
