@@ -86,7 +86,8 @@ void TableWidget::Private::loadData()
         }
         // Values the controller shows are read again when their row returns: not kept.
         loader.release(first, last, q->currentRow(), [this](const QTableWidgetItem *item) {
-            return binding.app() && registrar.binding(item).kind == BindingText::Value;
+            // Parsed here, not cached: the cache holds the rows on screen.
+            return binding.app() && BindingText::parse(item->whatsThis()).kind == BindingText::Value;
         });
     }
     // Parsed bindings are kept for the rows around the screen only, not for all rows ever shown.
