@@ -1,7 +1,7 @@
 // A form of 500 of the library's widgets (every kind, in turn) loaded through the panel's form
 // loader and shown, against a form of 500 push buttons; then the same for each kind alone, so that
 // a miss shows where the time goes.
-// Usage: bench_formload [widgets] [rounds]
+// Usage: bench_formload [widgets] [rounds] [kind]  (a kind's class name: that kind alone)
 #include "formloader.h"
 
 #include <QApplication>
@@ -119,11 +119,16 @@ int main(int argc, char **argv)
     const int count = argc > 1 ? std::max(1, atoi(argv[1])) : 500;
     const int rounds = argc > 2 ? std::max(1, atoi(argv[2])) : 5;
     QTextStream out(stdout);
+    const QByteArray only = argc > 3 ? QByteArray(argv[3]) : QByteArray();
     static const Kind button{"QPushButton", {100, 30}, Button, "QPushButton", Button};
     const Timing stock = measure(form({&button}, count), rounds);
     QList<const Kind *> all;
     for (const Kind &k : Kinds)
         all << &k;
+    if (!only.isEmpty())
+        all.erase(std::remove_if(all.begin(), all.end(), [&](const Kind *k) { return only != k->className; }), all.end());
+    if (all.isEmpty())
+        qFatal("no kind %s", only.constData());
     const Timing mixed = measure(form(all, count), rounds);
     const auto ms = [](qint64 ns) { return QString::number(ns / 1e6, 'f', 1); };
     out << count << " widgets, best of " << rounds << " rounds (load + show)\n";
@@ -135,7 +140,8 @@ int main(int argc, char **argv)
         << " (target <= 1.3)\n";
     out << "ratio mixed form / stock counterparts: " << double(mixed.total()) / double(mixedStock.total()) << "\n";
     out << "by kind (" << count << " of one kind / push buttons, / its stock counterpart):\n";
-    for (const Kind &k : Kinds) {
+    for (const Kind *kind : std::as_const(all)) {
+        const Kind &k = *kind;
         const Timing one = measure(form({&k}, count), std::max(1, rounds / 2));
         const Timing counterpart = measure(form({&k}, count, true), std::max(1, rounds / 2));
         out << "  ratio " << k.className << ": " << double(one.total()) / double(stock.total()) << ", / "

@@ -34,15 +34,23 @@ JumpToDialog::JumpToDialog(TableWidget *table)
     , m_table(table)
     , m_search(std::make_unique<JumpSearch>(table))
 {
-    build();
+    setObjectName(QStringLiteral("JumpToDialog"));
+    setWindowTitle(QString::fromUtf8("表格跳转"));
 }
 
 JumpToDialog::~JumpToDialog() = default;
 
+void JumpToDialog::setVisible(bool visible)
+{
+    if (visible)
+        build();
+    QDialog::setVisible(visible);
+}
+
 void JumpToDialog::build()
 {
-    setObjectName(QStringLiteral("JumpToDialog"));
-    setWindowTitle(QString::fromUtf8("表格跳转"));
+    if (built())
+        return;
     auto *layout = new QVBoxLayout(this);
 
     auto *methods = new QGroupBox(QString::fromUtf8("跳转形式"), this);
@@ -134,6 +142,7 @@ QList<QWidget *> JumpToDialog::inputs() const
 
 int JumpToDialog::method() const
 {
+    // Before the inputs exist the first method is the checked one.
     for (int i = 0; i < m_radios.size(); ++i) {
         if (m_radios.at(i)->isChecked())
             return i;
@@ -143,6 +152,7 @@ int JumpToDialog::method() const
 
 int JumpToDialog::runFor(int column, int method, int visibleMask)
 {
+    build();
     m_column = column;
     if (method < 0 || method >= m_radios.size())
         method = 0;
@@ -166,6 +176,8 @@ void JumpToDialog::radioToggled(bool checked)
 
 void JumpToDialog::updateInputs()
 {
+    if (!built())
+        return;
     const bool fields = method() == JumpPattern::Variable;
     m_text->setEnabled(!fields);
     for (QWidget *w : {static_cast<QWidget *>(m_class), static_cast<QWidget *>(m_address),
@@ -176,6 +188,7 @@ void JumpToDialog::updateInputs()
 
 void JumpToDialog::accept()
 {
+    build();
     m_inputError->hide();
     m_notFound->hide();
     JumpPattern::Input input;
@@ -202,6 +215,8 @@ void JumpToDialog::accept()
 
 void JumpToDialog::moveFocus(int step)
 {
+    if (!built())
+        return;
     m_inputError->hide();
     const QList<QWidget *> list = inputs();
     int at = int(list.indexOf(focusWidget()));

@@ -21,6 +21,8 @@ class TableWidget;
 // open, saying why, until something is found or the operator cancels. Made for panels without a
 // keyboard: the arrow keys move between its inputs, a click on a line opens the soft keypad, and
 // the first four soft keys (F1 ... F4) move the focus up and down, confirm and cancel.
+// Every table has one from the start, but most are never opened: its inputs are made, and thereby
+// polished under the table's style sheet, only when it is first shown or used.
 class HMIWIDGETS_EXPORT JumpToDialog : public QDialog
 {
     Q_OBJECT
@@ -33,6 +35,7 @@ public:
     int runFor(int column, int method, int visibleMask);
     int method() const;
     JumpSearch &search() { return *m_search; }
+    void setVisible(bool visible) override;
 
 public Q_SLOTS:
     void accept() override;
@@ -45,6 +48,7 @@ protected:
 
 private:
     void build();
+    bool built() const { return m_ok != nullptr; }
     QList<QWidget *> inputs() const;
     void moveFocus(int step);
     void updateInputs();

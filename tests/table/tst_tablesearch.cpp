@@ -265,6 +265,8 @@ private Q_SLOTS:
             if (d->isVisible())
                 d->reject();
         });
+        auto *unopened = p.table->findChild<JumpToDialog *>(QStringLiteral("JumpToDialog"));
+        QVERIFY(unopened && unopened->findChildren<QWidget *>().isEmpty()); // its inputs made when first opened
         p.table->updateData(-1001, method);
         p.table->updateData(-1002, mask);
         p.table->jumpTo(1);
