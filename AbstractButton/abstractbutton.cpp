@@ -211,6 +211,8 @@ QKeySequence AbstractButton::shortcut() const
 
 void AbstractButton::setShortcutEnabled(bool enable)
 {
+    if (enable && !d->shortcutIds.isEmpty())
+        return; // already grabbed: grabbing again would only renumber the same keys
     d->releaseShortcutKeys();
     if (enable)
         d->grabShortcutKeys(d->savedShortcut);

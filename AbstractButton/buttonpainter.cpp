@@ -58,55 +58,51 @@ ButtonPainter::ButtonPainter(AbstractButton *button, const ButtonLook &look, But
 void ButtonPainter::paint(const ButtonFace &face) const
 {
     QPainter p(m_button);
-    const qreal dpr = m_button->devicePixelRatioF();
-    if (!m_cache || !ButtonRenderCache::isCheap(m_button->size(), dpr)) {
-        if (m_cache)
-            m_cache->clear(); // a button that grew past the limit keeps no stale images either
-        draw(p, face);
-        return;
-    }
-    const ButtonRenderCache::Key key = cacheKey(face);
-    if (const QPixmap *cached = m_cache->find(key)) {
-        p.drawPixmap(0, 0, *cached);
-        return;
-    }
-    QPixmap look(m_button->size() * key.dpr);
-    look.setDevicePixelRatio(key.dpr);
-    look.fill(Qt::transparent);
-    QPainter lp(&look);
-    draw(lp, face);
-    lp.end();
-    m_cache->insert(key, look);
-    p.drawPixmap(0, 0, look);
-}
-
-void ButtonPainter::draw(QPainter &p, const ButtonFace &face) const
-{
     p.setRenderHint(QPainter::Antialiasing);
-    paintBody(p, face);
+    const qreal dpr = m_button->devicePixelRatioF();
+    if (m_cache && ButtonRenderCache::isCheap(m_button->size(), dpr)) {
+        const QPixmap body = m_cache->body(bodyKey(face), m_button->size(), dpr, [this, &face](QPainter &bp) {
+            bp.setRenderHint(QPainter::Antialiasing);
+            drawBody(bp, face);
+        });
+        p.drawPixmap(0, 0, body);
+        paintFocusFrame(p, face);
+    } else {
+        if (m_cache)
+            m_cache->clear();
+        paintBody(p, face);
+    }
     paintIcon(p);
     paintCaption(p, face.captionColor);
 }
 
-ButtonRenderCache::Key ButtonPainter::cacheKey(const ButtonFace &face) const
+// Everything drawBody() reads, and nothing else: buttons differing only in caption, icon or focus
+// share one body.
+QString ButtonPainter::bodyKey(const ButtonFace &face) const
 {
-    ButtonRenderCache::Key key;
-    key.size = m_button->size();
-    key.dpr = m_button->devicePixelRatioF();
-    key.face = face;
-    key.look = m_look;
-    key.text = m_button->text();
-    key.font = m_button->font();
-    const QIcon icon = m_button->icon();
-    key.iconKey = icon.isNull() ? 0 : icon.cacheKey();
-    key.iconSize = m_button->iconSize();
-    key.alignment = int(m_button->alignment());
-    key.enabled = m_button->isEnabled();
-    key.down = m_button->isDown();
-    key.checked = m_button->isChecked();
-    key.checkable = m_button->isCheckable();
-    key.light = m_button->palette().color(QPalette::Light).rgba();
-    key.dark = m_button->palette().color(QPalette::Dark).rgba();
+    QString key = QStringLiteral("hmi-button-body");
+    const auto add = [&key](qint64 value) {
+        key += QLatin1Char(':');
+        key += QString::number(value, 16);
+    };
+    add(m_button->width());
+    add(m_button->height());
+    add(qRound64(m_button->devicePixelRatioF() * 1000));
+    add(m_look.borderEnabled ? qint64(m_look.borderColor.rgba64()) : -1);
+    add(m_look.cornersRadius);
+    if (face.picture.isNull()) {
+        add(qint64(face.bodyColor.rgba64()));
+        const bool bevel = hasBevel(face);
+        add(bevel ? (isSunken() ? 2 : 1) : 0);
+        if (bevel) {
+            const QPalette &pal = m_button->palette();
+            add(qint64(pal.color(QPalette::Light).rgba64()));
+            add(qint64(pal.color(QPalette::Dark).rgba64()));
+        }
+    } else {
+        key += QStringLiteral(":picture");
+        add(face.picture.cacheKey());
+    }
     return key;
 }
 
@@ -123,6 +119,11 @@ bool ButtonPainter::hasBevel(const ButtonFace &face) const
 void ButtonPainter::paintBody(QPainter &p, const ButtonFace &face) const
 {
     drawBody(p, face);
+    paintFocusFrame(p, face);
+}
+
+void ButtonPainter::paintFocusFrame(QPainter &p, const ButtonFace &face) const
+{
     if (face.focusFrame) {
         const QRect current = hasBevel(face) ? bevelRect() : m_button->rect();
         p.save();

@@ -24,7 +24,7 @@ class AbstractButton;
 class HMIWIDGETS_EXPORT ButtonPainter
 {
 public:
-    // With a cache, looks painted before are blitted from it.
+    // With a cache, the body is blitted from an image shared by all buttons of the same size and look.
     ButtonPainter(AbstractButton *button, const ButtonLook &look, ButtonRenderCache *cache = nullptr);
 
     // Body, icon and caption, in that order, with one antialiased painter.
@@ -44,8 +44,8 @@ public:
 private:
     bool hasBevel(const ButtonFace &face) const;
     QRect bevelRect() const;
-    ButtonRenderCache::Key cacheKey(const ButtonFace &face) const;
-    void draw(QPainter &p, const ButtonFace &face) const;
+    QString bodyKey(const ButtonFace &face) const;
+    void paintFocusFrame(QPainter &p, const ButtonFace &face) const;
     void drawBody(QPainter &p, const ButtonFace &face) const;
 
     AbstractButton *m_button;

@@ -1,17 +1,7 @@
 #include "buttonrendercache.h"
 
-bool ButtonRenderCache::Key::operator==(const Key &o) const
-{
-    return size == o.size && dpr == o.dpr && face.bodyColor == o.face.bodyColor
-           && face.picture.cacheKey() == o.face.picture.cacheKey() && face.captionColor == o.face.captionColor
-           && face.focusFrame == o.face.focusFrame && look.borderEnabled == o.look.borderEnabled
-           && look.borderColor == o.look.borderColor && look.cornersRadius == o.look.cornersRadius
-           && look.iconPosition == o.look.iconPosition && look.iconSpace == o.look.iconSpace
-           && look.textSpace == o.look.textSpace && text == o.text && iconKey == o.iconKey
-           && iconSize == o.iconSize && alignment == o.alignment && enabled == o.enabled && down == o.down
-           && checked == o.checked && checkable == o.checkable && light == o.light && dark == o.dark
-           && font == o.font;
-}
+#include <QPainter>
+#include <QPixmapCache>
 
 bool ButtonRenderCache::isCheap(const QSize &size, qreal devicePixelRatio)
 {
@@ -19,35 +9,37 @@ bool ButtonRenderCache::isCheap(const QSize &size, qreal devicePixelRatio)
     return pixels * 4 <= qreal(MaxCachedBytes);
 }
 
+QPixmap ButtonRenderCache::body(const QString &key, const QSize &size, qreal devicePixelRatio,
+                                const std::function<void(QPainter &)> &draw)
+{
+    m_key = key;
+    QPixmap pixmap;
+    if (QPixmapCache::find(key, &pixmap))
+        return pixmap;
+    pixmap = QPixmap(size * devicePixelRatio);
+    pixmap.setDevicePixelRatio(devicePixelRatio);
+    pixmap.fill(Qt::transparent);
+    QPainter p(&pixmap);
+    draw(p);
+    p.end();
+    QPixmapCache::insert(key, pixmap);
+    return pixmap;
+}
+
 void ButtonRenderCache::clear()
 {
-    m_entries = {};
-    m_next = 0;
+    m_key.clear();
 }
 
 bool ButtonRenderCache::isEmpty() const
 {
-    for (const Entry &e : m_entries) {
-        if (e.used)
-            return false;
-    }
-    return true;
+    return m_key.isEmpty();
 }
 
-const QPixmap *ButtonRenderCache::find(const Key &key) const
+QPixmap ButtonRenderCache::current() const
 {
-    for (const Entry &e : m_entries) {
-        if (e.used && e.key == key)
-            return &e.pixmap;
-    }
-    return nullptr;
-}
-
-void ButtonRenderCache::insert(const Key &key, const QPixmap &pixmap)
-{
-    Entry &e = m_entries[m_next];
-    e.key = key;
-    e.pixmap = pixmap;
-    e.used = true;
-    m_next = (m_next + 1) % m_entries.size();
+    QPixmap pixmap;
+    if (!m_key.isEmpty())
+        QPixmapCache::find(m_key, &pixmap);
+    return pixmap;
 }

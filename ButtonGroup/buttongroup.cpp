@@ -23,6 +23,12 @@ namespace {
 // (the usual input of a machine panel) delivers its touches to the key as it would a mouse press.
 constexpr Qt::WidgetAttribute KeyAttributes[] = {Qt::WA_NoMousePropagation, Qt::WA_AcceptTouchEvents};
 
+// Soft key n answers function key Fn.
+QKeySequence functionKey(int n)
+{
+    return QKeySequence(int(Qt::Key_F1) + n - 1);
+}
+
 QString buttonObjectName(int group, int index)
 {
     return QStringLiteral("functionButton%1%2").arg(group, 2, 10, QLatin1Char('0')).arg(index, 2, 10, QLatin1Char('0'));
@@ -96,8 +102,9 @@ FunctionButton *ButtonGroup::Private::makeButton(int group, int index, int ordin
         key = ordinaryCount + 2;
     }
     button->setText(caption);
-    button->setShortcut(QKeySequence(QStringLiteral("F%1").arg(key)));
-    button->setShortcutEnabled(shortcutEnabled);
+    button->setShortcut(functionKey(key));
+    if (!shortcutEnabled)
+        button->setShortcutEnabled(false);
     return button;
 }
 
@@ -345,11 +352,11 @@ void ButtonGroup::setButtonCount(int count)
     }
     if (count > old) {
         if (FunctionButton *first = list->first()) {
-            first->setShortcut(QKeySequence(QStringLiteral("F%1").arg(count + 1)));
+            first->setShortcut(functionKey(count + 1));
             d->writeThroughSheet(first, "shortcut", first->shortcut());
         }
         if (FunctionButton *last = list->last()) {
-            last->setShortcut(QKeySequence(QStringLiteral("F%1").arg(count + 2)));
+            last->setShortcut(functionKey(count + 2));
             d->writeThroughSheet(last, "shortcut", last->shortcut());
         }
     }

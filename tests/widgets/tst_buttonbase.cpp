@@ -394,20 +394,24 @@ private slots:
         QTest::newRow("just past the limit") << QSize(513, 512) << false;
         QTest::newRow("16000 x 16000") << QSize(16000, 16000) << false;
     }
-    // Only a look that is cheap to keep is cached; a huge button is drawn directly, and one that grows
-    // past the limit drops what it kept.
+    // Only a look that is cheap to keep is cached, one body for every button of that size and look
+    // whatever its caption; a huge button is drawn directly, and one that grows past the limit drops
+    // what it kept.
     void renderCache()
     {
         QFETCH(QSize, size); QFETCH(bool, cached);
-        OnOffTestButton b;
-        b.useCache = true;
+        OnOffTestButton b, other;
+        b.useCache = other.useCache = true;
+        other.setText("other");
         QPixmap corner(100, 30);
         b.render(&corner, QPoint(), QRegion(0, 0, 100, 30));
         QVERIFY(!b.cache.isEmpty());
-        b.resize(size);
+        b.resize(size); other.resize(size);
         b.render(&corner, QPoint(), QRegion(0, 0, 100, 30));
         QCOMPARE(b.cache.isEmpty(), !cached);
         QCOMPARE(corner.toImage().pixelColor(50, 15), named("off"));
+        other.render(&corner, QPoint(), QRegion(0, 0, 100, 30));
+        QCOMPARE(!b.cache.current().isNull() && b.cache.current().cacheKey() == other.cache.current().cacheKey(), cached);
     }
 
 };
