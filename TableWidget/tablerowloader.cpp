@@ -254,13 +254,14 @@ bool TableRowLoader::readCells(int row, int columns, QList<TableContents::Roles>
         return true;
     for (int c = 0; c < cells->size() && c < kept->second.size(); ++c) {
         TableContents::Roles &roles = (*cells)[c];
-        for (const auto &[role, value] : kept->second.at(c)) {
-            const int at = int(std::find_if(roles.cbegin(), roles.cend(), [&](const auto &r) { return r.first == role; })
+        for (const auto &keptRole : kept->second.at(c)) {
+            const int role = keptRole.first;
+            const int at = int(std::find_if(roles.cbegin(), roles.cend(), [role](const auto &r) { return r.first == role; })
                                - roles.cbegin());
             if (at < roles.size())
                 roles.removeAt(at);
-            if (value.isValid())
-                roles.append({role, value});
+            if (keptRole.second.isValid())
+                roles.append({role, keptRole.second});
         }
     }
     return true;
