@@ -4,6 +4,7 @@
 #include "formlimits.h"
 #include "objectnamechecker.h"
 #include "softkeypages.h"
+#include "tableitembounds.h"
 #include "widgetfactory.h"
 
 #include <QBuffer>
@@ -47,6 +48,8 @@ bool FormChecker::check(QIODevice *device, QList<FormFinding> *findings)
         WidgetPropertyCheck::check(widget, m_context, &found);
     }
     ObjectNameChecker::check(document.widgets(), &found);
+    for (const TableItemBounds::Stray &stray : TableItemBounds::find(QString::fromUtf8(form)))
+        found.append({QString(), stray.line, stray.objectName, stray.className, TableItemBounds::problem(stray), QStringLiteral("items")});
     checkSoftKeys(document.widgets(), &found);
     if (m_variableCheck && document.tooDeepLine() == 0) { // a form the panel refuses registers nothing
         for (const FormVariable &variable : FormVariables::collect(form, document.widgets()))

@@ -2,8 +2,10 @@
 
 #include "formlimits.h"
 #include "inputwidget.h"
+#include "tableitembounds.h"
 #include "widgetfactory.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QWidget>
 
@@ -30,6 +32,14 @@ QWidget *FormLoader::createWidget(const QString &className, QWidget *parent, con
     return widget;
 }
 
+QWidget *FormLoader::loadForm(const QByteArray &form, QWidget *parent)
+{
+    QBuffer buffer;
+    buffer.setData(TableItemBounds::withoutStray(form));
+    buffer.open(QIODevice::ReadOnly);
+    return load(&buffer, parent);
+}
+
 QWidget *FormLoader::loadFile(const QString &fileName, QWidget *parent)
 {
     m_missing.clear();
@@ -46,7 +56,7 @@ QWidget *FormLoader::loadFile(const QString &fileName, QWidget *parent)
         return nullptr;
     }
     file.seek(0);
-    QWidget *form = load(&file, parent);
+    QWidget *form = loadForm(file.readAll(), parent);
     if (!form) {
         m_problem = errorString().isEmpty() ? QStringLiteral("not a form") : errorString();
         return nullptr;

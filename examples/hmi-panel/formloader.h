@@ -18,6 +18,9 @@ public:
     // parsed, nested too deep, or with a widget class that cannot be created (a panel must not run a
     // form with holes). Geometry beyond the panel's bounds is clamped (FormLimits).
     QWidget *loadFile(const QString &fileName, QWidget *parent = nullptr);
+    // A form's text loaded as it is, but for table items outside their table, which are left out
+    // with a warning (Qt's loader would drop them unfreed).
+    QWidget *loadForm(const QByteArray &form, QWidget *parent = nullptr);
     QString problem() const { return m_problem; }
 
 private:

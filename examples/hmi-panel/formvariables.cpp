@@ -9,7 +9,6 @@
 #include "tablecontents.h"
 #include "warningcapture.h"
 
-#include <QBuffer>
 #include <QCoreApplication>
 #include <QDialog>
 #include <QHash>
@@ -247,11 +246,8 @@ QList<FormVariable> FormVariables::collect(const QByteArray &form, const QList<F
         addCells(widgets.at(i), i, &found);
     RegistrationRecorder recorder;
     WarningCapture quiet; // what the widgets say about their properties is reported at those already
-    QBuffer buffer;
-    buffer.setData(form);
-    buffer.open(QIODevice::ReadOnly);
     OrderedLoader loader;
-    QWidget *root = loader.load(&buffer);
+    QWidget *root = loader.loadForm(form);
     if (root) {
         FormLimits::clampGeometry(root);
         FormSession session(root, &recorder);

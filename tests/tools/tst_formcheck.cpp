@@ -197,6 +197,13 @@ private Q_SLOTS:
                                         "0000000100000000000000007fffffff00000002</cstring>");
         run("span to the last row there is: checked", check, span, 1, "\"mergeCells\": 1 spans reach past");
         run("span to the last row there is: cut", shot, span, 0, "property \"mergeCells\": 1 spans reach past");
+        // Qt's loader would make these items and drop them unfreed.
+        const QByteArray outside = formOf("QDialog", {400, 300}, "<widget class=\"TableWidget\" name=\"list\"><property name=\"rowCount\">"
+            "<number>2</number></property><column/><item row=\"1\" column=\"0\"/><item row=\"0\" column=\"5\"><property name=\"text\">"
+            "<string>x</string></property></item><item row=\"-1\" column=\"0\"/></widget>");
+        const QString leftOut = QStringLiteral("item (row 0, column 5) lies outside the table's 2 rows and 1 column; it is left out");
+        run("table items outside: checked", check, outside, 1, "form.ui:1: widget \"list\" (TableWidget): " + leftOut, "(row 1,");
+        run("table items outside: left out", shot, outside, 0, "TableWidget \"list\": line 1: " + leftOut, "(row 1,");
 #ifdef HMI_HAVE_MODBUS
         // Against a map: User words in holding registers, their bits in one-register input registers.
         const QStringList mapped = check + QStringList{QStringLiteral("--map"), QStringLiteral("map.json")};
