@@ -3,7 +3,7 @@
 // a form mixing every kind against the same form of stock counterparts; 50 copies of the operator
 // screen loaded and shown one after another against the same screens made of stock widgets.
 // Memory is the resident growth of a fresh process (the bench runs itself once per figure).
-// Usage: bench_formload [widgets] [rounds] [operator.ui]
+// Usage: bench_formload [widgets] [rounds] [operator.ui] [only the rows whose name holds this]
 #include "formloader.h"
 #include "residentmemory.h"
 
@@ -282,6 +282,7 @@ int main(int argc, char **argv)
     const int count = argc > 1 ? std::max(1, atoi(argv[1])) : 500;
     const int rounds = argc > 2 ? std::max(1, atoi(argv[2])) : 5;
     const QString operatorForm = argc > 3 ? QString::fromLocal8Bit(argv[3]) : QStringLiteral(HMI_OPERATOR_FORM);
+    const QString only = argc > 4 ? QString::fromLocal8Bit(argv[4]) : QString();
     QTextStream out(stdout);
     out << count << " widgets, best of " << rounds << " rounds (load + show until painted; memory: resident growth)\n";
     QList<const Kind *> all;
@@ -293,13 +294,19 @@ int main(int argc, char **argv)
     out << "by kind (" << count << " of one kind against as many of its stock counterpart; memory beyond the empty"
         << " form's +" << emptyWindow << " KiB):\n";
     for (const Kind &k : Kinds) {
+        if (!QLatin1String(k.className).contains(only))
+            continue;
         const bool button = QByteArray(k.stockClass) == "QPushButton" || QByteArray(k.className) == "ButtonGroup";
         compare(out, QLatin1String(k.className) + QLatin1String(" / ") + QLatin1String(k.stockClass), form({&k}, count),
                 form({&k}, count, true), std::max(1, rounds / 2), 1, 1.3, button ? 1.5 : 0, emptyWindow);
     }
-    out << "a form of " << count << " mixing every kind in turn:\n";
-    compare(out, QStringLiteral("mixed form / stock counterparts"), form(all, count), form(all, count, true), rounds, 1,
-            1.3, 0, emptyWindow);
+    if (QStringLiteral("mixed").contains(only)) {
+        out << "a form of " << count << " mixing every kind in turn:\n";
+        compare(out, QStringLiteral("mixed form / stock counterparts"), form(all, count), form(all, count, true), rounds,
+                1, 1.3, 0, emptyWindow);
+    }
+    if (!QStringLiteral("screens").contains(only))
+        return 0;
     QFile screen(operatorForm);
     if (!screen.open(QIODevice::ReadOnly))
         qFatal("cannot read %s", qPrintable(operatorForm));
