@@ -76,6 +76,13 @@ const Kind Kinds[] = {
     {"MdiArea", {200, 200}, Panel, "QMdiArea", Panel},
 };
 
+// An image showing a still picture, against a label showing it (not in the mix: the widget box's
+// image shows none).
+const char *const Picture = "<property name=\"images\"><stringlist><string>" HMI_FORMS_DIR "/pictures/idle.png"
+                            "</string></stringlist></property><property name=\"index\"><number>0</number></property>";
+const char *const Pixmap = "<property name=\"pixmap\"><pixmap>" HMI_FORMS_DIR "/pictures/idle.png</pixmap></property>";
+const Kind ShowingPicture{"DynamicImage", {60, 60}, Picture, "QLabel", Pixmap};
+
 // The form of count widgets of kinds in turn; of their stock counterparts when stock, or of the
 // stock counterpart of stockKind alone.
 QByteArray form(const QList<const Kind *> &kinds, int count, bool allStock = false, const Kind *stockKind = nullptr)
@@ -339,6 +346,10 @@ int main(int argc, char **argv)
         const bool button = QByteArray(k.stockClass) == "QPushButton" || QByteArray(k.className) == "ButtonGroup";
         compare(out, QLatin1String(k.className) + QLatin1String(" / ") + QLatin1String(k.stockClass), form({&k}, count),
                 form({&k}, count, true), std::max(1, rounds / 2), 1, 1.3, button ? 1.5 : 0, emptyWindow);
+    }
+    if (QLatin1String(ShowingPicture.className).contains(only)) {
+        compare(out, QStringLiteral("DynamicImage showing a picture / QLabel showing it"), form({&ShowingPicture}, count),
+                form({&ShowingPicture}, count, true), std::max(1, rounds / 2), 1, 1.3, 1.5, emptyWindow);
     }
     if (QStringLiteral("mixed").contains(only)) {
         out << "a form of " << count << " mixing every kind in turn:\n";
