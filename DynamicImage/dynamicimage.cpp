@@ -21,6 +21,7 @@
 #include <QTimer>
 
 #include <cmath>
+#include <optional>
 
 HMI_REGISTER_WIDGET(DynamicImage)
 
@@ -36,27 +37,29 @@ class DynamicImage::Private
 public:
     explicit Private(DynamicImage *q)
         : q(q)
-        , label(q)
         , binding(q, q)
     {
-        label.setAlignment(Qt::AlignCenter);
-        timer.setInterval(AutoLoadInterval);
-        QObject::connect(&timer, &QTimer::timeout, q, &DynamicImage::updateImage);
     }
 
     // Why file is no picture the movie player may decode (empty when it is): a regular file,
     // readable, and not so large that decoding it would take memory no panel has.
     static QString undecodable(const QString &file);
     void show(const QString &file);
+    void makePlayer();
+    bool showing() const { return label && label->movie(); }
+    // The movie's scaled size follows scaledContents and the widget's size.
+    void applyScale();
     void restartFrame();
     // The movie's scaled size for the widget's: no larger than MaxPixels.
     QSize scaledSize();
     void warn(const char *property, const QString &what);
 
     DynamicImage *const q;
-    QLabel label;
-    QMovie movie;
-    QTimer timer;
+    // Made with the first picture to show and the first auto-load: most images of a form show one
+    // still picture or none at all, and polls no folder.
+    std::optional<QLabel> label;
+    std::optional<QMovie> movie;
+    std::optional<QTimer> timer;
     NewestFile folder;
     ControllerBinding binding;
     QStringList images;
@@ -131,38 +134,65 @@ QString DynamicImage::Private::undecodable(const QString &file)
     return QString();
 }
 
+void DynamicImage::Private::makePlayer()
+{
+    if (label)
+        return;
+    label.emplace(q);
+    label->setAlignment(Qt::AlignCenter);
+    label->setGeometry(0, 0, q->QWidget::width(), q->QWidget::height());
+    // A child made after its parent was shown stays hidden unless shown itself.
+    if (q->isVisible())
+        label->show();
+    movie.emplace();
+    applyScale();
+}
+
+void DynamicImage::Private::applyScale()
+{
+    const QSize size = scaled ? scaledSize() : QSize(-1, -1);
+    if (!movie)
+        return;
+    movie->setScaledSize(size);
+    restartFrame();
+}
+
 void DynamicImage::Private::show(const QString &file)
 {
-    movie.stop();
+    if (movie)
+        movie->stop();
     // A missing, broken or oversized picture leaves an empty label, never a decode.
     const QString refused = undecodable(file);
     if (!refused.isEmpty()) {
         if (QFileInfo::exists(file))
             warn("images", QStringLiteral("\"%1\" is not shown: %2").arg(file, refused));
-        label.clear();
-        movie.setFileName(QString());
+        if (label) {
+            label->clear();
+            movie->setFileName(QString());
+        }
         return;
     }
-    movie.setFileName(file);
+    makePlayer();
+    movie->setFileName(file);
     // The label shows the movie's frames as they come: given the movie before its first frame.
-    label.setMovie(&movie);
-    if (!movie.jumpToFrame(0)) {
-        label.clear();
+    label->setMovie(&*movie);
+    if (!movie->jumpToFrame(0)) {
+        label->clear();
         return;
     }
-    if (movie.frameCount() >= 2 && binding.isAttached())
-        movie.start();
+    if (movie->frameCount() >= 2 && binding.isAttached())
+        movie->start();
 }
 
 void DynamicImage::Private::restartFrame()
 {
-    if (!label.movie())
+    if (!showing())
         return;
     // The picture is read again at the new scale; an animation is left stopped there.
-    const int frame = std::max(0, movie.currentFrameNumber());
-    movie.stop();
-    movie.setFileName(movie.fileName());
-    movie.jumpToFrame(frame);
+    const int frame = std::max(0, movie->currentFrameNumber());
+    movie->stop();
+    movie->setFileName(movie->fileName());
+    movie->jumpToFrame(frame);
 }
 
 DynamicImage::DynamicImage(QWidget *parent)
@@ -198,8 +228,7 @@ bool DynamicImage::scaledContents() const { return d->scaled; }
 void DynamicImage::setScaledContents(const bool &scaled)
 {
     d->scaled = scaled;
-    d->movie.setScaledSize(scaled ? d->scaledSize() : QSize(-1, -1));
-    d->restartFrame();
+    d->applyScale();
 }
 
 bool DynamicImage::autoLoadImage() const { return d->autoLoad; }
@@ -207,10 +236,15 @@ bool DynamicImage::autoLoadImage() const { return d->autoLoad; }
 void DynamicImage::setAutoLoadImage(bool on)
 {
     d->autoLoad = on;
+    if (on && !d->timer) {
+        d->timer.emplace();
+        d->timer->setInterval(AutoLoadInterval);
+        connect(&*d->timer, &QTimer::timeout, this, &DynamicImage::updateImage);
+    }
     if (on)
-        d->timer.start();
-    else
-        d->timer.stop();
+        d->timer->start();
+    else if (d->timer)
+        d->timer->stop();
 }
 
 QString DynamicImage::autoLoadPath() const { return d->autoLoadPath; }
@@ -298,8 +332,8 @@ bool DynamicImage::bitOnVisible() const { return d->bitOnVisible; }
 void DynamicImage::SetBitOnVisible(bool on) { d->bitOnVisible = on; }
 bool DynamicImage::ChnNoVarEnable() const { return d->binding.chnNoVarEnable(); }
 void DynamicImage::SetChnNoVarEnable(bool enable) { d->binding.setChnNoVarEnable(enable); }
-bool DynamicImage::isPlaying() const { return d->movie.state() == QMovie::Running; }
-QPixmap DynamicImage::currentPixmap() const { return d->label.movie() ? d->movie.currentPixmap() : QPixmap(); }
+bool DynamicImage::isPlaying() const { return d->movie && d->movie->state() == QMovie::Running; }
+QPixmap DynamicImage::currentPixmap() const { return d->showing() ? d->movie->currentPixmap() : QPixmap(); }
 int DynamicImage::folderListings() const { return d->folder.listings(); }
 QSize DynamicImage::sizeHint() const { return QSize(200, 200); }
 QSize DynamicImage::minimumSizeHint() const { return QSize(200, 200); }
@@ -372,7 +406,7 @@ void DynamicImage::showEvent(QShowEvent *event)
     // Designer opens a form before it knows the form's file: relative pictures could not be found
     // while it was read. Shown, the form's folder is known.
     QWidget *formWindow = DesignerHost::formWindowOf(this);
-    if (!formWindow || d->label.movie() || d->index < 0 || d->index >= d->images.size())
+    if (!formWindow || d->showing() || d->index < 0 || d->index >= d->images.size())
         return;
     const QString project = DesignerHost::instance()->projectPath(formWindow);
     if (!project.isEmpty() && QDir::setCurrent(project))
@@ -382,18 +416,17 @@ void DynamicImage::showEvent(QShowEvent *event)
 void DynamicImage::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    d->label.setGeometry(0, 0, QWidget::width(), QWidget::height());
-    if (d->scaled) {
-        d->movie.setScaledSize(d->scaledSize());
-        d->restartFrame();
-    }
+    if (d->label)
+        d->label->setGeometry(0, 0, QWidget::width(), QWidget::height());
+    if (d->scaled)
+        d->applyScale();
 }
 
 void DynamicImage::paintEvent(QPaintEvent *event)
 {
     QWidget::paintEvent(event);
     // In Designer an image without a picture would be invisible on the form: its outline shows it.
-    if (!d->label.movie() && DesignerHost::formWindowOf(this)) {
+    if (!d->showing() && DesignerHost::formWindowOf(this)) {
         QPainter painter(this);
         painter.setPen(QPen(palette().color(QPalette::Mid), 1, Qt::DashLine));
         painter.drawRect(rect().adjusted(0, 0, -1, -1));

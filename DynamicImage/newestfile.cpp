@@ -21,11 +21,9 @@ void NewestFile::setPath(const QString &path)
 
 void NewestFile::setNameFilters(const QStringList &filters)
 {
-    // As a folder's name filters: wildcards, any case.
+    // Made into expressions at the first listing: most pictures never list a folder.
+    m_nameFilters = filters;
     m_filters.clear();
-    for (const QString &filter : filters)
-        m_filters.append(QRegularExpression(QRegularExpression::wildcardToRegularExpression(filter),
-                                            QRegularExpression::CaseInsensitiveOption));
     forget();
 }
 
@@ -75,6 +73,12 @@ void NewestFile::list()
     if (!QFileInfo(m_path).isDir()) {
         watch({});
         return;
+    }
+    // As a folder's name filters: wildcards, any case.
+    if (m_filters.size() != m_nameFilters.size()) {
+        for (const QString &filter : std::as_const(m_nameFilters))
+            m_filters.append(QRegularExpression(QRegularExpression::wildcardToRegularExpression(filter),
+                                                QRegularExpression::CaseInsensitiveOption));
     }
     // Files only (links followed), no pipes or devices: those are not pictures and would block. Every
     // entry read counts, matching or not.

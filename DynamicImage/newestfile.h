@@ -52,6 +52,7 @@ private:
 
     const int m_maxEntries;
     QString m_path;
+    QStringList m_nameFilters;
     QList<QRegularExpression> m_filters;
     std::unique_ptr<QFileSystemWatcher> m_watcher;
     bool m_changed = true; // by the watcher, or never listed

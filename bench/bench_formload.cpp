@@ -3,7 +3,7 @@
 // a form mixing every kind against the same form of stock counterparts; 50 copies of the operator
 // screen loaded and shown one after another against the same screens made of stock widgets.
 // Memory is the resident growth of a fresh process (the bench runs itself once per figure).
-// Usage: bench_formload [widgets] [rounds] [operator.ui]
+// Usage: bench_formload [widgets] [rounds] [operator.ui] [only the rows whose name holds this]
 #include "formloader.h"
 #include "residentmemory.h"
 
@@ -76,13 +76,23 @@ const Kind Kinds[] = {
     {"MdiArea", {200, 200}, Panel, "QMdiArea", Panel},
 };
 
-QByteArray form(const QList<const Kind *> &kinds, int count, bool stock = false)
+// An image showing a still picture, against a label showing it (not in the mix: the widget box's
+// image shows none).
+const char *const Picture = "<property name=\"images\"><stringlist><string>" HMI_FORMS_DIR "/pictures/idle.png"
+                            "</string></stringlist></property><property name=\"index\"><number>0</number></property>";
+const char *const Pixmap = "<property name=\"pixmap\"><pixmap>" HMI_FORMS_DIR "/pictures/idle.png</pixmap></property>";
+const Kind ShowingPicture{"DynamicImage", {60, 60}, Picture, "QLabel", Pixmap};
+
+// The form of count widgets of kinds in turn; of their stock counterparts when stock, or of the
+// stock counterpart of stockKind alone.
+QByteArray form(const QList<const Kind *> &kinds, int count, bool allStock = false, const Kind *stockKind = nullptr)
 {
     QByteArray xml = "<ui version=\"4.0\"><class>Bench</class><widget class=\"QWidget\" name=\"Bench\">"
                      "<property name=\"geometry\"><rect><x>0</x><y>0</y><width>1600</width><height>1200</height>"
                      "</rect></property>";
     for (int i = 0; i < count; ++i) {
         const Kind *k = kinds.at(i % kinds.size());
+        const bool stock = allStock || k == stockKind;
         const QString className = QLatin1String(stock ? k->stockClass : k->className);
         const QString extra = QString::fromLatin1(stock ? k->stockExtra : k->extra)
                                   .replace(QLatin1String("%2"), QLatin1String(stock ? "QWidget" : "SubWindow"))
@@ -101,8 +111,9 @@ QByteArray form(const QList<const Kind *> &kinds, int count, bool stock = false)
     return xml + "</widget></ui>";
 }
 
-// The same screen made of stock widgets: each of the library's classes becomes the stock class a Qt
-// developer would use, and properties the stock class does not have are left out.
+// The same screen made of stock widgets: each of the library's classes (or those of kinds alone)
+// becomes the stock class a Qt developer would use, and properties the stock class does not have are
+// left out.
 const QHash<QString, QString> StockClasses{
     {"BitButton", "QPushButton"},  {"FunctionButton", "QPushButton"}, {"PictureButton", "QPushButton"},
     {"KeypadButton", "QPushButton"}, {"ButtonGroup", "QWidget"},     {"DynamicImage", "QLabel"},
@@ -120,7 +131,7 @@ const QMetaObject *stockMeta(const QString &className)
     return known.value(className);
 }
 
-QByteArray stockForm(const QByteArray &xml)
+QByteArray stockForm(const QByteArray &xml, const QStringList &kinds = {})
 {
     QByteArray out;
     QXmlStreamReader r(xml);
@@ -128,7 +139,7 @@ QByteArray stockForm(const QByteArray &xml)
     QList<const QMetaObject *> open; // per open element: the widget's class, or null
     while (!r.atEnd()) {
         r.readNext();
-        if (r.isStartElement() && r.name() == QLatin1String("customwidgets")) {
+        if (r.isStartElement() && r.name() == QLatin1String("customwidgets") && kinds.isEmpty()) {
             r.skipCurrentElement();
             continue;
         }
@@ -139,11 +150,13 @@ QByteArray stockForm(const QByteArray &xml)
         }
         if (r.isStartElement() && r.name() == QLatin1String("widget")) {
             QString className = r.attributes().value(QLatin1String("class")).toString();
-            className = StockClasses.value(className, className);
+            const bool kept = StockClasses.contains(className) && !kinds.isEmpty() && !kinds.contains(className);
+            if (!kept)
+                className = StockClasses.value(className, className);
             w.writeStartElement(QStringLiteral("widget"));
             w.writeAttribute(QStringLiteral("class"), className);
             w.writeAttribute(QStringLiteral("name"), r.attributes().value(QLatin1String("name")).toString());
-            open << stockMeta(className);
+            open << (kept ? nullptr : stockMeta(className));
             continue;
         }
         if (r.isStartElement())
@@ -162,7 +175,8 @@ struct Timing
     qint64 total() const { return load + show; }
 };
 
-QWidget *loadForm(const QByteArray &xml)
+// Not inlined: a profiler is pointed at these two, the timed parts.
+Q_NEVER_INLINE QWidget *loadForm(const QByteArray &xml)
 {
     FormLoader loader;
     QBuffer buffer;
@@ -174,7 +188,7 @@ QWidget *loadForm(const QByteArray &xml)
     return root;
 }
 
-void showPainted(QWidget *root)
+Q_NEVER_INLINE void showPainted(QWidget *root)
 {
     root->show();
     QCoreApplication::processEvents();
@@ -247,6 +261,17 @@ qint64 residentGrowth(const QByteArray &xml, int copies = 1)
     return child.readAllStandardOutput().trimmed().toLongLong();
 }
 
+struct Figures
+{
+    Timing time;
+    qint64 memory = 0; // KiB
+};
+
+Figures figures(const QByteArray &xml, int rounds, int copies, qint64 emptyWindow)
+{
+    return {measure(xml, rounds, copies), residentGrowth(xml, copies) - emptyWindow};
+}
+
 QString ms(qint64 ns)
 {
     return QString::number(ns / 1e6, 'f', 1);
@@ -271,6 +296,28 @@ void compare(QTextStream &out, const QString &what, const QByteArray &own, const
     out.flush();
 }
 
+// What each kind adds to a form over its stock counterpart: the form with that kind alone made stock
+// against the form as it is; with the share of the whole extra over the all-stock form.
+void breakdown(QTextStream &out, const QString &what, const QByteArray &own, const QByteArray &stock,
+               const QList<std::pair<QString, QByteArray>> &oneKindStock, int rounds, int copies, qint64 emptyWindow)
+{
+    const Figures a = figures(own, rounds, copies, emptyWindow);
+    const Figures b = figures(stock, rounds, copies, emptyWindow);
+    const double extraTime = double(a.time.total() - b.time.total());
+    const double extraMemory = double(a.memory - b.memory);
+    out << "  " << what << ": " << ms(a.time.total()) << " ms, +" << a.memory << " KiB against " << ms(b.time.total())
+        << " ms, +" << b.memory << " KiB; the extra by kind:\n";
+    for (const auto &[kind, variant] : oneKindStock) {
+        const Figures v = figures(variant, rounds, copies, emptyWindow);
+        const qint64 time = a.time.total() - v.time.total();
+        out << "    " << kind << ": " << ms(time) << " ms (" << qRound(100 * time / extraTime) << " %), +"
+            << a.memory - v.memory << " KiB (" << qRound(100 * (a.memory - v.memory) / extraMemory) << " %); without it "
+            << double(v.time.total()) / double(b.time.total()) << " x time, "
+            << double(v.memory) / double(std::max<qint64>(b.memory, 1)) << " x memory\n";
+        out.flush();
+    }
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -282,6 +329,7 @@ int main(int argc, char **argv)
     const int count = argc > 1 ? std::max(1, atoi(argv[1])) : 500;
     const int rounds = argc > 2 ? std::max(1, atoi(argv[2])) : 5;
     const QString operatorForm = argc > 3 ? QString::fromLocal8Bit(argv[3]) : QStringLiteral(HMI_OPERATOR_FORM);
+    const QString only = argc > 4 ? QString::fromLocal8Bit(argv[4]) : QString();
     QTextStream out(stdout);
     out << count << " widgets, best of " << rounds << " rounds (load + show until painted; memory: resident growth)\n";
     QList<const Kind *> all;
@@ -293,13 +341,28 @@ int main(int argc, char **argv)
     out << "by kind (" << count << " of one kind against as many of its stock counterpart; memory beyond the empty"
         << " form's +" << emptyWindow << " KiB):\n";
     for (const Kind &k : Kinds) {
+        if (!QLatin1String(k.className).contains(only))
+            continue;
         const bool button = QByteArray(k.stockClass) == "QPushButton" || QByteArray(k.className) == "ButtonGroup";
         compare(out, QLatin1String(k.className) + QLatin1String(" / ") + QLatin1String(k.stockClass), form({&k}, count),
                 form({&k}, count, true), std::max(1, rounds / 2), 1, 1.3, button ? 1.5 : 0, emptyWindow);
     }
-    out << "a form of " << count << " mixing every kind in turn:\n";
-    compare(out, QStringLiteral("mixed form / stock counterparts"), form(all, count), form(all, count, true), rounds, 1,
-            1.3, 0, emptyWindow);
+    if (QLatin1String(ShowingPicture.className).contains(only)) {
+        compare(out, QStringLiteral("DynamicImage showing a picture / QLabel showing it"), form({&ShowingPicture}, count),
+                form({&ShowingPicture}, count, true), std::max(1, rounds / 2), 1, 1.3, 1.5, emptyWindow);
+    }
+    if (QStringLiteral("mixed").contains(only)) {
+        out << "a form of " << count << " mixing every kind in turn:\n";
+        compare(out, QStringLiteral("mixed form / stock counterparts"), form(all, count), form(all, count, true), rounds,
+                1, 1.3, 0, emptyWindow);
+        QList<std::pair<QString, QByteArray>> variants;
+        for (const Kind &k : Kinds)
+            variants.append({QLatin1String(k.className), form(all, count, false, &k)});
+        breakdown(out, QStringLiteral("mixed form"), form(all, count), form(all, count, true), variants, rounds, 1,
+                  emptyWindow);
+    }
+    if (!QStringLiteral("screens").contains(only))
+        return 0;
     QFile screen(operatorForm);
     if (!screen.open(QIODevice::ReadOnly))
         qFatal("cannot read %s", qPrintable(operatorForm));
@@ -307,5 +370,12 @@ int main(int argc, char **argv)
     out << "50 operator screens loaded and shown one after another:\n";
     compare(out, QStringLiteral("50 screens / stock counterparts"), ui, stockForm(ui), std::max(1, rounds / 2), 50,
             1.5, 0);
+    QList<std::pair<QString, QByteArray>> variants;
+    for (auto kind = StockClasses.cbegin(); kind != StockClasses.cend(); ++kind) {
+        if (ui.contains("class=\"" + kind.key().toLatin1() + "\""))
+            variants.append({kind.key(), stockForm(ui, {kind.key()})});
+    }
+    std::sort(variants.begin(), variants.end());
+    breakdown(out, QStringLiteral("50 screens"), ui, stockForm(ui), variants, std::max(1, rounds / 2), 50, 0);
     return 0;
 }

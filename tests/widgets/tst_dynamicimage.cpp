@@ -140,6 +140,8 @@ private Q_SLOTS:
                            : image->isPlaying() ? QStringLiteral("playing")
                                                 : pixmap.toImage().pixelColor(1, 1).name();
         QCOMPARE(QStringLiteral("%1 %2").arg(image->index()).arg(look), shown);
+        if (pixmap.isNull()) // nothing shown yet, nothing made to show it
+            QVERIFY(image->children().isEmpty());
     }
 
     void autoLoad()
@@ -252,6 +254,7 @@ private Q_SLOTS:
         form.show();
         QVERIFY(QTest::qWaitForWindowExposed(&form));
         QCOMPARE(image->currentPixmap().toImage().pixelColor(1, 1), QColor(Qt::blue));
+        QCOMPARE(image->grab().toImage().pixelColor(image->rect().center()), QColor(Qt::blue));
         QDir::setCurrent(before);
     }
 };
