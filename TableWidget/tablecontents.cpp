@@ -292,6 +292,16 @@ bool TableContents::isEmpty() const { return d->rows == 0 || d->columns == 0; }
 int TableContents::rowCount() const { return d->rows; }
 int TableContents::columnCount() const { return d->columns; }
 int TableContents::knownRows() const { return int(d->rowStarts.size()) - 1; }
+bool TableContents::indexAhead(qint64 bytes)
+{
+    if (d->columns == 0)
+        return false;
+    const qint64 until = d->rowStarts.last() + bytes;
+    while (d->rowStarts.size() < d->rows && d->rowStarts.last() < until && d->reach(int(d->rowStarts.size()))) {
+    }
+    return d->rowStarts.size() < d->rows && !d->broken;
+}
+
 qint64 TableContents::heldBytes() const { return d->inflater.data().size(); }
 
 bool TableContents::readRow(int row, int columns, QList<Roles> *cells)

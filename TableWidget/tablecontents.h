@@ -50,6 +50,10 @@ public:
     bool readRow(int row, int columns, QList<Roles> *cells);
     // The furthest row whose start is known (-1 before any).
     int knownRows() const;
+    // Finds the starts of the rows after the furthest known one, for about bytes of the contents, so
+    // that a far row is later read from the checkpoint before it alone. False once every row's start
+    // is known or the rest cannot be read.
+    bool indexAhead(qint64 bytes);
     // The inflated bytes held now.
     qint64 heldBytes() const;
 

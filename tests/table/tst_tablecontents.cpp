@@ -136,6 +136,13 @@ private Q_SLOTS:
         QCOMPARE((QStringList{row(999, 3), QString::number(contents.knownRows()), QString::number(contents.heldBytes() < 4096),
                               row(5, 3), row(500, 2), row(501, 1), row(998, 1)}),
                  (QStringList{"0=r999c0 0=r999c1 0=r999c2", "999", "1", "0=r5c0 0=r5c1 0=r5c2", "0=r500c0 0=r500c1", "0=r501c0", "0=r998c0"}));
+        // The row index read ahead in slices, between reads.
+        QVERIFY(contents.load(longTable(1000, 3), 1024));
+        QCOMPARE((QStringList{QString::number(contents.indexAhead(2000)), row(3, 1), QString::number(contents.knownRows() < 999)}),
+                 (QStringList{"1", "0=r3c0", "1"}));
+        while (contents.indexAhead(2000)) {
+        }
+        QCOMPARE((QStringList{QString::number(contents.knownRows()), row(999, 1), row(4, 1)}), (QStringList{"999", "0=r999c0", "0=r4c0"}));
         QVERIFY(contents.load(Bytes().i32(TableContents::MaxRows).i32(0).framed()));
         QVERIFY(contents.readRow(TableContents::MaxRows - 1, 8, &cells) && cells.isEmpty());
         QVERIFY(!contents.readRow(TableContents::MaxRows, 8, &cells));
