@@ -34,6 +34,8 @@ QMap<int, QVariant> rolesOf(const QTableWidgetItem &item)
 namespace {
 // Contents indexed in one idle slice: a couple of milliseconds.
 constexpr qint64 IndexSlice = 2 * 1024 * 1024;
+// The first slice waits until the first rows are painted and their values have come.
+constexpr int IndexDelayMs = 100;
 } // namespace
 
 TableRowLoader::TableRowLoader(QTableWidget *table)
@@ -47,13 +49,13 @@ void TableRowLoader::indexWhenIdle()
 {
     if (!m_indexer) {
         m_indexer = std::make_unique<QTimer>();
-        m_indexer->setInterval(0);
         QObject::connect(m_indexer.get(), &QTimer::timeout, m_indexer.get(), [this] {
+            m_indexer->setInterval(0);
             if (m_whole || !m_contents.indexAhead(IndexSlice))
                 m_indexer->stop();
         });
     }
-    m_indexer->start();
+    m_indexer->start(IndexDelayMs);
 }
 
 bool TableRowLoader::load(const QByteArray &hexText)
