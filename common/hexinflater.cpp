@@ -16,6 +16,18 @@ constexpr int MaxDictionary = 1 << WindowBits;
 // Checkpoints hold up to 32 KiB each: their number is bounded whatever the spacing asked for.
 constexpr qint64 MaxCheckpoints = 256;
 
+// Hex digit values by character, -1 for any other: the whole stored text passes through here.
+struct HexDigits
+{
+    signed char value[256];
+    constexpr HexDigits() : value()
+    {
+        for (int c = 0; c < 256; ++c)
+            value[c] = c >= '0' && c <= '9' ? c - '0' : c >= 'a' && c <= 'f' ? c - 'a' + 10 : c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+    }
+};
+constexpr HexDigits Digits;
+
 // Where raw inflating can start again: a block boundary of the stream.
 struct Checkpoint
 {
@@ -53,10 +65,10 @@ public:
         if (digits < 2)
             return false;
         input.resize(int(digits / 2));
-        const char *t = text.constData() + hexPos;
+        const auto *t = reinterpret_cast<const unsigned char *>(text.constData() + hexPos);
         for (int i = 0; i < input.size(); ++i) {
-            const int high = HexFrame::hexDigit(t[2 * i]);
-            const int low = HexFrame::hexDigit(t[2 * i + 1]);
+            const int high = Digits.value[t[2 * i]];
+            const int low = Digits.value[t[2 * i + 1]];
             if (high < 0 || low < 0) {
                 bad = true;
                 input.resize(i);
