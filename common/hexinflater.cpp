@@ -7,6 +7,7 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 constexpr int InputChunk = 64 * 1024; // compressed bytes decoded from hex at a time
@@ -134,13 +135,15 @@ public:
         return true;
     }
 
-    // Lets go of the bytes before offset, a step at a time so that the bytes kept move seldom.
+    // Lets go of the bytes before offset, a step at a time so that the bytes kept move seldom. They
+    // move to the front of the same allocation, which then serves the whole stream.
     void dropBefore(qint64 offset)
     {
-        const qint64 drop = std::min<qint64>(offset - base, out.size());
-        if (drop >= spacing / 2 || drop == out.size()) {
-            out.remove(0, int(std::max<qint64>(drop, 0)));
-            base += std::max<qint64>(drop, 0);
+        const qint64 drop = std::clamp<qint64>(offset - base, 0, out.size());
+        if (drop > 0 && (drop >= spacing / 2 || drop == out.size())) {
+            std::memmove(out.data(), out.constData() + drop, size_t(out.size() - drop));
+            out.resize(int(out.size() - drop));
+            base += drop;
         }
     }
 
@@ -208,8 +211,8 @@ qint64 HexInflater::stepSize() const { return d->spacing / 16; }
 
 bool HexInflater::ensure(qint64 end)
 {
-    while (d->base + d->out.size() < end && !d->done)
-        grow(std::max<qint64>(end - d->base - d->out.size(), stepSize()));
+    while (d->base + d->out.size() < end && grow(std::max<qint64>(end - d->base - d->out.size(), stepSize()))) {
+    }
     return d->base + d->out.size() >= end;
 }
 
@@ -227,9 +230,8 @@ void HexInflater::seek(qint64 offset)
     const qint64 behind = d->spacing / 4;
     for (;;) {
         d->dropBefore(offset - behind);
-        if (d->base + d->out.size() >= offset || d->done)
+        if (d->base + d->out.size() >= offset || !grow(std::min<qint64>(offset - d->base - d->out.size(), behind)))
             break;
-        grow(std::min<qint64>(offset - d->base - d->out.size(), behind));
     }
 }
 
