@@ -163,14 +163,14 @@ public:
     // the contents while the row runs past what is there. Sets end to where the next row begins.
     bool parseRow(qint64 start, int keep, QList<Roles> *cells, qint64 *end)
     {
+        inflater.seek(start);
         for (;;) {
             QBuffer buffer(const_cast<QByteArray *>(&inflater.data()));
             buffer.open(QIODevice::ReadOnly);
-            buffer.seek(start);
+            bool ok = buffer.seek(start - inflater.base());
             QDataStream in(&buffer);
             StoredStream::prepare(in);
             Reader reader(in);
-            bool ok = true;
             if (cells)
                 cells->clear();
             for (int c = 0; c < columns && ok; ++c) {
@@ -180,11 +180,11 @@ public:
                     cells->append(roles);
             }
             if (ok) {
-                *end = buffer.pos();
+                *end = inflater.base() + buffer.pos();
                 return true;
             }
             // What looked malformed may only be cut short: read on, then try the row again.
-            if (!inflater.grow(std::max<qint64>(64 * 1024, inflater.data().size() / 4))) {
+            if (!inflater.grow(std::max<qint64>(inflater.stepSize(), inflater.data().size() / 4))) {
                 broken = true;
                 if (cells)
                     cells->clear();
@@ -200,7 +200,9 @@ public:
     {
         const char *bytes = inflater.data().constData();
         const qint64 size = inflater.data().size();
-        qint64 at = start;
+        qint64 at = start - inflater.base(); // in the bytes held
+        if (at < 0)
+            return -1;
         auto next = [&](quint32 *v) {
             if (size - at < 4)
                 return false;
@@ -237,7 +239,7 @@ public:
                 at += length;
             }
         }
-        return at;
+        return inflater.base() + at;
     }
 
     // Reads the starts of the rows up to row; false when row cannot be reached.
@@ -264,12 +266,12 @@ TableContents::~TableContents() = default;
 TableContents::TableContents(TableContents &&) noexcept = default;
 TableContents &TableContents::operator=(TableContents &&) noexcept = default;
 
-bool TableContents::load(const QByteArray &hexText)
+bool TableContents::load(const QByteArray &hexText, qint64 checkpointSpacing)
 {
     d.reset(new Private);
     auto fresh = std::make_unique<Private>();
     constexpr int HeaderSize = 8;
-    if (!fresh->inflater.open(hexText, ExpansionLimit) || !fresh->inflater.ensure(HeaderSize))
+    if (!fresh->inflater.open(hexText, ExpansionLimit, checkpointSpacing) || !fresh->inflater.ensure(HeaderSize))
         return false;
     QDataStream in(fresh->inflater.data());
     StoredStream::prepare(in);
@@ -290,6 +292,17 @@ bool TableContents::isEmpty() const { return d->rows == 0 || d->columns == 0; }
 int TableContents::rowCount() const { return d->rows; }
 int TableContents::columnCount() const { return d->columns; }
 int TableContents::knownRows() const { return int(d->rowStarts.size()) - 1; }
+bool TableContents::indexAhead(qint64 bytes)
+{
+    if (d->columns == 0)
+        return false;
+    const qint64 until = d->rowStarts.last() + bytes;
+    while (d->rowStarts.size() < d->rows && d->rowStarts.last() < until && d->reach(int(d->rowStarts.size()))) {
+    }
+    return d->rowStarts.size() < d->rows && !d->broken;
+}
+
+qint64 TableContents::heldBytes() const { return d->inflater.data().size(); }
 
 bool TableContents::readRow(int row, int columns, QList<Roles> *cells)
 {

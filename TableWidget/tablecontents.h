@@ -2,6 +2,7 @@
 #define TABLECONTENTS_H
 
 #include "hexframe.h"
+#include "hexinflater.h"
 #include "hmiwidgets_export.h"
 
 #include <QByteArray>
@@ -16,7 +17,9 @@ class QTableWidgetItem;
 // The stored contents of a parameter table ("data"): hex text of a compressed Qt 4.8 data stream with
 // the row count, the column count, then every cell of every row as a QTableWidgetItem (its role-value
 // pairs). Inflated only as far as the rows read so far, and read lazily: the start of every row read
-// so far is remembered, so reading row r costs the rows between the furthest known start and r, once. Untrusted: counts and lengths are
+// so far is remembered, so reading row r costs the rows between the furthest known start and r, once.
+// Only the inflated bytes around the row read last are held; a row read again further back is
+// inflated again from the nearest checkpoint before it. Untrusted: counts and lengths are
 // checked against the bytes left, only the value types an item can hold are read, and reading stops at
 // the first malformed item, keeping the rows before it.
 class HMIWIDGETS_EXPORT TableContents
@@ -37,7 +40,7 @@ public:
     TableContents &operator=(TableContents &&) noexcept;
 
     // False (and empty contents) for an empty, unreadable or malformed header.
-    bool load(const QByteArray &hexText);
+    bool load(const QByteArray &hexText, qint64 checkpointSpacing = HexInflater::DefaultCheckpointSpacing);
     bool isEmpty() const;
     int rowCount() const;
     int columnCount() const;
@@ -47,6 +50,12 @@ public:
     bool readRow(int row, int columns, QList<Roles> *cells);
     // The furthest row whose start is known (-1 before any).
     int knownRows() const;
+    // Finds the starts of the rows after the furthest known one, for about bytes of the contents, so
+    // that a far row is later read from the checkpoint before it alone. False once every row's start
+    // is known or the rest cannot be read.
+    bool indexAhead(qint64 bytes);
+    // The inflated bytes held now.
+    qint64 heldBytes() const;
 
     static std::unique_ptr<QTableWidgetItem> makeItem(const Roles &roles);
     // The stored form of a grid of items (rows of columns, null items written empty).

@@ -4,6 +4,7 @@
 #include <QIODevice>
 #include <QMap>
 #include <QTableWidget>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -30,9 +31,31 @@ QMap<int, QVariant> rolesOf(const QTableWidgetItem &item)
 
 } // namespace
 
+namespace {
+// Contents indexed in one idle slice: a couple of milliseconds.
+constexpr qint64 IndexSlice = 2 * 1024 * 1024;
+// The first slice waits until the first rows are painted and their values have come.
+constexpr int IndexDelayMs = 100;
+} // namespace
+
 TableRowLoader::TableRowLoader(QTableWidget *table)
     : m_table(table)
 {
+}
+
+TableRowLoader::~TableRowLoader() = default;
+
+void TableRowLoader::indexWhenIdle()
+{
+    if (!m_indexer) {
+        m_indexer = std::make_unique<QTimer>();
+        QObject::connect(m_indexer.get(), &QTimer::timeout, m_indexer.get(), [this] {
+            m_indexer->setInterval(0);
+            if (m_whole || !m_contents.indexAhead(IndexSlice))
+                m_indexer->stop();
+        });
+    }
+    m_indexer->start(IndexDelayMs);
 }
 
 bool TableRowLoader::load(const QByteArray &hexText)
@@ -45,6 +68,8 @@ bool TableRowLoader::load(const QByteArray &hexText)
     m_whole = false;
     m_warned = false;
     m_contents = TableContents();
+    if (m_indexer)
+        m_indexer->stop();
     m_storedRow = -1;
     m_storedCells.clear();
     if (hexText.isEmpty())
@@ -64,13 +89,16 @@ void TableRowLoader::cover(int first, int last)
     const int screen = std::max(1, last - first + 1);
     int from = 0;
     int to = 0;
-    if (m_loadedCount == 0) {
+    const bool firstLoad = m_loadedCount == 0;
+    if (firstLoad) {
         to = 3 * (last - first) + 2;
     } else {
         from = first - screen;
         to = last + 2 * screen;
     }
     loadRows(from == 1 ? 0 : from, to, nullptr, false);
+    if (firstLoad && m_loadedCount > 0)
+        indexWhenIdle();
 }
 
 void TableRowLoader::makeCell(int row, int column)

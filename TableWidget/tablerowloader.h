@@ -7,12 +7,14 @@
 #include <QByteArray>
 
 #include <functional>
+#include <memory>
 #include <set>
 #include <unordered_map>
 #include <vector>
 
 class QTableWidget;
 class QTableWidgetItem;
+class QTimer;
 
 // Makes the table's items from its stored contents, only for the rows asked for, each once while it
 // stays near the screen.
@@ -22,6 +24,8 @@ class QTableWidgetItem;
 // out of the rows made (except for Designer's whole load) until they are shown. Rows far from the
 // screen are dropped again; what was set in their cells since they were made (other than values the
 // controller shows, read again on return) is kept as role-value pairs and put back when they return.
+// Once the first rows are shown, the starts of the others are found while the application is idle,
+// a slice at a time, so that a jump to a far row later reads that row alone.
 class HMIWIDGETS_EXPORT TableRowLoader
 {
 public:
@@ -30,6 +34,7 @@ public:
     using Volatile = std::function<bool(const QTableWidgetItem *)>;
 
     explicit TableRowLoader(QTableWidget *table);
+    ~TableRowLoader();
 
     // False for contents that cannot be read (then there is nothing to load).
     bool load(const QByteArray &hexText);
@@ -68,6 +73,7 @@ private:
     // The stored cells of a row with what was kept of it when it was dropped.
     bool readCells(int row, int columns, QList<TableContents::Roles> *cells);
     void dropRow(int row, const Volatile &isVolatile);
+    void indexWhenIdle();
 
     QTableWidget *const m_table;
     TableContents m_contents;
@@ -81,6 +87,7 @@ private:
     int m_loadedCount = 0;
     bool m_whole = false; // every row made (after an inserted row)
     bool m_warned = false;
+    std::unique_ptr<QTimer> m_indexer;
 };
 
 #endif
