@@ -21,6 +21,9 @@ struct HMIPLATFORM_EXPORT UiRegistration
 
     // The twelve ints and the flag, in the call's order.
     QVariantList arguments() const;
+
+    // The same form, widget, callback and arguments.
+    bool operator==(const UiRegistration &other) const;
 };
 
 #endif
