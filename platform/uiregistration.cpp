@@ -6,9 +6,9 @@ QVariantList UiRegistration::arguments() const
             format1, format2, format3, format4, reserved, asText};
 }
 
-bool UiRegistration::operator==(const UiRegistration &o) const
+bool UiRegistration::sameArguments(const UiRegistration &o) const
 {
-    return form == o.form && widget == o.widget && callback == o.callback && index == o.index && comId == o.comId
+    return callback == o.callback && index == o.index && comId == o.comId
         && channel == o.channel && dataClass == o.dataClass && address == o.address && bitType == o.bitType
         && bitIndex == o.bitIndex && format1 == o.format1 && format2 == o.format2 && format3 == o.format3
         && format4 == o.format4 && reserved == o.reserved && asText == o.asText;

@@ -22,8 +22,8 @@ struct HMIPLATFORM_EXPORT UiRegistration
     // The twelve ints and the flag, in the call's order.
     QVariantList arguments() const;
 
-    // The same form, widget, callback and arguments.
-    bool operator==(const UiRegistration &other) const;
+    // The same callback and arguments (form and widget aside).
+    bool sameArguments(const UiRegistration &other) const;
 };
 
 #endif

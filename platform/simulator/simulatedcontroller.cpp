@@ -67,15 +67,18 @@ void SimulatedController::registerUIVariable(QWidget *form, QWidget *widget,
 {
     if (!form || !widget || !callback)
         return;
-    const UiRegistration asked{form,    widget,  callback, index,   comId,   channel,  dataClass, address,
-                               bitType, bitIndex, format1, format2, format3, format4, reserved, asText};
-    const auto removed = m_removed.constFind(index);
-    if (removed != m_removed.constEnd() && *removed == asked) {
-        m_registrations.insert(m_nextId++, *removed);
+    const auto removed = m_removed.find(index);
+    if (removed != m_removed.end() && removed->form == form && removed->widget == widget
+        && removed->sameArguments({nullptr, nullptr, callback, index, comId, channel, dataClass, address, bitType,
+                                   bitIndex, format1, format2, format3, format4, reserved, asText})) {
+        m_registrations.insert(m_registrations.cend(), m_nextId++, std::move(*removed));
+        m_removed.erase(removed);
     } else {
         Registration r;
-        static_cast<UiRegistration &>(r) = asked;
-        m_registrations.insert(m_nextId++, r);
+        static_cast<UiRegistration &>(r) = UiRegistration{form,     widget,  callback, index,   comId,
+                                                          channel,  dataClass, address, bitType, bitIndex,
+                                                          format1, format2, format3, format4, reserved, asText};
+        m_registrations.insert(m_registrations.cend(), m_nextId++, r);
     }
     if (!m_watchedForms.contains(form)) {
         m_watchedForms.insert(form);
@@ -90,7 +93,7 @@ void SimulatedController::removeUIVariable(QWidget *form, QWidget *widget)
     m_removed.clear();
     for (auto it = m_registrations.begin(); it != m_registrations.end();) {
         if (it->form == form && it->widget == widget) {
-            m_removed.insert(it->index, *it);
+            m_removed.insert(it->index, std::move(*it));
             it = m_registrations.erase(it);
         } else {
             ++it;
