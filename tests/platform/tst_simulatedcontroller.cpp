@@ -173,7 +173,7 @@ private Q_SLOTS:
             sim.startUpdateUI(&formA);
             sim.flushUpdates();
         }
-        QCOMPARE(w2->texts, QStringList(2, QStringLiteral("0.05")));
+        QCOMPARE(w2->texts, (QStringList{QStringLiteral("0.05"), QStringLiteral("0.05")}));
         QVERIFY(w2->texts.at(0).constData() == w2->texts.at(1).constData());
     }
 
