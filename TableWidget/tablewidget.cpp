@@ -4,6 +4,7 @@
 #include "operatormessage.h"
 #include "regularfile.h"
 
+#include "tablegridstyle.h"
 #include "tablewidget_p.h"
 #include "widgetfactory.h"
 
@@ -47,6 +48,7 @@ TableWidget::TableWidget(QWidget *parent)
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     NORVOInterface_Z3::setWidgetDefaultFont(this);
     verticalHeader()->setDefaultSectionSize(DefaultRowHeight);
+    setStyle(TableGridStyle::shared());
     setGridColor(QColor(216, 216, 216));
     connect(model(), &QAbstractItemModel::dataChanged, this, [this](const QModelIndex &from, const QModelIndex &to) {
         d->itemsPlaced = true;
@@ -208,7 +210,26 @@ void TableWidget::setGridColor(const QColor &color)
     if (color == d->gridColor)
         return;
     d->gridColor = color;
-    setStyleSheet(TableStyleSheets::grid(color));
+    // A sheet set on the table that colours the grid itself would outrank the style: the newer
+    // colour replaces that sheet, as it always did.
+    if (d->ownStyleSheet && QWidget::styleSheet().contains(QLatin1String("gridline-color"))) {
+        d->ownStyleSheet = false;
+        QWidget::setStyleSheet(QString());
+    }
+    if (!d->ownStyleSheet)
+        d->styleSheet = TableStyleSheets::grid(color);
+    viewport()->update();
+}
+
+// The style sheet engine reads this property, not QWidget's sheet: it sees a sheet set on the table
+// as long as one is, the grid's otherwise.
+QString TableWidget::styleSheet() const { return d->styleSheet; }
+
+void TableWidget::setStyleSheet(const QString &sheet)
+{
+    d->styleSheet = sheet;
+    d->ownStyleSheet = !sheet.isEmpty();
+    QWidget::setStyleSheet(sheet);
 }
 
 QColor TableWidget::textColor() const { return palette().color(QPalette::Text); }

@@ -46,6 +46,9 @@ class HMIWIDGETS_EXPORT TableWidget : public QTableWidget,
     Q_PROPERTY(NKeyPadStruct keyPad READ keyPad WRITE setKeyPad DESIGNABLE false STORED false)
     Q_PROPERTY(int scrollBarExtent READ scrollBarExtent WRITE setScrollBarExtent)
     Q_PROPERTY(QColor gridColor READ gridColor WRITE setGridColor)
+    // Reads a sheet set on the table, or else the sheet that would give the grid its colour; the grid
+    // itself is painted in its colour by the table's style, which no sheet has to polish.
+    Q_PROPERTY(QString styleSheet READ styleSheet WRITE setStyleSheet)
     Q_PROPERTY(QColor textColor READ textColor WRITE setTextColor)
     Q_PROPERTY(QColor backgroundColor READ backgroundColor WRITE setBackgroundColor)
     Q_PROPERTY(ParameterType parameterType READ parameterType WRITE setParameterType)
@@ -140,6 +143,8 @@ public:
     void setScrollBarExtent(int extent);
     QColor gridColor() const;
     void setGridColor(const QColor &color);
+    QString styleSheet() const;
+    void setStyleSheet(const QString &sheet);
     QColor textColor() const;
     void setTextColor(const QColor &color);
     QColor backgroundColor() const;

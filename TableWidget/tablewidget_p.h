@@ -109,6 +109,8 @@ public:
     int rowCountAtHeight = -1;
     int scrollBarExtent = TableWidgetLimits::MinScrollBarExtent;
     QColor gridColor;
+    QString styleSheet; // what the styleSheet property reads
+    bool ownStyleSheet = false; // a non-empty sheet was set on the table
     ParameterType parameterType = Normal;
     BusServoParameterType busServoType = General;
     DataClass dataClass = None;

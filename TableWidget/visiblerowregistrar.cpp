@@ -17,12 +17,16 @@ VisibleRowRegistrar::VisibleRowRegistrar(QTableWidget *table, norvo_v0::UpdateVa
 
 const BindingText &VisibleRowRegistrar::binding(const QTableWidgetItem *item)
 {
+    return item ? binding(item, item->row() * m_table->columnCount() + item->column()) : m_none;
+}
+
+const BindingText &VisibleRowRegistrar::binding(const QTableWidgetItem *item, int index)
+{
     if (!item)
         return m_none;
     const QString text = item->whatsThis();
     if (text.isEmpty())
         return m_none;
-    const int index = item->row() * m_table->columnCount() + item->column();
     auto it = m_cache.find(index);
     if (it == m_cache.end() || it->text != text)
         it = m_cache.insert(index, {text, BindingText::parse(text)});
@@ -54,8 +58,8 @@ int VisibleRowRegistrar::registerRows(QeltApp *app, QWidget *form, int first, in
             if (m_table->isColumnHidden(c))
                 continue;
             QTableWidgetItem *item = m_table->item(r, c);
-            const BindingText &b = binding(item);
             const int index = r * columns + c;
+            const BindingText &b = binding(item, index);
             if (b.kind == BindingText::Value) {
                 app->registerUIVariable(form, m_table, m_callback, index, b.comId, b.channel, b.dataClass, b.address,
                                         -1, 0, b.sizeCode, b.radix, b.width, b.decimals, 0, true);

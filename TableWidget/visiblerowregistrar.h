@@ -37,6 +37,9 @@ public:
     static QString valueText(const BindingText &binding, int value);
 
 private:
+    // The same, for the item at a cell index known already (no look-up of its row and column).
+    const BindingText &binding(const QTableWidgetItem *item, int index);
+
     struct Cached
     {
         QString text;

@@ -21,6 +21,9 @@ struct HMIPLATFORM_EXPORT UiRegistration
 
     // The twelve ints and the flag, in the call's order.
     QVariantList arguments() const;
+
+    // The same callback and arguments (form and widget aside).
+    bool sameArguments(const UiRegistration &other) const;
 };
 
 #endif

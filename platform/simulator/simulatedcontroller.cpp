@@ -67,23 +67,37 @@ void SimulatedController::registerUIVariable(QWidget *form, QWidget *widget,
 {
     if (!form || !widget || !callback)
         return;
-    Registration r;
-    static_cast<UiRegistration &>(r) = UiRegistration{form,    widget,  callback, index,   comId,   channel,
-                                                      dataClass, address, bitType, bitIndex, format1, format2,
-                                                      format3, format4, reserved, asText};
-    m_registrations.insert(m_nextId++, r);
-    connect(form, &QObject::destroyed, this, &SimulatedController::dropForm, Qt::UniqueConnection);
+    const auto removed = m_removed.find(index);
+    if (removed != m_removed.end() && removed->form == form && removed->widget == widget
+        && removed->sameArguments({nullptr, nullptr, callback, index, comId, channel, dataClass, address, bitType,
+                                   bitIndex, format1, format2, format3, format4, reserved, asText})) {
+        m_registrations.insert(m_registrations.cend(), m_nextId++, std::move(*removed));
+        m_removed.erase(removed);
+    } else {
+        Registration r;
+        static_cast<UiRegistration &>(r) = UiRegistration{form,     widget,  callback, index,   comId,
+                                                          channel,  dataClass, address, bitType, bitIndex,
+                                                          format1, format2, format3, format4, reserved, asText};
+        m_registrations.insert(m_registrations.cend(), m_nextId++, r);
+    }
+    if (!m_watchedForms.contains(form)) {
+        m_watchedForms.insert(form);
+        connect(form, &QObject::destroyed, this, &SimulatedController::dropForm);
+    }
     if (m_running && m_activeForms.contains(form))
         scheduleFlush();
 }
 
 void SimulatedController::removeUIVariable(QWidget *form, QWidget *widget)
 {
+    m_removed.clear();
     for (auto it = m_registrations.begin(); it != m_registrations.end();) {
-        if (it->form == form && it->widget == widget)
+        if (it->form == form && it->widget == widget) {
+            m_removed.insert(it->index, std::move(*it));
             it = m_registrations.erase(it);
-        else
+        } else {
             ++it;
+        }
     }
 }
 
@@ -92,7 +106,11 @@ void SimulatedController::startUpdateUI(QWidget *form)
     if (!form)
         return;
     m_activeForms.insert(form);
-    connect(form, &QObject::destroyed, this, &SimulatedController::dropForm, Qt::UniqueConnection);
+    m_removed.clear();
+    if (!m_watchedForms.contains(form)) {
+        m_watchedForms.insert(form);
+        connect(form, &QObject::destroyed, this, &SimulatedController::dropForm);
+    }
     m_running = true;
     // Each registration of the form gets its current value once more.
     for (Registration &r : m_registrations) {
@@ -180,14 +198,17 @@ void SimulatedController::flushUpdates()
         const qint32 value = currentValue(*it);
         if (it->delivered && it->lastValue == value)
             continue;
+        const bool changed = it->lastText.isNull() || it->lastValue != value;
         it->delivered = true;
         it->lastValue = value;
-        const Registration r = *it;
         // Trimmed as the table shows a value when it first registers it, so a cell does not shift
-        // when its first update arrives.
+        // when its first update arrives. Delivered again after a restart, but formatted only when it
+        // changed.
+        if (it->asText && changed)
+            it->lastText = ValueFormatter::format(value, it->format1, it->format2, it->format3, it->format4).trimmed();
+        const Registration r = *it;
         if (r.asText)
-            r.callback->updateData(r.index,
-                                   ValueFormatter::format(value, r.format1, r.format2, r.format3, r.format4).trimmed());
+            r.callback->updateData(r.index, r.lastText);
         else
             r.callback->updateData(r.index, int(value));
     }
@@ -197,6 +218,8 @@ void SimulatedController::flushUpdates()
 void SimulatedController::dropForm(QObject *form)
 {
     m_activeForms.remove(form);
+    m_watchedForms.remove(form);
+    m_removed.clear();
     for (auto it = m_registrations.begin(); it != m_registrations.end();) {
         if (!it->form || it->form.data() == form) // QWidget emits destroyed() before QPointers clear
             it = m_registrations.erase(it);

@@ -63,6 +63,7 @@ private:
     {
         bool delivered = false;
         qint32 lastValue = 0;
+        QString lastText; // lastValue as delivered text, when delivered as text
     };
 
     qint32 currentValue(const Registration &r);
@@ -72,7 +73,12 @@ private:
     VariableMemory m_memory;
     QMap<int, Registration> m_registrations; // by id, ids increase in registration order
     int m_nextId = 0;
+    // What the last removeUIVariable dropped, by index: a widget that registers the same again
+    // (a table renewing its rows on every scroll step) gets it back with what was delivered, so an
+    // unchanged value is not formatted again. Gone at the next start.
+    QHash<int, Registration> m_removed;
     QSet<QObject *> m_activeForms;
+    QSet<QObject *> m_watchedForms; // connected to their destroyed()
     bool m_running = false;
     bool m_flushPending = false;
     bool m_flushing = false;

@@ -36,6 +36,9 @@ class Recorder : public QWidget, public CallbackLog
 {
 public:
     using QWidget::QWidget;
+    void updateData(int, const QString &text) override { texts.append(text); }
+    using CallbackLog::updateData;
+    QStringList texts;
 };
 
 // What a row does to the controller: 'w' word or 'b' bit write (area = data class or bit type),
@@ -160,6 +163,18 @@ private Q_SLOTS:
         QTest::qWait(5);
         QCOMPARE((QList<Deliveries>{w1->received, w2->received, orphanLog.received, formLog.received}),
                  (QList<Deliveries>{{{7, 5}}, {{0, 5}}, {}, {}}));
+        // Removed and registered the same again, as a table renews its rows: its text comes again on the
+        // restart, made once.
+        sim.registerUIVariable(&formA, w2, w2, 3, 0, 0, QeltApp::User, 1, -1, 0, 4, 10, 8, 2, 0, true);
+        for (int i = 0; i < 2; ++i) {
+            sim.stopUpdateUI();
+            sim.removeUIVariable(&formA, w2);
+            sim.registerUIVariable(&formA, w2, w2, 3, 0, 0, QeltApp::User, 1, -1, 0, 4, 10, 8, 2, 0, true);
+            sim.startUpdateUI(&formA);
+            sim.flushUpdates();
+        }
+        QCOMPARE(w2->texts, (QStringList{QStringLiteral("0.05"), QStringLiteral("0.05")}));
+        QVERIFY(w2->texts.at(0).constData() == w2->texts.at(1).constData());
     }
 
     void formatsValues_data()

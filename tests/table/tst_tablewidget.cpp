@@ -87,6 +87,7 @@ private Q_SLOTS:
         QVERIFY(screen > 3);
         QCOMPARE(p.registeredRows().size(), screen + 1);
         QVERIFY(p.table->loadedRowCount() <= 3 * screen + 3);
+        QVERIFY(!p.table->horizontalHeader()->testAttribute(Qt::WA_StyleSheet)); // the grid colour polished nothing
         p.table->item(1, 2)->setToolTip(QStringLiteral("set by the application"));
         p.table->verticalScrollBar()->setValue(99000);
         const int first = p.table->rowAt(0);
@@ -259,6 +260,9 @@ private Q_SLOTS:
                 item->setForeground(QBrush(Qt::green));
         }));
         p.table->setFont(QFont(QStringLiteral("Sans"), 11));
+        // A sheet of the panel builder's and the grid colour, in the order a form sets them, both show.
+        p.table->setStyleSheet(QStringLiteral("QTableView{background: yellow}"));
+        p.table->setGridColor(Qt::magenta);
         // Spans (first row, first column, last row, last column) are clipped to the table, also those
         // reaching the largest row or column number.
         p.table->setMergeCells("00000003" "00000002000000010000000300000004" "00000003000000007fffffff00000000"
@@ -274,6 +278,9 @@ private Q_SLOTS:
         for (int c = 0; c < 2; ++c)
             QCOMPARE(shown.pixelColor(p.table->visualItemRect(p.table->item(2, c)).center()), QColor(c ? Qt::blue : Qt::red));
         QCOMPARE(p.table->item(2, 0)->foreground().color(), QColor(Qt::green));
+        const QRect plain = p.table->visualItemRect(p.table->item(1, 2));
+        QCOMPARE((QList<QColor>{shown.pixelColor(plain.center()), shown.pixelColor(plain.right() + 1, plain.center().y())}),
+                 (QList<QColor>{Qt::yellow, Qt::magenta}));
     }
 
     // Stored contents that cannot be read (the decoder's refusals are tested with it) leave the table
