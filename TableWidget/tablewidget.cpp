@@ -210,14 +210,12 @@ void TableWidget::setGridColor(const QColor &color)
     if (color == d->gridColor)
         return;
     d->gridColor = color;
-    // A sheet set on the table that colours the grid itself would outrank the style: the newer
-    // colour replaces that sheet, as it always did.
-    if (d->ownStyleSheet && QWidget::styleSheet().contains(QLatin1String("gridline-color"))) {
+    // The grid colour's sheet replaces one set on the table before, as it always did.
+    if (d->ownStyleSheet) {
         d->ownStyleSheet = false;
         QWidget::setStyleSheet(QString());
     }
-    if (!d->ownStyleSheet)
-        d->styleSheet = TableStyleSheets::grid(color);
+    d->styleSheet = TableStyleSheets::grid(color);
     viewport()->update();
 }
 

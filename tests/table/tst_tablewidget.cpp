@@ -260,9 +260,11 @@ private Q_SLOTS:
                 item->setForeground(QBrush(Qt::green));
         }));
         p.table->setFont(QFont(QStringLiteral("Sans"), 11));
-        // A sheet of the panel builder's and the grid colour, in the order a form sets them, both show.
-        p.table->setStyleSheet(QStringLiteral("QTableView{background: yellow}"));
+        // A grid colour replaces a sheet set before it; a sheet set after it keeps the grid in its colour.
+        p.table->setStyleSheet(QStringLiteral("QTableView{background: red}"));
         p.table->setGridColor(Qt::magenta);
+        QCOMPARE(p.table->styleSheet(), QStringLiteral("QTableView{gridline-color : rgb(255, 0, 255);}"));
+        p.table->setStyleSheet(QStringLiteral("QTableView{background: yellow}"));
         // Spans (first row, first column, last row, last column) are clipped to the table, also those
         // reaching the largest row or column number.
         p.table->setMergeCells("00000003" "00000002000000010000000300000004" "00000003000000007fffffff00000000"
