@@ -45,9 +45,11 @@ FormSession::FormSession(QWidget *loadedRoot, norvo_v0::QeltApp *app, QObject *p
 
 FormSession::~FormSession()
 {
-    // Callbacks into the form's widgets stop before the form goes.
+    // Callbacks into the form's widgets stop before the form goes; a form never started leaves the
+    // updates of the form on screen running.
     if (m_form) {
-        m_app->stopUpdateUI();
+        if (m_started)
+            m_app->stopUpdateUI();
         const QList<QWidget *> widgets = m_form->findChildren<QWidget *>();
         for (QWidget *w : widgets)
             m_app->removeUIVariable(m_form, w);
@@ -78,6 +80,7 @@ QStringList FormSession::problems() const
 
 void FormSession::start()
 {
+    m_started = true;
     const char *attach = "setQeltAppAndFormPtr(void*,void*)";
     const QList<QWidget *> widgets = m_form->findChildren<QWidget *>();
     for (QWidget *w : widgets) {

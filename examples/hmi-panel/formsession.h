@@ -34,6 +34,7 @@ private:
 
     QPointer<QDialog> m_form;
     norvo_v0::QeltApp *m_app;
+    bool m_started = false;
 };
 
 #endif

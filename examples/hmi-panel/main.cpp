@@ -1,16 +1,19 @@
 // hmi-panel: runs a form on the simulated controller, or checks forms.
-//   hmi-panel FORM.ui [--screenshot FILE] [--language N] [--authority N] [--words FILE]
+//   hmi-panel FORM.ui [--screenshot FILE] [--language N] [--authority N] [--words FILE] [--watch]
 //   hmi-panel FORM.ui [--modbus HOST:PORT] --map MAP.json [--poll MS] [--trace FILE]
 //   hmi-panel --check FORM.ui... [--words FILE] [--map MAP.json]
 #include "demoscenario.h"
 #include "dynamicimage.h"
 #include "formchecker.h"
 #include "formloader.h"
+#include "formreload.h"
 #include "formsession.h"
+#include "formwatcher.h"
 #include "norvointerface_z3.h"
 #include "operatormessage.h"
 #include "paneltables.h"
 #include "panelwindow.h"
+#include "panelwords.h"
 #include "simulatedcontroller.h"
 #ifdef HMI_HAVE_MODBUS
 #include "mapcheck.h"
@@ -77,7 +80,10 @@ int main(int argc, char **argv)
     QCommandLineOption words(QStringLiteral("words"),
                              QStringLiteral("The word library (default: words.tsv beside the form, when there)."),
                              QStringLiteral("FILE"));
-    parser.addOptions({screenshot, language, authority, check, words});
+    QCommandLineOption watch(QStringLiteral("watch"),
+                             QStringLiteral("Load the form again when it or its word library changes on disk; a form "
+                                            "that does not load leaves the last good one on screen."));
+    parser.addOptions({screenshot, language, authority, check, words, watch});
 #ifdef HMI_HAVE_MODBUS
     ModbusOptions modbusOptions;
     modbusOptions.addTo(parser);
@@ -93,8 +99,10 @@ int main(int argc, char **argv)
     }
 
     // The named library, or the one beside the form; problems in it are told, the good words kept.
-    const auto wordLibrary = [&](const QString &form) {
-        const QString fileName = parser.isSet(words) ? parser.value(words) : WordLibraryFile::besideForm(form);
+    const auto wordFile = [&](const QString &form) {
+        return parser.isSet(words) ? parser.value(words) : WordLibraryFile::besideForm(form);
+    };
+    const auto readWords = [&](const QString &fileName) {
         WordLibraryFile library;
         if (parser.isSet(words) || QFileInfo::exists(fileName)) {
             library.readFile(fileName);
@@ -103,6 +111,7 @@ int main(int argc, char **argv)
         }
         return library.words();
     };
+    const auto wordLibrary = [&](const QString &form) { return readWords(wordFile(form)); };
 
     NORVOInterface_Z3 *hmi = NORVOInterface_Z3::initialization();
     if (parser.isSet(check)) {
@@ -129,7 +138,7 @@ int main(int argc, char **argv)
         }
         return status;
     }
-    hmi->setWordLibrary(wordLibrary(forms.constFirst()));
+    hmi->setWordLibrary(PanelWords::withPanelWords(wordLibrary(forms.constFirst())));
     const QString family = QApplication::font().family();
     hmi->setSystemLanguages({family, family});
     hmi->setCurrentLanguageIndex(parser.value(language).toInt());
@@ -156,8 +165,8 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "hmi-panel: cannot load %s: %s\n", qPrintable(formFile), qPrintable(loader.problem()));
         return 1;
     }
-    FormSession session(root, controller);
-    if (const QStringList problems = session.problems(); !problems.isEmpty()) {
+    auto first = std::make_unique<FormSession>(root, controller);
+    if (const QStringList problems = first->problems(); !problems.isEmpty()) {
         for (const QString &problem : problems)
             std::fprintf(stderr, "hmi-panel: cannot show %s whole: %s\n", qPrintable(formFile), qPrintable(problem));
         return 1;
@@ -166,21 +175,37 @@ int main(int argc, char **argv)
     // Paths on the command line are the caller's; the form's own relative paths name files beside it.
     const QString formFolder = QFileInfo(formFile).absolutePath();
     const QString screenshotFile = parser.isSet(screenshot) ? QFileInfo(parser.value(screenshot)).absoluteFilePath() : QString();
+    // Named as the panel was started, before the folder changes.
+    const QString absoluteForm = QFileInfo(formFile).absoluteFilePath();
+    const QString absoluteWords = QFileInfo(wordFile(formFile)).absoluteFilePath();
     QDir::setCurrent(formFolder);
-    for (DynamicImage *image : session.form()->findChildren<DynamicImage *>()) {
-        if (image->autoLoadPath() == QLatin1String("${DEMO_CAMERA}"))
-            image->setAutoLoadPath(scenario.cameraFolder());
-    }
+    // The camera picture and the tables beside the form, for the form shown first and each reloaded.
+    const auto prepare = [&](FormSession *session) {
+        for (DynamicImage *image : session->form()->findChildren<DynamicImage *>()) {
+            if (image->autoLoadPath() == QLatin1String("${DEMO_CAMERA}"))
+                image->setAutoLoadPath(scenario.cameraFolder());
+        }
+    };
+    const auto setUpTables = [&](FormSession *session) {
+        for (const QString &problem : PanelTables::setUp(session->form(), formFolder))
+            std::fprintf(stderr, "hmi-panel: %s: %s\n", qPrintable(formFile), qPrintable(problem));
+    };
+    prepare(first.get());
     // A screenshot shows the whole form (the loader bounds its size); a window fits the screen.
     const QSize screenArea = wantsScreenshot ? QSize() : QApplication::primaryScreen()->availableGeometry().size();
-    PanelWindow window(&session, {QStringLiteral("English"), QStringLiteral("Deutsch")}, screenArea);
+    PanelWindow window(first.get(), {QStringLiteral("English"), QStringLiteral("Deutsch")}, screenArea);
+    FormReload reload(absoluteForm, &window, std::move(first), controller,
+                      {[&] { return readWords(absoluteWords); }, [&](FormSession *next) {
+                           prepare(next);
+                           setUpTables(next);
+                       }});
     // The panel never waits on a message box: its messages go to its message line and to stderr.
     OperatorMessage::setSink([&window](OperatorMessage::Kind, QWidget *, const QString &title, const QString &text) {
         const QString line = QStringLiteral("%1: %2").arg(title, text.simplified());
         std::fprintf(stderr, "hmi-panel: %s\n", qPrintable(line));
         window.showMessage(line);
     });
-    session.start();
+    reload.session()->start();
 #ifdef HMI_HAVE_MODBUS
     if (modbus) {
         QObject::connect(modbus.get(), &ModbusController::writeReported, &window, &PanelWindow::showMessage);
@@ -188,12 +213,11 @@ int main(int argc, char **argv)
         window.showMessage(modbus->status());
     }
 #endif
-    for (const QString &problem : PanelTables::setUp(session.form(), formFolder))
-        std::fprintf(stderr, "hmi-panel: %s: %s\n", qPrintable(formFile), qPrintable(problem));
+    setUpTables(reload.session());
     // Through the panel's own field, which then shows the authority the panel runs with.
     if (auto *box = window.findChild<QSpinBox *>(QStringLiteral("authorityBox")))
         box->setValue(parser.value(authority).toInt());
-    session.setAuthority(parser.value(authority).toInt());
+    reload.session()->setAuthority(parser.value(authority).toInt());
     window.show();
 #ifdef HMI_HAVE_MODBUS
     if (modbus) {
@@ -220,7 +244,7 @@ int main(int argc, char **argv)
         scenario.step();
         scenario.step();
         scenario.step();
-        for (DynamicImage *image : session.form()->findChildren<DynamicImage *>()) {
+        for (DynamicImage *image : reload.session()->form()->findChildren<DynamicImage *>()) {
             if (image->autoLoadImage())
                 image->updateImage(); // the poll a running panel makes every 300 ms
         }
@@ -234,5 +258,10 @@ int main(int argc, char **argv)
     if (!modbus)
 #endif
         scenario.start();
+    std::unique_ptr<FormWatcher> watcher;
+    if (parser.isSet(watch)) {
+        watcher = std::make_unique<FormWatcher>(QStringList{absoluteForm, absoluteWords});
+        QObject::connect(watcher.get(), &FormWatcher::changed, &reload, &FormReload::reload);
+    }
     return app.exec();
 }

@@ -4,6 +4,7 @@
 #include "lastusedtable.h"
 #include "norvointerface_z3.h"
 #include "paneltables.h"
+#include "panelwords.h"
 #include "tablewidget.h"
 
 #include <QApplication>
@@ -23,60 +24,95 @@
 PanelWindow::PanelWindow(FormSession *session, const QStringList &languageNames, const QSize &screenArea,
                          QWidget *parent)
     : QWidget(parent)
-    , m_session(session)
     , m_lastTable(new LastUsedTable(this)) // the search keys take no focus: they act on the table used last
+    , m_screenArea(screenArea)
 {
-    setWindowTitle(session->form()->windowTitle());
     auto *layout = new QVBoxLayout(this);
     auto *bar = new QHBoxLayout;
-    bar->addWidget(new QLabel(tr("Language:"), this));
+    m_languageLabel = new QLabel(this);
+    bar->addWidget(m_languageLabel);
     auto *language = new QComboBox(this);
     language->setObjectName(QStringLiteral("languageBox"));
     language->addItems(languageNames);
     language->setCurrentIndex(NORVOInterface_Z3::initialization()->currentLanguageIndex());
     bar->addWidget(language);
     bar->addSpacing(20);
-    bar->addWidget(new QLabel(tr("Operator authority:"), this));
-    auto *authority = new QSpinBox(this);
-    authority->setObjectName(QStringLiteral("authorityBox"));
-    authority->setRange(0, 99);
-    authority->setValue(1);
-    authority->setToolTip(tr("Smaller is stronger; a widget needing authority N takes operators 1 ... N."));
-    bar->addWidget(authority);
+    m_authorityLabel = new QLabel(this);
+    bar->addWidget(m_authorityLabel);
+    m_authority = new QSpinBox(this);
+    m_authority->setObjectName(QStringLiteral("authorityBox"));
+    m_authority->setRange(0, 99);
+    m_authority->setValue(1);
+    bar->addWidget(m_authority);
     bar->addStretch();
-    if (session->form()->findChild<TableWidget *>()) {
-        addSearchKeys(bar);
-        addFileMenu(bar);
-    }
+    bar->addWidget(addSearchKeys());
     layout->addLayout(bar);
 
-    QDialog *form = session->form();
-    auto *view = new QScrollArea(this);
-    view->setObjectName(QStringLiteral("formView"));
-    view->setFrameShape(QFrame::NoFrame);
-    form->setParent(view, Qt::Widget);
-    view->setWidget(form);
-    view->setMinimumSize(form->size());
-    layout->addWidget(view);
-    form->show();
+    m_view = new QScrollArea(this);
+    m_view->setObjectName(QStringLiteral("formView"));
+    m_view->setFrameShape(QFrame::NoFrame);
+    layout->addWidget(m_view);
     m_message = new QLabel(this);
     m_message->setObjectName(QStringLiteral("messageLine"));
     layout->addWidget(m_message);
-    if (screenArea.isValid()) {
-        const QSize around = minimumSizeHint() - form->size(); // the bar, the message line, margins
-        view->setMinimumSize(form->size().boundedTo((screenArea - around).expandedTo(QSize(0, 0))));
-    }
+    retranslate();
+    setSession(session);
 
-    connect(language, qOverload<int>(&QComboBox::currentIndexChanged), session, &FormSession::setLanguage);
-    connect(authority, qOverload<int>(&QSpinBox::valueChanged), session, &FormSession::setAuthority);
-    connect(NORVOInterface_Z3::initialization(), &NORVOInterface_Z3::authorityRefused, this,
-            &PanelWindow::showRefusal);
-    session->setAuthority(authority->value());
+    // Through m_session: a reloaded form takes the place of the first.
+    connect(language, qOverload<int>(&QComboBox::currentIndexChanged), this, [this](int index) {
+        m_session->setLanguage(index);
+    });
+    connect(m_authority, qOverload<int>(&QSpinBox::valueChanged), this, [this](int authority) {
+        m_session->setAuthority(authority);
+    });
+    NORVOInterface_Z3 *hmi = NORVOInterface_Z3::initialization();
+    connect(hmi, &NORVOInterface_Z3::authorityRefused, this, [this](int authority) {
+        showMessage(PanelWords::text(PanelWords::NeedsAuthority).arg(authority));
+    });
+    connect(hmi, &NORVOInterface_Z3::currentLanguageChanged, this, &PanelWindow::retranslate);
+    connect(hmi, &NORVOInterface_Z3::wordLibraryChanged, this, &PanelWindow::retranslate);
+    session->setAuthority(m_authority->value());
 }
 
-void PanelWindow::showRefusal(int authority)
+void PanelWindow::setSession(FormSession *session)
 {
-    m_message->setText(tr("This operation needs authority %1 or stronger.").arg(authority));
+    m_session = session;
+    QDialog *form = session->form();
+    if (QWidget *old = m_view->takeWidget())
+        old->hide(); // its session deletes it
+    form->setParent(m_view, Qt::Widget);
+    m_view->setWidget(form);
+    m_view->setMinimumSize(form->size());
+    form->show();
+    m_tableKeys->setVisible(form->findChild<TableWidget *>() != nullptr);
+    if (m_screenArea.isValid()) {
+        const QSize around = minimumSizeHint() - form->size(); // the bar, the message line, margins
+        m_view->setMinimumSize(form->size().boundedTo((m_screenArea - around).expandedTo(QSize(0, 0))));
+    }
+    retranslate();
+}
+
+int PanelWindow::authority() const
+{
+    return m_authority->value();
+}
+
+void PanelWindow::retranslate()
+{
+    const QString panel = PanelWords::text(PanelWords::Title);
+    const QString formTitle = m_session ? m_session->form()->windowTitle() : QString();
+    setWindowTitle(formTitle.isEmpty() ? panel : QStringLiteral("%1 - %2").arg(formTitle, panel));
+    m_languageLabel->setText(PanelWords::text(PanelWords::Language));
+    m_authorityLabel->setText(PanelWords::text(PanelWords::Authority));
+    m_authority->setToolTip(PanelWords::text(PanelWords::AuthorityTip));
+    m_find->setText(PanelWords::text(PanelWords::Find));
+    m_findNext->setText(PanelWords::text(PanelWords::FindNext));
+    m_jump->setText(PanelWords::text(PanelWords::Jump));
+    m_files->setText(PanelWords::text(PanelWords::Files));
+    const PanelWords::Word entries[] = {PanelWords::LoadTable, PanelWords::SaveTable, PanelWords::ShowProgram,
+                                        PanelWords::SaveProgram};
+    for (int i = 0; i < m_fileActions.size(); ++i)
+        m_fileActions.at(i)->setText(PanelWords::text(entries[i]));
 }
 
 void PanelWindow::showMessage(const QString &message)
@@ -84,75 +120,84 @@ void PanelWindow::showMessage(const QString &message)
     m_message->setText(message);
 }
 
-void PanelWindow::addSearchKeys(QHBoxLayout *bar)
+QWidget *PanelWindow::addSearchKeys()
 {
-    // The keys leave the focus where it is, so they act on the table the operator was in.
-    const auto key = [this, bar](const QString &text, const char *name) {
-        auto *button = new QPushButton(text, this);
+    // Shown while the form has a table. The keys leave the focus where it is, so they act on the table
+    // the operator was in.
+    m_tableKeys = new QWidget(this);
+    auto *keys = new QHBoxLayout(m_tableKeys);
+    keys->setContentsMargins(0, 0, 0, 0);
+    const auto key = [this, keys](const char *name) {
+        auto *button = new QPushButton(m_tableKeys);
         button->setObjectName(QLatin1String(name));
         button->setFocusPolicy(Qt::NoFocus);
-        bar->addWidget(button);
+        keys->addWidget(button);
         return button;
     };
-    connect(key(tr("Find..."), "findKey"), &QPushButton::clicked, this, [this] {
+    m_find = key("findKey");
+    connect(m_find, &QPushButton::clicked, this, [this] {
         TableWidget *table = currentTable();
         bool ok = false;
-        const QString text = QInputDialog::getText(this, tr("Find"), tr("Text in a cell:"), QLineEdit::Normal,
+        const QString text = QInputDialog::getText(this, PanelWords::title(PanelWords::Find),
+                                                   PanelWords::text(PanelWords::FindPrompt), QLineEdit::Normal,
                                                    QString(), &ok);
         if (ok && table && !text.isEmpty())
             table->find(text);
     });
-    connect(key(tr("Find next"), "findNextKey"), &QPushButton::clicked, this, [this] {
+    m_findNext = key("findNextKey");
+    connect(m_findNext, &QPushButton::clicked, this, [this] {
         if (TableWidget *table = currentTable())
             table->findNext();
     });
-    connect(key(tr("Jump..."), "jumpKey"), &QPushButton::clicked, this, [this] {
+    m_jump = key("jumpKey");
+    connect(m_jump, &QPushButton::clicked, this, [this] {
         if (TableWidget *table = currentTable())
             table->jumpTo(std::max(0, table->currentColumn()));
     });
+    keys->addWidget(addFileMenu());
+    return m_tableKeys;
 }
 
 TableWidget *PanelWindow::currentTable()
 {
     TableWidget *table = PanelTables::searchTable(m_session->form(), m_lastTable->table());
     if (!table)
-        showMessage(tr("No table on screen to search."));
+        showMessage(PanelWords::text(PanelWords::NoTable));
     return table;
 }
 
-void PanelWindow::addFileMenu(QHBoxLayout *bar)
+QToolButton *PanelWindow::addFileMenu()
 {
-    auto *button = new QToolButton(this);
-    button->setObjectName(QStringLiteral("tableFilesKey"));
-    button->setText(tr("Files"));
-    button->setFocusPolicy(Qt::NoFocus);
-    button->setPopupMode(QToolButton::InstantPopup);
-    auto *menu = new QMenu(button);
-    const QString tables = tr("Table files (*.txt *.tsv);;All files (*)");
-    const QString programs = tr("NC programs (*.nc *.mpf *.txt);;All files (*)");
-    menu->addAction(tr("Load table file..."), this, [this, tables] {
-        const QString file = QFileDialog::getOpenFileName(this, tr("Load table file"), QString(), tables);
+    m_files = new QToolButton(m_tableKeys);
+    m_files->setObjectName(QStringLiteral("tableFilesKey"));
+    m_files->setFocusPolicy(Qt::NoFocus);
+    m_files->setPopupMode(QToolButton::InstantPopup);
+    auto *menu = new QMenu(m_files);
+    const auto tables = [] { return PanelWords::text(PanelWords::TableFiles); };
+    const auto programs = [] { return PanelWords::text(PanelWords::Programs); };
+    m_fileActions << menu->addAction(QString(), this, [this, tables] {
+        const QString file = QFileDialog::getOpenFileName(this, PanelWords::title(PanelWords::LoadTable), QString(), tables());
         if (TableWidget *table = currentTable(); table && !file.isEmpty())
             table->loadFormFile(file);
     });
-    menu->addAction(tr("Save table file..."), this, [this, tables] {
-        const QString file = QFileDialog::getSaveFileName(this, tr("Save table file"), QString(), tables);
+    m_fileActions << menu->addAction(QString(), this, [this, tables] {
+        const QString file = QFileDialog::getSaveFileName(this, PanelWords::title(PanelWords::SaveTable), QString(), tables());
         if (TableWidget *table = currentTable(); table && !file.isEmpty())
             table->saveAsFile(file);
     });
-    menu->addAction(tr("Show NC program..."), this, [this, programs] {
-        const QString file = QFileDialog::getOpenFileName(this, tr("Show NC program"), QString(), programs);
+    m_fileActions << menu->addAction(QString(), this, [this, programs] {
+        const QString file = QFileDialog::getOpenFileName(this, PanelWords::title(PanelWords::ShowProgram), QString(), programs());
         TableWidget *table = currentTable();
         if (!table || file.isEmpty())
             return;
         const QString signs = table->property("ncCodeSigns").toString();
         table->showAsNCCode(file, signs.isEmpty() ? QStringLiteral("N,G,X,Y,Z,I,J,K,R,F,S,T,M") : signs);
     });
-    menu->addAction(tr("Save NC program..."), this, [this, programs] {
-        const QString file = QFileDialog::getSaveFileName(this, tr("Save NC program"), QString(), programs);
+    m_fileActions << menu->addAction(QString(), this, [this, programs] {
+        const QString file = QFileDialog::getSaveFileName(this, PanelWords::title(PanelWords::SaveProgram), QString(), programs());
         if (TableWidget *table = currentTable(); table && !file.isEmpty())
             table->saveAsNCCode(file);
     });
-    button->setMenu(menu);
-    bar->addWidget(button);
+    m_files->setMenu(menu);
+    return m_files;
 }

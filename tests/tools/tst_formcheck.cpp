@@ -1,19 +1,31 @@
 #include "../table/tabletestsupport.h"
+#include "bitbutton.h"
 #include "formchecker.h"
 #include "formlimits.h"
+#include "formloader.h"
+#include "formreload.h"
+#include "formsession.h"
+#include "formwatcher.h"
+#include "norvointerface_z3.h"
+#include "panelwindow.h"
+#include "simulatedcontroller.h"
 #include "tablecontents.h"
 #include "textinfocodec.h"
 #include "wordlibraryfile.h"
 
 #include <QBuffer>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QImageReader>
+#include <QLabel>
 #include <QProcess>
+#include <QSpinBox>
 #include <QTableWidgetItem>
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <cstdio>
 #include <memory>
 
 namespace {
@@ -79,6 +91,13 @@ QByteArray formOf(const QByteArray &rootClass, QSize size, const QByteArray &chi
            + QByteArray::number(size.height()) + "</height></rect></property>" + children + "</widget></ui>";
 }
 
+// A form holding one key that needs authority 2.
+QByteArray watchedKey(const QByteArray &name)
+{
+    return formOf("QDialog", {300, 200}, "<widget class=\"BitButton\" name=\"" + name + "\"><property name=\"operationalAuthority\">"
+                  "<number>2</number></property></widget>");
+}
+
 } // namespace
 
 class TestFormCheck : public QObject
@@ -133,6 +152,57 @@ private Q_SLOTS:
             got << QStringLiteral("%1=%2").arg(it.key()).arg(it.value().join(QLatin1Char('|')));
         QCOMPARE((QStringList{got.join(QLatin1Char(' '))} + library.problems()).join(QLatin1String(" | ")), read);
         QCOMPARE(clean, library.problems().isEmpty());
+    }
+
+    void watchedForm_data()
+    {
+        QTest::addColumn<QString>("file"); QTest::addColumn<QByteArray>("saved"); QTest::addColumn<bool>("renamed");
+        QTest::addColumn<QString>("shown"); QTest::addColumn<QString>("message"); // the key on screen, the message line
+        const QByteArray second = watchedKey("second");
+        const QString reloaded = QStringLiteral("form.ui neu geladen.");
+        QTest::newRow("saved as Designer does") << "form.ui" << second << true << "second" << reloaded;
+        QTest::newRow("written in place") << "form.ui" << second << false << "second" << reloaded;
+        QTest::newRow("word library beside it") << "words.tsv" << QByteArray("1\tOne\tEins\n") << true << "first" << reloaded;
+        QTest::newRow("half written: last good form stays") << "form.ui" << second.left(90) << false << "first"
+            << "form.ui: not a form: line 1";
+        QTest::newRow("unknown class: last good form stays") << "form.ui" << formOf("QDialog", {300, 200}, "<widget class=\"NoSuch\" "
+            "name=\"ghost\"/>") << true << "first" << "form.ui:1: widget \"ghost\" (NoSuch): unknown widget class";
+    }
+    // A panel watching its form, in German at authority 3, sees a save: the form saved, with the
+    // language and authority kept and the panel's own words in that language, or the last good form.
+    void watchedForm()
+    {
+        QFETCH(QString, file); QFETCH(QByteArray, saved); QFETCH(bool, renamed); QFETCH(QString, shown); QFETCH(QString, message);
+        NORVOInterface_Z3::initialization()->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Sans")});
+        QTemporaryDir dir;
+        const QString form = dir.filePath(QStringLiteral("form.ui"));
+        const auto save = [&](const QString &name, const QByteArray &contents, bool rename) {
+            QFile out(dir.filePath(rename ? QStringLiteral(".new") : name));
+            QVERIFY(out.open(QIODevice::WriteOnly) && out.write(contents) == contents.size());
+            out.close();
+            QVERIFY(!rename || std::rename(qPrintable(out.fileName()), qPrintable(dir.filePath(name))) == 0);
+        };
+        save(QStringLiteral("form.ui"), watchedKey("first"), false);
+        SimulatedController controller;
+        auto first = std::make_unique<FormSession>(FormLoader().loadFile(form), &controller);
+        PanelWindow window(first.get(), {QStringLiteral("English"), QStringLiteral("Deutsch")}, {});
+        FormReload reload(form, &window, std::move(first), &controller, {});
+        reload.session()->start();
+        FormWatcher watcher({form, dir.filePath(QStringLiteral("words.tsv"))});
+        connect(&watcher, &FormWatcher::changed, &reload, &FormReload::reload);
+        window.findChild<QComboBox *>(QStringLiteral("languageBox"))->setCurrentIndex(1);
+        window.findChild<QSpinBox *>(QStringLiteral("authorityBox"))->setValue(3);
+        save(file, saved, renamed);
+        auto *line = window.findChild<QLabel *>(QStringLiteral("messageLine"));
+        QTRY_VERIFY2(line->text().contains(message), qPrintable(line->text()));
+        const QList<BitButton *> keys = window.findChildren<BitButton *>();
+        QCOMPARE(keys.size(), 1);
+        QCOMPARE(keys.constFirst()->objectName(), shown);
+        QVERIFY(!keys.constFirst()->QWidget::isEnabled()); // it needs authority 2
+        QVERIFY(controller.isUpdating(reload.session()->form()));
+        QCOMPARE(NORVOInterface_Z3::initialization()->currentLanguageIndex(), 1);
+        QVERIFY(window.findChild<QLabel *>()->text() == QStringLiteral("Sprache:"));
+        NORVOInterface_Z3::initialization()->resetToDefaults();
     }
 
     void commandExitStatus_data()

@@ -1,0 +1,48 @@
+#ifndef FORMWATCHER_H
+#define FORMWATCHER_H
+
+#include <QElapsedTimer>
+#include <QFileSystemWatcher>
+#include <QList>
+#include <QObject>
+#include <QStringList>
+#include <QTimer>
+
+// Says when files change on disk as an editor saves them. Designer writes a new file and renames it
+// over the old one, which ends a watch on the file itself, so the folders are watched too. A save is
+// a burst of changes: they are told once, when the files have been still for SettleMs (or, while
+// they keep changing, every MaxWaitMs), and only when the size or time of one of the files changed.
+class FormWatcher : public QObject
+{
+    Q_OBJECT
+public:
+    static constexpr int SettleMs = 300;
+    static constexpr int MaxWaitMs = 3000;
+
+    // Files that do not exist yet are watched for through their folder.
+    explicit FormWatcher(const QStringList &files, QObject *parent = nullptr);
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    struct Stamp
+    {
+        bool exists = false;
+        qint64 size = -1;
+        qint64 modified = 0;
+        bool operator==(const Stamp &o) const { return exists == o.exists && size == o.size && modified == o.modified; }
+    };
+    static Stamp stampOf(const QString &file);
+    void noteChange();
+    void settle();
+    void watchFiles();
+
+    QStringList m_files;
+    QList<Stamp> m_stamps;
+    QFileSystemWatcher m_watcher;
+    QTimer m_settle;
+    QElapsedTimer m_pending;
+};
+
+#endif
