@@ -167,6 +167,8 @@ private Q_SLOTS:
             << "form.ui: not a form: line 1";
         QTest::newRow("unknown class: last good form stays") << "form.ui" << formOf("QDialog", {300, 200}, "<widget class=\"NoSuch\" "
             "name=\"ghost\"/>") << true << "first" << "form.ui:1: widget \"ghost\" (NoSuch): unknown widget class";
+        QTest::newRow("dialog inside: last good form stays, running") << "form.ui" << formOf("QDialog", {300, 200}, "<widget "
+            "class=\"QDialog\" name=\"inner\"/>") << true << "first" << "widget \"inner\" (QDialog): a dialog inside the form";
     }
     // A panel watching its form, in German at authority 3, sees a save: the form saved, with the
     // language and authority kept and the panel's own words in that language, or the last good form.
