@@ -4,13 +4,16 @@
 #include "formlimits.h"
 #include "formloader.h"
 #include "formsession.h"
+#include "formwatcher.h"
 #include "norvointerface_z3.h"
 #include "panelwindow.h"
 #include "panelwords.h"
 
+#include <QApplication>
 #include <QDialog>
 #include <QFile>
 #include <QFileInfo>
+#include <QTimer>
 
 #include <cstdio>
 #include <utility>
@@ -54,6 +57,14 @@ bool FormReload::reload()
     std::fprintf(stderr, "hmi-panel: %s reloaded\n", qPrintable(m_fileName));
     m_window->showMessage(PanelWords::text(PanelWords::Reloaded).arg(name));
     return true;
+}
+
+void FormReload::reloadWhenIdle()
+{
+    if (QApplication::activeModalWidget() || QApplication::activePopupWidget())
+        QTimer::singleShot(FormWatcher::SettleMs, this, &FormReload::reloadWhenIdle);
+    else
+        reload();
 }
 
 void FormReload::refuse(const QString &problem, const QMap<int, QStringList> &words)

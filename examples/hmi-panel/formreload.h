@@ -37,6 +37,9 @@ public:
     FormSession *session() const { return m_session.get(); }
     // True when the file's form is now on screen.
     bool reload();
+    // The same once no dialog or popup is open: one opened by a widget of the form (the keypad, a
+    // file dialog) returns into that widget, which must still be there.
+    void reloadWhenIdle();
 
 private:
     void refuse(const QString &problem, const QMap<int, QStringList> &words);

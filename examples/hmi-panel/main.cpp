@@ -261,7 +261,7 @@ int main(int argc, char **argv)
     std::unique_ptr<FormWatcher> watcher;
     if (parser.isSet(watch)) {
         watcher = std::make_unique<FormWatcher>(QStringList{absoluteForm, absoluteWords});
-        QObject::connect(watcher.get(), &FormWatcher::changed, &reload, &FormReload::reload);
+        QObject::connect(watcher.get(), &FormWatcher::changed, &reload, &FormReload::reloadWhenIdle);
     }
     return app.exec();
 }

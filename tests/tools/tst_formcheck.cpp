@@ -158,23 +158,26 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("file"); QTest::addColumn<QByteArray>("saved"); QTest::addColumn<bool>("renamed");
         QTest::addColumn<QString>("shown"); QTest::addColumn<QString>("message"); // the key on screen, the message line
+        QTest::addColumn<bool>("modal"); // a dialog open over the form when saved, closed a while later
         const QByteArray second = watchedKey("second");
         const QString reloaded = QStringLiteral("form.ui neu geladen.");
-        QTest::newRow("saved as Designer does") << "form.ui" << second << true << "second" << reloaded;
-        QTest::newRow("written in place") << "form.ui" << second << false << "second" << reloaded;
-        QTest::newRow("word library beside it") << "words.tsv" << QByteArray("1\tOne\tEins\n") << true << "first" << reloaded;
+        QTest::newRow("saved as Designer does") << "form.ui" << second << true << "second" << reloaded << false;
+        QTest::newRow("saved under a dialog: reloaded when it closes") << "form.ui" << second << true << "second" << reloaded << true;
+        QTest::newRow("written in place") << "form.ui" << second << false << "second" << reloaded << false;
+        QTest::newRow("word library beside it") << "words.tsv" << QByteArray("1\tOne\tEins\n") << true << "first" << reloaded << false;
         QTest::newRow("half written: last good form stays") << "form.ui" << second.left(90) << false << "first"
-            << "form.ui: not a form: line 1";
+            << "form.ui: not a form: line 1" << false;
         QTest::newRow("unknown class: last good form stays") << "form.ui" << formOf("QDialog", {300, 200}, "<widget class=\"NoSuch\" "
-            "name=\"ghost\"/>") << true << "first" << "form.ui:1: widget \"ghost\" (NoSuch): unknown widget class";
+            "name=\"ghost\"/>") << true << "first" << "form.ui:1: widget \"ghost\" (NoSuch): unknown widget class" << false;
         QTest::newRow("dialog inside: last good form stays, running") << "form.ui" << formOf("QDialog", {300, 200}, "<widget "
-            "class=\"QDialog\" name=\"inner\"/>") << true << "first" << "widget \"inner\" (QDialog): a dialog inside the form";
+            "class=\"QDialog\" name=\"inner\"/>") << true << "first" << "widget \"inner\" (QDialog): a dialog inside the form" << false;
     }
     // A panel watching its form, in German at authority 3, sees a save: the form saved, with the
     // language and authority kept and the panel's own words in that language, or the last good form.
     void watchedForm()
     {
         QFETCH(QString, file); QFETCH(QByteArray, saved); QFETCH(bool, renamed); QFETCH(QString, shown); QFETCH(QString, message);
+        QFETCH(bool, modal);
         NORVOInterface_Z3::initialization()->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Sans")});
         QTemporaryDir dir;
         const QString form = dir.filePath(QStringLiteral("form.ui"));
@@ -191,10 +194,18 @@ private Q_SLOTS:
         FormReload reload(form, &window, std::move(first), &controller, {});
         reload.session()->start();
         FormWatcher watcher({form, dir.filePath(QStringLiteral("words.tsv"))});
-        connect(&watcher, &FormWatcher::changed, &reload, &FormReload::reload);
+        connect(&watcher, &FormWatcher::changed, &reload, &FormReload::reloadWhenIdle);
         window.findChild<QComboBox *>(QStringLiteral("languageBox"))->setCurrentIndex(1);
         window.findChild<QSpinBox *>(QStringLiteral("authorityBox"))->setValue(3);
+        QDialog dialog(&window);
+        dialog.setModal(true);
+        dialog.setVisible(modal);
         save(file, saved, renamed);
+        if (modal) {
+            QTest::qWait(3 * FormWatcher::SettleMs);
+            QVERIFY(window.findChild<BitButton *>(QStringLiteral("first")));
+            dialog.close();
+        }
         auto *line = window.findChild<QLabel *>(QStringLiteral("messageLine"));
         QTRY_VERIFY2(line->text().contains(message), qPrintable(line->text()));
         const QList<BitButton *> keys = window.findChildren<BitButton *>();
