@@ -52,6 +52,8 @@ bool FormReload::reload()
     m_window->setSession(next.get());
     m_session = std::move(next); // the old form stops and goes before the new one starts updates
     m_session->start();
+    if (m_hooks.started)
+        m_hooks.started(m_session.get());
     m_session->setAuthority(m_window->authority());
     const QString name = QFileInfo(m_fileName).fileName();
     std::fprintf(stderr, "hmi-panel: %s reloaded\n", qPrintable(m_fileName));

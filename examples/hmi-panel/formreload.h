@@ -24,8 +24,9 @@ public:
     {
         // The word library for the form, read anew.
         std::function<QMap<int, QStringList>()> words;
-        // What the panel does to a form before it starts (paths, tables).
+        // What the panel does to a form before it starts (paths), and once it runs (tables).
         std::function<void(FormSession *)> prepare;
+        std::function<void(FormSession *)> started;
     };
     // At most this many lines about a refused form go to stderr.
     static constexpr int MaxLines = 200;

@@ -195,10 +195,7 @@ int main(int argc, char **argv)
     const QSize screenArea = wantsScreenshot ? QSize() : QApplication::primaryScreen()->availableGeometry().size();
     PanelWindow window(first.get(), {QStringLiteral("English"), QStringLiteral("Deutsch")}, screenArea);
     FormReload reload(absoluteForm, &window, std::move(first), controller,
-                      {[&] { return readWords(absoluteWords); }, [&](FormSession *next) {
-                           prepare(next);
-                           setUpTables(next);
-                       }});
+                      {[&] { return readWords(absoluteWords); }, prepare, setUpTables});
     // The panel never waits on a message box: its messages go to its message line and to stderr.
     OperatorMessage::setSink([&window](OperatorMessage::Kind, QWidget *, const QString &title, const QString &text) {
         const QString line = QStringLiteral("%1: %2").arg(title, text.simplified());
