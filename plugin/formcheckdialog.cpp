@@ -18,12 +18,20 @@
 namespace {
 enum Column { LineColumn, WidgetColumn, MessageColumn };
 
-QWidget *widgetNamed(QDesignerFormWindowInterface *form, const QString &name)
+// The form's widget of that name, of that class where two share the name (a finding of its own).
+QWidget *widgetNamed(QDesignerFormWindowInterface *form, const QString &name, const QString &className)
 {
     QWidget *top = form->mainContainer();
     if (!top || name.isEmpty())
         return nullptr;
-    return top->objectName() == name ? top : top->findChild<QWidget *>(name);
+    if (top->objectName() == name)
+        return top;
+    const QList<QWidget *> named = top->findChildren<QWidget *>(name);
+    for (QWidget *w : named) {
+        if (className == QLatin1String(w->metaObject()->className()))
+            return w;
+    }
+    return named.value(0);
 }
 } // namespace
 
@@ -95,19 +103,22 @@ void FormCheckDialog::check()
         item->setData(LineColumn, Qt::DisplayRole, finding.line);
         item->setText(WidgetColumn, QStringLiteral("%1 (%2)").arg(finding.objectName, finding.className));
         item->setData(WidgetColumn, Qt::UserRole, finding.objectName);
+        item->setData(WidgetColumn, Qt::UserRole + 1, finding.className);
         item->setText(MessageColumn, finding.message);
         item->setToolTip(MessageColumn, finding.message);
     }
     m_list->resizeColumnToContents(LineColumn);
     m_list->resizeColumnToContents(WidgetColumn);
     notes.prepend(findings.isEmpty() ? tr("The panel finds nothing to correct in this form.")
-                                     : tr("%1 finding(s); double-click one to select its widget.").arg(findings.size()));
+                                     : (findings.size() == 1 ? tr("1 finding") : tr("%1 findings").arg(findings.size()))
+                                         + tr("; double-click one to select its widget."));
     m_summary->setText(notes.join(QLatin1Char('\n')));
 }
 
 void FormCheckDialog::selectWidgetOf(QTreeWidgetItem *item)
 {
-    QWidget *widget = m_form && item ? widgetNamed(m_form, item->data(WidgetColumn, Qt::UserRole).toString()) : nullptr;
+    QWidget *widget = m_form && item ? widgetNamed(m_form, item->data(WidgetColumn, Qt::UserRole).toString(),
+                                                           item->data(WidgetColumn, Qt::UserRole + 1).toString()) : nullptr;
     if (!widget)
         return;
     m_form->clearSelection(false);
