@@ -1,5 +1,6 @@
 #include "controllerbinding.h"
 
+#include "designerhost.h"
 #include "norvointerface_z3.h"
 #include "qeltapp.h"
 
@@ -27,7 +28,9 @@ QWidget *ControllerBinding::findForm(const QWidget *widget)
         if (qstrcmp(w->metaObject()->className(), "QDialog") == 0)
             return w;
     }
-    return nullptr;
+    // A designer's preview of a form whose top is no dialog.
+    DesignerHost *host = DesignerHost::instance();
+    return host && widget ? host->previewForm(widget) : nullptr;
 }
 
 bool ControllerBinding::attachToForm()

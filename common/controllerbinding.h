@@ -24,7 +24,8 @@ public:
     ControllerBinding(QWidget *widget, norvo_v0::UpdateVariableInterface *callback);
 
     // Self-attachment: the form is the first ancestor whose class is exactly "QDialog" and the
-    // application comes from its "QeltApp" property. Does nothing when already attached.
+    // application comes from its "QeltApp" property (in a designer's preview, its top widget). Does
+    // nothing when already attached.
     bool attachToForm();
     // Attachment by the application (setQeltAppAndFormPtr).
     void attach(void *app, void *form);

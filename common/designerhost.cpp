@@ -39,6 +39,11 @@ void DesignerHost::exposeItemToEditor(QTableWidgetItem *) const
 {
 }
 
+QWidget *DesignerHost::previewForm(const QWidget *) const
+{
+    return nullptr;
+}
+
 bool DesignerHost::isManaged(QWidget *, QWidget *) const
 {
     return false;

@@ -61,6 +61,9 @@ public:
     // Gives an item made in code the designer's own roles for its texts, so that the designer's item
     // editor shows and keeps them.
     virtual void exposeItemToEditor(QTableWidgetItem *item) const;
+    // The top widget of the designer's preview holding widget, when that preview runs on a controller
+    // (it carries "QeltApp" as a panel's form does); null in the editor and at run time.
+    virtual QWidget *previewForm(const QWidget *widget) const;
 
 Q_SIGNALS:
     void selectionChanged(QWidget *formWindow);

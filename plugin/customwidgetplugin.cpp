@@ -1,6 +1,7 @@
 #include "customwidgetplugin.h"
 
 #include "formwindowhost.h"
+#include "previewsession.h"
 
 #include <QFile>
 
@@ -43,6 +44,12 @@ void CustomWidgetPlugin::initialize(QDesignerFormEditorInterface *core)
         manager->registerExtensions(factory, Q_TYPEID(QDesignerTaskMenuExtension));
     }
     m_initialized = true;
+}
+
+QWidget *CustomWidgetPlugin::made(QWidget *widget, QWidget *parent)
+{
+    PreviewSession::adopt(parent);
+    return widget;
 }
 
 QString CustomWidgetPlugin::fixedDomXml(const QString &className, const QString &objectName, int width, int height,

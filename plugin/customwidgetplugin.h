@@ -52,6 +52,8 @@ protected:
     CustomWidgetPlugin(const Description &description, QObject *parent);
     // The widget's task-menu factory, made with the manager as its parent; null for none.
     virtual QExtensionFactory *createTaskMenuFactory(QExtensionManager *manager) const = 0;
+    // Every widget made for Designer passes here: one made for a preview joins its preview's session.
+    static QWidget *made(QWidget *widget, QWidget *parent);
 
 private:
     Description m_description;
@@ -68,7 +70,7 @@ public:
         : CustomWidgetPlugin(description, parent)
     {
     }
-    QWidget *createWidget(QWidget *parent) override { return new Widget(parent); }
+    QWidget *createWidget(QWidget *parent) override { return made(new Widget(parent), parent); }
 
 protected:
     QExtensionFactory *createTaskMenuFactory([[maybe_unused]] QExtensionManager *manager) const override

@@ -9,8 +9,8 @@
 
 class QAction;
 
-// The context menu of a placed widget: one action, "Edit Properties..." (also what a double click
-// opens), running the widget's editor.
+// The context menu of a placed widget: "Edit Properties..." (also what a double click opens), running
+// the widget's editor, and "Check Form...", listing what the panel would find wrong with the form.
 class EditTaskMenu : public QObject, public QDesignerTaskMenuExtension
 {
     Q_OBJECT
@@ -24,12 +24,14 @@ public:
 
 public Q_SLOTS:
     virtual void editState() = 0;
+    void checkForm();
 
 protected:
     QWidget *widget() const { return m_widget; }
 
 private:
     QAction *m_editAction;
+    QAction *m_checkAction;
     QPointer<QWidget> m_widget;
 };
 

@@ -1,5 +1,7 @@
 #include "formwindowhost.h"
 
+#include "previewsession.h"
+
 #include <QUndoStack>
 
 #include <QtDesigner/QDesignerActionEditorInterface>
@@ -273,4 +275,10 @@ void FormWindowHost::exposeItemToEditor(QTableWidgetItem *item) const
         if (value.userType() == QMetaType::QString && !value.toString().isEmpty())
             item->setData(designer, QVariant::fromValue(PropertySheetStringValue(value.toString())));
     }
+}
+
+QWidget *FormWindowHost::previewForm(const QWidget *widget) const
+{
+    PreviewSession *session = PreviewSession::of(widget);
+    return session ? session->form() : nullptr;
 }

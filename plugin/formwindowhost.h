@@ -54,6 +54,7 @@ public:
     void refreshEditors(QWidget *formWindow) override;
     QObject *propertyEditorObject() const override;
     void exposeItemToEditor(QTableWidgetItem *item) const override;
+    QWidget *previewForm(const QWidget *widget) const override;
 
 private:
     static QDesignerFormWindowInterface *form(QWidget *formWindow);

@@ -81,39 +81,44 @@ QStringList FormSession::problems() const
 void FormSession::start()
 {
     m_started = true;
-    const char *attach = "setQeltAppAndFormPtr(void*,void*)";
-    const QList<QWidget *> widgets = m_form->findChildren<QWidget *>();
-    for (QWidget *w : widgets) {
-        if (hasMethod(w, attach) && !hasAncestorWithMethod(w, m_form, attach)) {
-            QMetaObject::invokeMethod(w, "setQeltAppAndFormPtr", Qt::DirectConnection,
-                                      Q_ARG(void *, static_cast<void *>(m_app)),
-                                      Q_ARG(void *, static_cast<void *>(m_form.data())));
-        }
-    }
-    m_form->ensurePolished();
-    for (QWidget *w : widgets)
-        w->ensurePolished(); // self-attaching widgets register on polish
+    attachWidgets(m_form, m_app);
     setLanguage(NORVOInterface_Z3::initialization()->currentLanguageIndex());
     for (const QString &problem : SoftKeyPages::setUp(m_form))
         qWarning("%s", qPrintable(problem));
     m_app->startUpdateUI(m_form);
 }
 
+void FormSession::attachWidgets(QWidget *form, norvo_v0::QeltApp *app)
+{
+    const char *attach = "setQeltAppAndFormPtr(void*,void*)";
+    const QList<QWidget *> widgets = form->findChildren<QWidget *>();
+    for (QWidget *w : widgets) {
+        if (hasMethod(w, attach) && !hasAncestorWithMethod(w, form, attach)) {
+            QMetaObject::invokeMethod(w, "setQeltAppAndFormPtr", Qt::DirectConnection,
+                                      Q_ARG(void *, static_cast<void *>(app)),
+                                      Q_ARG(void *, static_cast<void *>(form)));
+        }
+    }
+    form->ensurePolished();
+    for (QWidget *w : widgets)
+        w->ensurePolished(); // self-attaching widgets register on polish
+}
+
 void FormSession::setLanguage(int index)
 {
     NORVOInterface_Z3::initialization()->setCurrentLanguageIndex(index);
-    callOnWidgets("updateLanguage(int)", index);
+    callOnWidgets(m_form, "updateLanguage(int)", index);
 }
 
 void FormSession::setAuthority(int authority)
 {
-    callOnWidgets("updateAuthority(int)", authority);
+    callOnWidgets(m_form, "updateAuthority(int)", authority);
 }
 
-void FormSession::callOnWidgets(const char *method, int value)
+void FormSession::callOnWidgets(QWidget *form, const char *method, int value)
 {
     const QByteArray name = QByteArray(method).left(QByteArray(method).indexOf('('));
-    const QList<QWidget *> widgets = m_form->findChildren<QWidget *>();
+    const QList<QWidget *> widgets = form->findChildren<QWidget *>();
     for (QWidget *w : widgets) {
         if (hasMethod(w, method))
             QMetaObject::invokeMethod(w, name.constData(), Qt::DirectConnection, Q_ARG(int, value));

@@ -29,8 +29,13 @@ public:
     void setLanguage(int index);
     void setAuthority(int authority);
 
+    // What start() does to the widgets of any form (also a designer's preview): the outermost of those
+    // taking the application by call get it, all are polished (the others attach then).
+    static void attachWidgets(QWidget *form, norvo_v0::QeltApp *app);
+    // Calls method (taking one int) on every widget of form that has it.
+    static void callOnWidgets(QWidget *form, const char *method, int value);
+
 private:
-    void callOnWidgets(const char *method, int value);
 
     QPointer<QDialog> m_form;
     norvo_v0::QeltApp *m_app;

@@ -10,11 +10,13 @@
 #include "buttongroup.h"
 #include "designercore.h"
 #include "designerhost.h"
+#include "formcheckdialog.h"
 #include "functionbutton.h"
 #include "gridsplitter.h"
 #include "mdiarea.h"
 #include "movehandler.h"
 #include "norvointerface_z3.h"
+#include "previewsession.h"
 #include "subwindow.h"
 #include "tabwidget.h"
 #include "widgetpluginregistry.h"
@@ -22,6 +24,7 @@
 #include <QtDesigner/QDesignerFormEditorInterface>
 #include <QtDesigner/QDesignerFormWindowCursorInterface>
 #include <QtDesigner/QDesignerFormWindowInterface>
+#include <QtDesigner/QDesignerFormWindowManagerInterface>
 #include <QtDesigner/QDesignerPropertyEditorInterface>
 #include <QtDesigner/QDesignerTaskMenuExtension>
 #include <QtDesigner/QExtensionManager>
@@ -31,15 +34,21 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPointer>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QResizeEvent>
 #include <QSet>
+#include <QSignalSpy>
 #include <QSpinBox>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QTreeWidget>
 #include <QTest>
 #include <QUndoStack>
 
@@ -223,7 +232,8 @@ private Q_SLOTS:
                 continue; // Designer's own table menu comes first; ours is checked with the table
             QVERIFY2(menu && dynamic_cast<QObject *>(menu)->inherits(qPrintable(d->name() + "TaskMenu")), qPrintable(d->name()));
             QCOMPARE(menu->preferredEditAction()->text(), QStringLiteral("Edit Properties..."));
-            QCOMPARE(menu->taskActions(), QList<QAction *>{menu->preferredEditAction()});
+            QCOMPARE(menu->taskActions().value(0), menu->preferredEditAction());
+            QCOMPARE(menu->taskActions().value(1)->text(), QStringLiteral("Check Form..."));
         }
         const QString first = form->contents();
         QDesignerFormWindowInterface *again = DesignerCore::instance().createForm(first, true);
@@ -375,6 +385,92 @@ private Q_SLOTS:
 
     // Two panels holding widgets: the active one follows the selection and its strip drag moves it as
     // one undo step; saved, they come back alike.
+    // "Check Form..." on the form as it stands, with the panel's word library beside its file (none for
+    // an unsaved form): the panel checker's findings, "widget: message" each; a double-click selects.
+    void checkForm_data()
+    {
+        QTest::addColumn<QString>("showTab");
+        QTest::addColumn<QString>("words"); // null: the form is not saved
+        QTest::addColumn<QStringList>("findings");
+        QTest::addColumn<QString>("summary");
+        QTest::newRow("mistake") << QStringLiteral("nowhere:1") << QString()
+                                 << QStringList{"functionButton: \"showTab\": the form has no tab widget \"nowhere\""} << "1 finding";
+        QTest::newRow("clean") << QString() << QString() << QStringList() << "nothing to correct";
+        QTest::newRow("library beside the form") << QString() << QStringLiteral("x\tFeed\n") << QStringList() << "words.tsv: line 1";
+    }
+    void checkForm()
+    {
+        QFETCH(QString, showTab);
+        QFETCH(QString, words);
+        QFETCH(QStringList, findings);
+        QFETCH(QString, summary);
+        const QString key = element("FunctionButton", "functionButton", showTab.isEmpty() ? QString()
+                                    : QStringLiteral("<property name=\"showTab\"><string>%1</string></property>").arg(showTab));
+        QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(DesignerCore::formDocument(Bar + key), true);
+        QTemporaryDir folder;
+        if (!words.isNull()) {
+            QFile library(folder.filePath(QStringLiteral("words.tsv")));
+            QVERIFY(library.open(QIODevice::WriteOnly) && library.write(words.toUtf8()) > 0);
+            form->setFileName(folder.filePath(QStringLiteral("form.ui")));
+        }
+        auto *menu = qt_extension<QDesignerTaskMenuExtension *>(core()->extensionManager(), DesignerCore::formWidget(form, QStringLiteral("buttonGroup")));
+        QAction *check = menu->taskActions().value(1);
+        QVERIFY(check && check->text() == QLatin1String("Check Form..."));
+        check->trigger();
+        auto *dialog = form->findChild<FormCheckDialog *>();
+        QVERIFY(dialog && dialog->isVisible());
+        QVERIFY2(dialog->findChild<QLabel *>()->text().contains(summary), qPrintable(dialog->findChild<QLabel *>()->text()));
+        QTreeWidget *list = dialog->findingsList();
+        QStringList listed;
+        for (int i = 0; i < list->topLevelItemCount(); ++i) {
+            listed << list->topLevelItem(i)->text(1).section(QLatin1Char(' '), 0, 0) + QStringLiteral(": ") + list->topLevelItem(i)->text(2);
+            QVERIFY(list->topLevelItem(i)->text(0).toInt() > 0);
+        }
+        QCOMPARE(listed, findings);
+        if (findings.isEmpty())
+            return;
+        form->clearSelection();
+        emit list->itemDoubleClicked(list->topLevelItem(0), 2);
+        QVERIFY(form->cursor()->isWidgetSelected(DesignerCore::formWidget(form, QStringLiteral("functionButton"))));
+    }
+
+    // Form > Preview of the operator screen (as a dialog and as a plain widget) runs on a simulated
+    // controller: its bit key writes, its table shows values; the form in the editor stays static.
+    void livePreview_data()
+    {
+        QTest::addColumn<QString>("topClass");
+        QTest::newRow("dialog") << QStringLiteral("QDialog");
+        QTest::newRow("widget") << QStringLiteral("QWidget");
+    }
+    void livePreview()
+    {
+        QFETCH(QString, topClass);
+        QFile file(QStringLiteral(HMI_SOURCE_DIR "/examples/forms/operator.ui"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString ui = QString::fromUtf8(file.readAll()).replace(QLatin1String("class=\"QDialog\" name=\"OperatorPanel\""),
+                                                                     QStringLiteral("class=\"%1\" name=\"OperatorPanel\"").arg(topClass));
+        QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(ui, true);
+        QVERIFY(form);
+        core()->formWindowManager()->showPreview();
+        QPointer<QWidget> key;
+        for (QWidget *w : QApplication::allWidgets()) {
+            if (w->objectName() == QLatin1String("spindleButton") && !QDesignerFormWindowInterface::findFormWindow(w))
+                key = w;
+        }
+        PreviewSession *session = PreviewSession::of(key);
+        QVERIFY(session && session->form()->isVisible());
+        QSignalSpy written(session->controller(), &SimulatedController::bitChanged);
+        QTest::mouseClick(key, Qt::LeftButton);
+        QVERIFY(!written.isEmpty() && written.constFirst().at(3).toInt() == 100);
+        session->controller()->flushUpdates();
+        const QString shown = session->form()->findChild<QTableWidget *>(QStringLiteral("statusTable"))->item(0, 1)->text();
+        QVERIFY(!shown.isEmpty());
+        auto *editorTable = qobject_cast<QTableWidget *>(DesignerCore::formWidget(form, QStringLiteral("statusTable")));
+        QVERIFY(!PreviewSession::of(editorTable) && editorTable->item(0, 1)->text().isEmpty());
+        core()->formWindowManager()->closeAllPreviews();
+        QTRY_VERIFY(!PreviewSession::of(key));
+    }
+
     void panels()
     {
         QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(
