@@ -52,7 +52,7 @@ KeypadDialog::KeypadDialog(QWidget *parent)
             auto *button = new QPushButton(key, this);
             button->setObjectName(QStringLiteral("key_") + key);
             button->setFocusPolicy(Qt::NoFocus);
-            button->setMinimumSize(48, 40);
+            button->setMinimumSize(48, 36); // room for the lines above the entry on a 600-pixel screen
             connect(button, &QPushButton::clicked, this, [this, key] { typeKey(key); });
             grid->addWidget(button, row, col);
             m_keys.append(button);
