@@ -11,6 +11,9 @@ struct ButtonFace
     QColor bodyColor;    // filled body, used while picture is null
     QPixmap picture;     // replaces the filled body when not null
     QColor captionColor;
+    // The caption while the button is disabled. Every kind is greyed the same way (flat body in its
+    // disabled colour or picture, this caption); kinds with a disabled text colour property put it here.
+    QColor disabledCaptionColor = QColor(192, 192, 192);
     bool focusFrame = false;
 };
 

@@ -73,7 +73,7 @@ void ButtonPainter::paint(const ButtonFace &face) const
         paintBody(p, face);
     }
     paintIcon(p);
-    paintCaption(p, face.captionColor);
+    paintCaption(p, m_button->isEnabled() ? face.captionColor : face.disabledCaptionColor);
 }
 
 // Everything drawBody() reads, and nothing else: buttons differing only in caption, icon or focus

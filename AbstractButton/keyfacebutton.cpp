@@ -48,7 +48,8 @@ ButtonFace KeyFaceButton::face() const
         state = FaceState::Pushed; // these keys have no checked-hot look
     face.bodyColor = faceColor(state);
     face.picture = facePicture(state);
-    face.captionColor = QWidget::isEnabled() ? m_textColorEnabled : m_textColorDisabled;
+    face.captionColor = m_textColorEnabled;
+    face.disabledCaptionColor = m_textColorDisabled;
     face.focusFrame = hasFocus();
     return face;
 }

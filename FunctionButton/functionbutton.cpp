@@ -296,7 +296,8 @@ ButtonFace FunctionButton::face() const
     const FaceState state = interactionState(*this, hasFocusFlag());
     face.bodyColor = state == FaceState::Normal ? d->shownNormalColor : faceColor(state);
     face.picture = facePicture(state);
-    face.captionColor = QWidget::isEnabled() ? d->shownTextColor : d->textColorDisabled;
+    face.captionColor = d->shownTextColor;
+    face.disabledCaptionColor = d->textColorDisabled;
     face.focusFrame = d->binding.isAttached() && hasFocus();
     return face;
 }

@@ -53,7 +53,12 @@ BitView::Result BitView::show(int channel, int bitType, int startAddress, int bi
     m_table->setRowCount(int((count + Columns - 1) / Columns));
     m_table->verticalHeader()->show();
     m_table->verticalHeader()->setMinimumWidth(65);
-    m_table->horizontalHeader()->setDefaultSectionSize(40);
+    QHeaderView *header = m_table->horizontalHeader();
+    header->setDefaultSectionSize(40);
+    // All 16 bits of a row on screen at once, whatever the table's width: a monitor that hides its last
+    // bits behind a scroll bar reads as if they did not exist. A digit stays readable.
+    header->setMinimumSectionSize(m_table->fontMetrics().horizontalAdvance(QLatin1Char('0')) + 4);
+    header->setSectionResizeMode(QHeaderView::Stretch);
     m_channel = channel > 1 ? channel - 1 : 0;
     m_bitType = bitType;
     m_start = startAddress;

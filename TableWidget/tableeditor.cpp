@@ -111,6 +111,22 @@ QRect TableEditor::formGeometry() const
     return form ? form->geometry() : QRect();
 }
 
+void TableEditor::describe(const QTableWidgetItem *item, QString *name, QString *unit) const
+{
+    const int row = item->row();
+    const auto textAt = [this, row](int column) {
+        const QTableWidgetItem *cell = m_table->item(row, column);
+        // A binding text of four fields or more makes the cell show a variable.
+        if (!cell || m_table->isColumnHidden(column) || cell->whatsThis().count(QLatin1Char('@')) >= 3)
+            return QString();
+        return cell->text().trimmed();
+    };
+    for (int column = 0; column < item->column() && name->isEmpty(); ++column)
+        *name = textAt(column);
+    for (int column = item->column() + 1; column < m_table->columnCount() && unit->isEmpty(); ++column)
+        *unit = textAt(column);
+}
+
 QString TableEditor::showKeypad(bool *ok, int radix, const QString &text, const QRect &cellRect)
 {
     QeltApp *app = m_binding->app();
@@ -150,9 +166,11 @@ void TableEditor::writeData(QTableWidgetItem *item)
     const int radix = mode == 1 ? 10 : cell.radix;
     QPointer<TableWidget> alive(m_table);
     bool ok = false;
+    QString name, unit;
+    describe(item, &name, &unit);
     const QString text = app->showKeypad(&ok, radix, item->text(), m_keypad.position(), m_keypad.geometry(),
                                          globalCellRect(item), formGeometry(), nullptr, KeypadMaxLength,
-                                         cell.decimals, cell.lowest, cell.highest);
+                                         cell.decimals, cell.lowest, cell.highest, name, unit);
     // The keypad runs its own event loop: the form may have closed, the rows moved on, or the operator
     // lost the authority (logged out) meanwhile.
     if (!alive || !ok || !authorityGranted())

@@ -57,6 +57,9 @@ private:
     bool authorityGranted() const;
     QRect globalCellRect(const QTableWidgetItem *item) const;
     QRect formGeometry() const;
+    // The parameter a value cell belongs to: the row's first text left of it, and the first text
+    // right of it as its unit (cells that show variables do not count).
+    void describe(const QTableWidgetItem *item, QString *name, QString *unit) const;
     bool writeNumber(const CurrentCell &cell, qint32 value) const;
     void busFollowUp(const CurrentCell &cell) const;
     void finished() const;

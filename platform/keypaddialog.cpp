@@ -1,5 +1,6 @@
 #include "keypaddialog.h"
 
+#include <QFontMetrics>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -11,6 +12,11 @@ const char *const KeyRows[][4] = {
     {"D", "E", "F", "\xe2\x8c\xab"}, {"A", "B", "C", "CLR"}, {"7", "8", "9", "-"},
     {"4", "5", "6", "."},            {"1", "2", "3", "0"},
 };
+
+// A name from a form may be any length: the keypad stays its own size.
+constexpr int InfoWidth = 320;
+constexpr int MaxInfoLength = 200;
+constexpr int MaxTypedShown = 40;
 
 bool isDigitOfRadix(QChar c, int radix)
 {
@@ -26,12 +32,16 @@ KeypadDialog::KeypadDialog(QWidget *parent)
     setWindowTitle(tr("Keypad"));
     setModal(true);
     auto *layout = new QVBoxLayout(this);
+    m_info = new QLabel(this);
+    m_info->setObjectName(QStringLiteral("keypadInfo"));
+    layout->addWidget(m_info);
     m_edit = new QLineEdit(this);
     m_edit->setAlignment(Qt::AlignRight);
     m_edit->setObjectName(QStringLiteral("keypadEntry"));
     layout->addWidget(m_edit);
     m_message = new QLabel(this);
     m_message->setObjectName(QStringLiteral("keypadMessage"));
+    m_message->setWordWrap(true);
     layout->addWidget(m_message);
 
     auto *grid = new QGridLayout;
@@ -42,7 +52,7 @@ KeypadDialog::KeypadDialog(QWidget *parent)
             auto *button = new QPushButton(key, this);
             button->setObjectName(QStringLiteral("key_") + key);
             button->setFocusPolicy(Qt::NoFocus);
-            button->setMinimumSize(48, 40);
+            button->setMinimumSize(48, 36); // room for the lines above the entry on a 600-pixel screen
             connect(button, &QPushButton::clicked, this, [this, key] { typeKey(key); });
             grid->addWidget(button, row, col);
             m_keys.append(button);
@@ -75,6 +85,40 @@ void KeypadDialog::setEntry(int radix, const QString &text, int maxLength, int d
     m_edit->setText(text.trimmed());
     m_edit->selectAll();
     updateKeys();
+    updateInfo();
+}
+
+void KeypadDialog::setDescription(const QString &name, const QString &unit)
+{
+    m_name = name.left(MaxInfoLength).simplified();
+    m_unit = unit.left(MaxInfoLength).simplified();
+    updateInfo();
+}
+
+QString KeypadDialog::description() const
+{
+    return m_info->text();
+}
+
+// Limits as the operator types them: in the entry's radix, decimal ones without trailing zeros.
+QString KeypadDialog::shown(double value) const
+{
+    if (m_radix != 10 && value >= 0 && value <= 9007199254740992.0)
+        return QString::number(qint64(value), m_radix).toUpper();
+    return QString::number(value, 'g', 15);
+}
+
+void KeypadDialog::updateInfo()
+{
+    QString what = m_name;
+    if (!m_unit.isEmpty())
+        what += (what.isEmpty() ? QString() : QStringLiteral(" ")) + QLatin1Char('[') + m_unit + QLatin1Char(']');
+    const QFontMetrics metrics(m_info->font());
+    QStringList lines;
+    if (!what.isEmpty())
+        lines << metrics.elidedText(what, Qt::ElideRight, InfoWidth);
+    lines << tr("Allowed: %1 ... %2").arg(shown(m_lowest), shown(m_highest));
+    m_info->setText(lines.join(QLatin1Char('\n')));
 }
 
 QString KeypadDialog::text() const
@@ -121,12 +165,16 @@ void KeypadDialog::typeKey(const QString &key)
 bool KeypadDialog::acceptable(QString *why) const
 {
     const QString t = m_edit->text().trimmed();
+    if (t.isEmpty()) {
+        *why = tr("Nothing typed");
+        return false;
+    }
     bool ok = false;
     double value = 0;
     if (m_radix == 10) {
         const int dot = int(t.indexOf(QLatin1Char('.')));
         if (dot >= 0 && int(t.size()) - dot - 1 > m_decimals) {
-            *why = tr("At most %n decimal place(s)", nullptr, m_decimals);
+            *why = tr("at most %n decimal place(s)", nullptr, m_decimals);
             return false;
         }
         value = t.toDouble(&ok);
@@ -134,11 +182,11 @@ bool KeypadDialog::acceptable(QString *why) const
         value = double(t.toULongLong(&ok, m_radix));
     }
     if (!ok) {
-        *why = tr("Not a number");
+        *why = tr("not a number");
         return false;
     }
     if (!(value >= m_lowest && value <= m_highest)) { // also refuses NaN
-        *why = tr("Allowed: %1 ... %2").arg(m_lowest).arg(m_highest);
+        *why = tr("allowed %1 ... %2").arg(shown(m_lowest), shown(m_highest));
         return false;
     }
     return true;
@@ -148,7 +196,8 @@ void KeypadDialog::accept()
 {
     QString why;
     if (!acceptable(&why)) {
-        m_message->setText(why);
+        const QString typed = m_edit->text().trimmed().left(MaxTypedShown);
+        m_message->setText(typed.isEmpty() ? why : tr("\"%1\" refused: %2").arg(typed, why));
         return;
     }
     QDialog::accept();

@@ -11,6 +11,7 @@
 #include "formwatcher.h"
 #include "norvointerface_z3.h"
 #include "operatormessage.h"
+#include "panelfont.h"
 #include "paneltables.h"
 #include "panelwindow.h"
 #include "panelwords.h"
@@ -62,8 +63,10 @@ int main(int argc, char **argv)
         });
     }
 
+    PanelFont::prepareApplication();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("hmi-panel"));
+    PanelFont::apply();
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Runs an HMI form on the simulated controller."));
     parser.addHelpOption();

@@ -274,10 +274,11 @@ void ModbusController::stopUpdateUI()
 
 QString ModbusController::showKeypad(bool *ok, int radix, const QString &text, int positionMode,
                                      const QRect &customGeometry, const QRect &itemRect, const QRect &formRect,
-                                     QWidget *parent, int maxLength, int decimals, double lowest, double highest)
+                                     QWidget *parent, int maxLength, int decimals, double lowest, double highest,
+                                     const QString &name, const QString &unit)
 {
     return m_values.showKeypad(ok, radix, text, positionMode, customGeometry, itemRect, formRect, parent, maxLength,
-                               decimals, lowest, highest);
+                               decimals, lowest, highest, name, unit);
 }
 
 // A form registers its variables one by one while it attaches: plan once they are all in.

@@ -58,7 +58,8 @@ public:
     void stopUpdateUI() override;
     QString showKeypad(bool *ok, int radix, const QString &text, int positionMode,
                        const QRect &customGeometry, const QRect &itemRect, const QRect &formRect,
-                       QWidget *parent, int maxLength, int decimals, double lowest, double highest) override;
+                       QWidget *parent, int maxLength, int decimals, double lowest, double highest,
+                       const QString &name = QString(), const QString &unit = QString()) override;
 
 Q_SIGNALS:
     void statusChanged(const QString &status);

@@ -141,10 +141,12 @@ int SimulatedController::registrationCount(QWidget *form) const
 QString SimulatedController::showKeypad(bool *ok, int radix, const QString &text, int positionMode,
                                         const QRect &customGeometry, const QRect &itemRect,
                                         const QRect &formRect, QWidget *parent, int maxLength,
-                                        int decimals, double lowest, double highest)
+                                        int decimals, double lowest, double highest, const QString &name,
+                                        const QString &unit)
 {
     KeypadDialog dialog(parent);
     dialog.setEntry(radix, text, maxLength, decimals, lowest, highest);
+    dialog.setDescription(name, unit);
     const QPoint anchor = itemRect.isValid() ? itemRect.center() : formRect.center();
     QScreen *screen = QGuiApplication::screenAt(anchor);
     if (!screen)

@@ -203,29 +203,37 @@ private Q_SLOTS:
     {
         QTest::addColumn<QList<double>>("entry"); // radix, decimals, lowest, highest
         QTest::addColumn<QStringList>("keys"); // multi-letter entries are typed into the entry line
-        QTest::addColumn<bool>("accepted");
-        QTest::newRow("below lowest") << QList<double>{10, 0, -10, 10} << QStringList{"1", "1", "-"} << false;
-        QTest::newRow("decimals within") << QList<double>{10, 2, 0, 10} << QStringList{"1", ".", "2", "5"} << true;
-        QTest::newRow("too many decimals") << QList<double>{10, 1, 0, 10} << QStringList{"1", ".", "2", "5"} << false;
-        QTest::newRow("empty") << QList<double>{10, 0, 0, 10} << QStringList{} << false;
-        QTest::newRow("typed nan") << QList<double>{10, 0, 0, 100} << QStringList{"nan"} << false;
-        QTest::newRow("hex above highest") << QList<double>{16, 0, 0, 255} << QStringList{"1", "0", "0"} << false;
+        QTest::addColumn<QString>("range"); // as the keypad lists it before anything is typed
+        QTest::addColumn<QString>("refusal"); // empty: accepted
+        QTest::newRow("below lowest") << QList<double>{10, 0, -10, 10} << QStringList{"1", "1", "-"} << "-10 ... 10"
+                                      << "\"-11\" refused: allowed -10 ... 10";
+        QTest::newRow("decimals within") << QList<double>{10, 2, 0, 10} << QStringList{"1", ".", "2", "5"} << "0 ... 10" << "";
+        QTest::newRow("too many decimals") << QList<double>{10, 1, 0, 1e9} << QStringList{"1", ".", "2", "5"} << "0 ... 1000000000"
+                                           << "\"1.25\" refused: at most 1 decimal place(s)";
+        QTest::newRow("empty") << QList<double>{10, 0, 0, 10} << QStringList{} << "0 ... 10" << "Nothing typed";
+        QTest::newRow("typed nan") << QList<double>{10, 0, 0, 100} << QStringList{"nan"} << "0 ... 100"
+                                   << "\"nan\" refused: allowed 0 ... 100";
+        QTest::newRow("hex above highest") << QList<double>{16, 0, 0, 255} << QStringList{"1", "0", "0"} << "0 ... FF"
+                                           << "\"100\" refused: allowed 0 ... FF";
     }
 
     void keypadChecksTheEntry()
     {
         QFETCH(QList<double>, entry);
         QFETCH(QStringList, keys);
-        QFETCH(bool, accepted);
+        QFETCH(QString, range);
+        QFETCH(QString, refusal);
         KeypadDialog dialog;
         dialog.setEntry(int(entry[0]), QString(), 20, int(entry[1]), entry[2], entry[3]);
+        dialog.setDescription(QStringLiteral("Feed"), QStringLiteral("mm/min"));
+        QCOMPARE(dialog.description(), "Feed [mm/min]\nAllowed: " + range);
         auto *line = dialog.findChild<QLineEdit *>(QStringLiteral("keypadEntry"));
         QVERIFY(line);
         for (const QString &key : std::as_const(keys))
             key.size() > 1 ? QTest::keyClicks(line, key) : dialog.typeKey(key);
         dialog.accept();
-        QCOMPARE(dialog.result() == QDialog::Accepted, accepted);
-        QCOMPARE(dialog.problem().isEmpty(), accepted);
+        QCOMPARE(dialog.result() == QDialog::Accepted, refusal.isEmpty());
+        QCOMPARE(dialog.problem(), refusal);
     }
 
     void keypadPlacement_data()

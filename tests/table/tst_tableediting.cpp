@@ -188,10 +188,13 @@ private Q_SLOTS:
         EditPanel p(QStringLiteral("1@0@100@8@2@-5@99@4@1@0"));
         p.table->setSoftKeypadAutoAdjust(false);
         p.table->setSoftKeypadGeometry(QRect(10, 20, 300, 200));
+        p.table->setColumnCount(4); // the parameter's name left of the value, its unit right of it
+        p.table->item(1, 0)->setText(QStringLiteral("Feed"));
+        p.table->setItem(1, 3, new QTableWidgetItem(QStringLiteral("mm/min")));
         p.app.setKeypadAnswer(QString(), false);
         p.click();
         const QVariantList args = p.app.callsNamed(QStringLiteral("showKeypad")).value(0).args;
-        QCOMPARE(args.size(), 11);
+        QCOMPARE(args.mid(11), (QVariantList{"Feed", "mm/min"}));
         const QRect cell = p.table->visualItemRect(p.table->item(1, 1));
         const QPoint topLeft = p.table->mapToGlobal(cell.topLeft() + QPoint(p.table->verticalHeader()->width(), p.table->horizontalHeader()->height()));
         QCOMPARE((QList<QRect>{args.at(3).toRect(), args.at(4).toRect(), args.at(5).toRect()}),

@@ -336,7 +336,8 @@ private Q_SLOTS:
 
     // The bit monitor: rows of 16 bits titled by their first bit's number, the bit type in the corner;
     // the cells on screen are made and registered as their bits (rows far off are not), updates colour
-    // them. A type or an address it cannot show leaves the table as it was; an unknown title type clears it.
+    // them; all 16 columns fit the table's width. A type or an address it cannot show leaves the table as
+    // it was; an unknown title type clears it.
     void bitMonitor_data()
     {
         QTest::addColumn<QList<int>>("call"); // channel, bit type, start address, bits, title type, row scrolled to
@@ -373,6 +374,7 @@ private Q_SLOTS:
                            p.table->verticalHeaderItem(top + 2)->text(), cell->text().prepend(QString::number(reg.address) + '.'),
                            QString::number(reg.channel)}.join(QLatin1Char(' '));
         QCOMPARE(got, shown);
+        QVERIFY(p.table->horizontalHeader()->length() <= p.table->viewport()->width()); // the last column on screen
         QCOMPARE((QList<int>{reg.index, reg.bitType, reg.bitIndex, cell->data(BitView::AddressRole).toInt(), int(cell->flags())}),
                  (QList<int>{index, call.at(1), cell->text().toInt(), reg.address, int(Qt::ItemIsSelectable | Qt::ItemIsEnabled)}));
         QCOMPARE(regs.size(), std::min(call.at(3) - top * 16, p.visibleRows() * 16));

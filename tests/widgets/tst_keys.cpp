@@ -147,6 +147,10 @@ private Q_SLOTS:
         QTest::newRow("disabled") << keypad << QStringList{"disabled"} << disabled << "";
         QTest::newRow("BitButton off") << "BitButton" << QStringList{"bit 0"} << normal << "OFF";
         QTest::newRow("BitButton monitor bit 1") << "BitButton" << QStringList{"bit 0", "bit 1"} << pushed << "ON";
+        // Disabled, every kind looks alike, whatever its state: flat disabled body, greyed caption.
+        QTest::newRow("BitButton disabled, bit 1") << "BitButton" << QStringList{"disabled", "bit 0", "bit 1"} << disabled << "ON";
+        for (const char *kind : {"FunctionButton", "PictureButton"})
+            QTest::addRow("%s disabled", kind) << kind << QStringList{"disabled"} << disabled << "";
     }
 
     void looks()
@@ -177,6 +181,11 @@ private Q_SLOTS:
                                                        : QList<QPoint>{{12, 8}, {12, 22}, {88, 15}};
         for (const QPoint &p : points)
             QCOMPARE(image.pixelColor(p), body);
+        if (steps.contains("disabled")) { // nothing inside the border darker than the grey of the caption
+            for (int y = 2; y < image.height() - 2; ++y)
+                for (int x = 2; x < image.width() - 2; ++x)
+                    QVERIFY2(qGray(image.pixel(x, y)) >= 191, qPrintable(QStringLiteral("%1,%2").arg(x).arg(y)));
+        }
     }
 };
 
