@@ -36,7 +36,6 @@ public:
     static void callOnWidgets(QWidget *form, const char *method, int value);
 
 private:
-
     QPointer<QDialog> m_form;
     norvo_v0::QeltApp *m_app;
     bool m_started = false;
