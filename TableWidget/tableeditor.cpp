@@ -4,6 +4,7 @@
 #include "controllerbinding.h"
 #include "inputtyping.h"
 #include "inputwidget.h"
+#include "keypaddescription.h"
 #include "norvointerface_z3.h"
 #include "qeltapp.h"
 #include "tablewidget.h"
@@ -168,9 +169,13 @@ void TableEditor::writeData(QTableWidgetItem *item)
     bool ok = false;
     QString name, unit;
     describe(item, &name, &unit);
-    const QString text = app->showKeypad(&ok, radix, item->text(), m_keypad.position(), m_keypad.geometry(),
-                                         globalCellRect(item), formGeometry(), nullptr, KeypadMaxLength,
-                                         cell.decimals, cell.lowest, cell.highest, name, unit);
+    QString text;
+    {
+        const KeypadDescription::Scope described(m_table, name, unit);
+        text = app->showKeypad(&ok, radix, item->text(), m_keypad.position(), m_keypad.geometry(),
+                               globalCellRect(item), formGeometry(), nullptr, KeypadMaxLength, cell.decimals,
+                               cell.lowest, cell.highest);
+    }
     // The keypad runs its own event loop: the form may have closed, the rows moved on, or the operator
     // lost the authority (logged out) meanwhile.
     if (!alive || !ok || !authorityGranted())

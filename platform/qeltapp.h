@@ -14,8 +14,6 @@ namespace norvo_v0 {
 class UpdateVariableInterface;
 
 // The panel application's service for controller variables and the soft keypad.
-// showKeypad's name and unit say what the entry is for (the parameter's name and unit); empty when
-// the caller has none.
 // Every operation is virtual so that a panel application, the simulated controller and tests can
 // each supply their own. Channels are 0-based; 0x10000 in a registration means the current channel.
 class HMIPLATFORM_EXPORT QeltApp
@@ -50,8 +48,7 @@ public:
     virtual QString showKeypad(bool *ok, int radix, const QString &text, int positionMode,
                                const QRect &customGeometry, const QRect &itemRect, const QRect &formRect,
                                QWidget *parent, int maxLength, int decimals, double lowest,
-                               double highest, const QString &name = QString(),
-                               const QString &unit = QString()) = 0;
+                               double highest) = 0;
 
     // The form's "QeltApp" property carries the pointer as a void*, which only the application can
     // put there: a form file can express numbers and texts, never a pointer.

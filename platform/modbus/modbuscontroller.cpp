@@ -274,11 +274,10 @@ void ModbusController::stopUpdateUI()
 
 QString ModbusController::showKeypad(bool *ok, int radix, const QString &text, int positionMode,
                                      const QRect &customGeometry, const QRect &itemRect, const QRect &formRect,
-                                     QWidget *parent, int maxLength, int decimals, double lowest, double highest,
-                                     const QString &name, const QString &unit)
+                                     QWidget *parent, int maxLength, int decimals, double lowest, double highest)
 {
     return m_values.showKeypad(ok, radix, text, positionMode, customGeometry, itemRect, formRect, parent, maxLength,
-                               decimals, lowest, highest, name, unit);
+                               decimals, lowest, highest);
 }
 
 // A form registers its variables one by one while it attaches: plan once they are all in.

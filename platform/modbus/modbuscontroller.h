@@ -58,8 +58,7 @@ public:
     void stopUpdateUI() override;
     QString showKeypad(bool *ok, int radix, const QString &text, int positionMode,
                        const QRect &customGeometry, const QRect &itemRect, const QRect &formRect,
-                       QWidget *parent, int maxLength, int decimals, double lowest, double highest,
-                       const QString &name = QString(), const QString &unit = QString()) override;
+                       QWidget *parent, int maxLength, int decimals, double lowest, double highest) override;
 
 Q_SIGNALS:
     void statusChanged(const QString &status);

@@ -1,5 +1,6 @@
 #include "simulatedcontroller.h"
 
+#include "keypaddescription.h"
 #include "keypaddialog.h"
 #include "keypadplacement.h"
 #include "updatevariableinterface.h"
@@ -141,12 +142,12 @@ int SimulatedController::registrationCount(QWidget *form) const
 QString SimulatedController::showKeypad(bool *ok, int radix, const QString &text, int positionMode,
                                         const QRect &customGeometry, const QRect &itemRect,
                                         const QRect &formRect, QWidget *parent, int maxLength,
-                                        int decimals, double lowest, double highest, const QString &name,
-                                        const QString &unit)
+                                        int decimals, double lowest, double highest)
 {
     KeypadDialog dialog(parent);
     dialog.setEntry(radix, text, maxLength, decimals, lowest, highest);
-    dialog.setDescription(name, unit);
+    const KeypadDescription what = KeypadDescription::at(itemRect);
+    dialog.setDescription(what.name, what.unit);
     const QPoint anchor = itemRect.isValid() ? itemRect.center() : formRect.center();
     QScreen *screen = QGuiApplication::screenAt(anchor);
     if (!screen)

@@ -96,10 +96,10 @@ void RecordingQeltApp::removeUIVariable(QWidget *form, QWidget *widget)
 QString RecordingQeltApp::showKeypad(bool *ok, int radix, const QString &text, int positionMode,
                                      const QRect &customGeometry, const QRect &itemRect,
                                      const QRect &formRect, QWidget *parent, int maxLength, int decimals,
-                                     double lowest, double highest, const QString &name, const QString &unit)
+                                     double lowest, double highest)
 {
     log("showKeypad", {radix, text, positionMode, customGeometry, itemRect, formRect, pointer(parent),
-                       maxLength, decimals, lowest, highest, name, unit});
+                       maxLength, decimals, lowest, highest});
     if (m_keypadMeanwhile)
         m_keypadMeanwhile();
     if (ok)

@@ -38,8 +38,7 @@ public:
     void stopUpdateUI() override { log("stopUpdateUI", {}); }
     QString showKeypad(bool *ok, int radix, const QString &text, int positionMode,
                        const QRect &customGeometry, const QRect &itemRect, const QRect &formRect,
-                       QWidget *parent, int maxLength, int decimals, double lowest, double highest,
-                       const QString &name = QString(), const QString &unit = QString()) override;
+                       QWidget *parent, int maxLength, int decimals, double lowest, double highest) override;
 
     static QVariant pointer(const void *p) { return QVariant::fromValue(quintptr(p)); }
 

@@ -158,8 +158,8 @@ private Q_SLOTS:
     void init() { NORVOInterface_Z3::initialization()->resetToDefaults(); }
 
     // A soft key follows its enable bit. The operator clicks a cell bound to user word 100 (two decimals, at
-    // most 9999), types on the keypad and confirms; a value beyond the limit is refused by the keypad, and
-    // the operator gives up.
+    // most 9999), reads on the keypad what it is for, types and confirms; a value beyond the limit is
+    // refused by the keypad, and the operator gives up.
     void formOnTheSimulatedController()
     {
         SimulatedController controller;
@@ -170,9 +170,9 @@ private Q_SLOTS:
         button->SetEnabledAddress(1);
         button->setQeltAppAndFormPtr(static_cast<QeltApp *>(&controller), &form);
         auto *table = new TableWidget(&form);
-        QTableWidgetItem value;
+        QTableWidgetItem name(QStringLiteral("Feed override")), value, unit(QStringLiteral("%"));
         value.setWhatsThis(QStringLiteral("1@0@100@8@2@0@9999"));
-        table->setData(TableContents::encode(3, 2, {{}, {nullptr, &value}, {}}));
+        table->setData(TableContents::encode(3, 3, {{}, {&name, &value, &unit}, {}}));
         table->setSoftKeypad(true);
         table->resize(400, 300);
         controller.setData(0, QeltApp::User, 100, 4200, 0);
@@ -183,8 +183,10 @@ private Q_SLOTS:
         controller.setBit(0, QeltApp::O_BIT, 1, 0, true, 0);
         QTRY_VERIFY(button->QWidget::isEnabled());
         const QRect cell = table->visualItemRect(table->item(1, 1));
+        QString described;
         const auto type = [&](const QString &entry) {
-            controller.setKeypadDriver([entry](KeypadDialog &keypad) {
+            controller.setKeypadDriver([entry, &described](KeypadDialog &keypad) {
+                described = keypad.description();
                 for (const QString &key : QStringList{QStringLiteral("CLR")} + entry.split(QString(), Qt::SkipEmptyParts))
                     keypad.typeKey(key);
                 keypad.accept();
@@ -195,8 +197,8 @@ private Q_SLOTS:
             controller.flushUpdates();
             return QStringLiteral("%1 %2").arg(controller.getData(0, QeltApp::User, 100, 0)).arg(table->item(1, 1)->text());
         };
-        QCOMPARE((QStringList{table->item(1, 1)->text(), type(QStringLiteral("12.5")), type(QStringLiteral("99999"))}),
-                 (QStringList{"42.00", "1250 12.50", "1250 12.50"}));
+        QCOMPARE((QStringList{table->item(1, 1)->text(), type(QStringLiteral("12.5")), type(QStringLiteral("99999")), described}),
+                 (QStringList{"42.00", "1250 12.50", "1250 12.50", "Feed override [%]\nAllowed: 0 ... 9999"}));
         // Opened next to the cell, below it.
         const QRect global(table->viewport()->mapToGlobal(cell.topLeft()), cell.size());
         QVERIFY(qAbs(controller.lastKeypadGeometry().top() - global.bottom()) < 40);

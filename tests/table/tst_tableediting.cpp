@@ -4,6 +4,7 @@
 // and unselectable cells, and the keypad settings.
 #include "currentcell.h"
 #include "inputwidget.h"
+#include "keypaddescription.h"
 #include "keypadplacement.h"
 #include "norvointerface_z3.h"
 #include "tabletestsupport.h"
@@ -191,10 +192,14 @@ private Q_SLOTS:
         p.table->setColumnCount(4); // the parameter's name left of the value, its unit right of it
         p.table->item(1, 0)->setText(QStringLiteral("Feed"));
         p.table->setItem(1, 3, new QTableWidgetItem(QStringLiteral("mm/min")));
-        p.app.setKeypadAnswer(QString(), false);
+        KeypadDescription described;
+        const auto itemRect = [&p] { return p.app.callsNamed(QStringLiteral("showKeypad")).value(0).args.value(4).toRect(); };
+        p.app.setKeypadAnswer(QString(), false, [&] { described = KeypadDescription::at(itemRect()); });
         p.click();
+        QCOMPARE((QStringList{described.name, described.unit, KeypadDescription::at(itemRect()).name}),
+                 (QStringList{"Feed", "mm/min", QString()})); // said while the keypad is open only
         const QVariantList args = p.app.callsNamed(QStringLiteral("showKeypad")).value(0).args;
-        QCOMPARE(args.mid(11), (QVariantList{"Feed", "mm/min"}));
+        QCOMPARE(args.size(), 11);
         const QRect cell = p.table->visualItemRect(p.table->item(1, 1));
         const QPoint topLeft = p.table->mapToGlobal(cell.topLeft() + QPoint(p.table->verticalHeader()->width(), p.table->horizontalHeader()->height()));
         QCOMPARE((QList<QRect>{args.at(3).toRect(), args.at(4).toRect(), args.at(5).toRect()}),
