@@ -57,7 +57,7 @@ bool FormReload::reload()
     m_session->setAuthority(m_window->authority());
     const QString name = QFileInfo(m_fileName).fileName();
     std::fprintf(stderr, "hmi-panel: %s reloaded\n", qPrintable(m_fileName));
-    m_window->showMessage(PanelWords::text(PanelWords::Reloaded).arg(name));
+    m_window->showMessage([name] { return PanelWords::text(PanelWords::Reloaded).arg(name); });
     return true;
 }
 
@@ -90,6 +90,10 @@ void FormReload::refuse(const QString &problem, const QMap<int, QStringList> &wo
         std::fprintf(stderr, "hmi-panel: ... and %lld more\n", static_cast<long long>(lines.size() - MaxLines));
     // On the line: the first finding, which says where; the loader's reason when there is none.
     const QString shown = lines.size() > 1 ? lines.at(1) : lines.constFirst();
-    const QString line = lines.size() > 2 ? PanelWords::text(PanelWords::MoreLines).arg(shown).arg(lines.size() - 2) : shown;
-    m_window->showMessage(PanelWords::text(PanelWords::NotReloaded).arg(QFileInfo(m_fileName).fileName(), line));
+    const auto more = lines.size() - 2;
+    const QString name = QFileInfo(m_fileName).fileName();
+    m_window->showMessage([shown, more, name] {
+        const QString line = more > 0 ? PanelWords::text(PanelWords::MoreLines).arg(shown).arg(more) : shown;
+        return PanelWords::text(PanelWords::NotReloaded).arg(name, line);
+    });
 }

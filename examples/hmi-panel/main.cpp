@@ -208,8 +208,8 @@ int main(int argc, char **argv)
     reload.session()->start();
 #ifdef HMI_HAVE_MODBUS
     if (modbus) {
-        QObject::connect(modbus.get(), &ModbusController::writeReported, &window, &PanelWindow::showMessage);
-        QObject::connect(modbus.get(), &ModbusController::statusChanged, &window, &PanelWindow::showMessage);
+        QObject::connect(modbus.get(), &ModbusController::writeReported, &window, qOverload<const QString &>(&PanelWindow::showMessage));
+        QObject::connect(modbus.get(), &ModbusController::statusChanged, &window, qOverload<const QString &>(&PanelWindow::showMessage));
         window.showMessage(modbus->status());
     }
 #endif

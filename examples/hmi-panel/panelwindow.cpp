@@ -67,7 +67,7 @@ PanelWindow::PanelWindow(FormSession *session, const QStringList &languageNames,
     });
     NORVOInterface_Z3 *hmi = NORVOInterface_Z3::initialization();
     connect(hmi, &NORVOInterface_Z3::authorityRefused, this, [this](int authority) {
-        showMessage(PanelWords::text(PanelWords::NeedsAuthority).arg(authority));
+        showMessage([authority] { return PanelWords::text(PanelWords::NeedsAuthority).arg(authority); });
     });
     connect(hmi, &NORVOInterface_Z3::currentLanguageChanged, this, &PanelWindow::retranslate);
     connect(hmi, &NORVOInterface_Z3::wordLibraryChanged, this, &PanelWindow::retranslate);
@@ -101,7 +101,9 @@ void PanelWindow::retranslate()
 {
     const QString panel = PanelWords::text(PanelWords::Title);
     const QString formTitle = m_session ? m_session->form()->windowTitle() : QString();
-    setWindowTitle(formTitle.isEmpty() ? panel : QStringLiteral("%1 - %2").arg(formTitle, panel));
+    // "Mill operator panel - Operator panel" says it twice.
+    const bool named = formTitle.contains(panel, Qt::CaseInsensitive);
+    setWindowTitle(formTitle.isEmpty() ? panel : named ? formTitle : QStringLiteral("%1 - %2").arg(formTitle, panel));
     m_languageLabel->setText(PanelWords::text(PanelWords::Language));
     m_authorityLabel->setText(PanelWords::text(PanelWords::Authority));
     m_authority->setToolTip(PanelWords::text(PanelWords::AuthorityTip));
@@ -113,11 +115,20 @@ void PanelWindow::retranslate()
                                         PanelWords::SaveProgram};
     for (int i = 0; i < m_fileActions.size(); ++i)
         m_fileActions.at(i)->setText(PanelWords::text(entries[i]));
+    if (m_wordsMessage)
+        m_message->setText(m_wordsMessage());
 }
 
 void PanelWindow::showMessage(const QString &message)
 {
+    m_wordsMessage = nullptr;
     m_message->setText(message);
+}
+
+void PanelWindow::showMessage(std::function<QString()> message)
+{
+    m_wordsMessage = std::move(message);
+    m_message->setText(m_wordsMessage());
 }
 
 QWidget *PanelWindow::addSearchKeys()
@@ -162,7 +173,7 @@ TableWidget *PanelWindow::currentTable()
 {
     TableWidget *table = PanelTables::searchTable(m_session->form(), m_lastTable->table());
     if (!table)
-        showMessage(PanelWords::text(PanelWords::NoTable));
+        showMessage([] { return PanelWords::text(PanelWords::NoTable); });
     return table;
 }
 

@@ -3,6 +3,8 @@
 
 #include <QWidget>
 
+#include <functional>
+
 class FormSession;
 class LastUsedTable;
 class QAction;
@@ -29,6 +31,8 @@ public:
     int authority() const;
     // A line under the form for what the operator should know (refusals, the controller link).
     void showMessage(const QString &message);
+    // A message made of the panel's words: said again whenever the panel language changes.
+    void showMessage(std::function<QString()> message);
 
 private:
     void retranslate();
@@ -51,6 +55,7 @@ private:
     QToolButton *m_files = nullptr;
     QList<QAction *> m_fileActions;
     QLabel *m_message = nullptr;
+    std::function<QString()> m_wordsMessage;
 };
 
 #endif

@@ -92,9 +92,10 @@ QByteArray formOf(const QByteArray &rootClass, QSize size, const QByteArray &chi
 }
 
 // A form holding one key that needs authority 2.
-QByteArray watchedKey(const QByteArray &name)
+QByteArray watchedKey(const QByteArray &name, const QByteArray &title = {})
 {
-    return formOf("QDialog", {300, 200}, "<widget class=\"BitButton\" name=\"" + name + "\"><property name=\"operationalAuthority\">"
+    return formOf("QDialog", {300, 200}, "<property name=\"windowTitle\"><string>" + title + "</string></property>"
+                  "<widget class=\"BitButton\" name=\"" + name + "\"><property name=\"operationalAuthority\">"
                   "<number>2</number></property></widget>");
 }
 
@@ -159,7 +160,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("file"); QTest::addColumn<QByteArray>("saved"); QTest::addColumn<bool>("renamed");
         QTest::addColumn<QString>("shown"); QTest::addColumn<QString>("message"); // the key on screen, the message line
         QTest::addColumn<bool>("modal"); // a dialog open over the form when saved, closed a while later
-        const QByteArray second = watchedKey("second");
+        const QByteArray second = watchedKey("second", "Bohrwerk-Bedienfeld");
         const QString reloaded = QStringLiteral("form.ui neu geladen.");
         QTest::newRow("saved as Designer does") << "form.ui" << second << true << "second" << reloaded << false;
         QTest::newRow("saved under a dialog: reloaded when it closes") << "form.ui" << second << true << "second" << reloaded << true;
@@ -173,7 +174,8 @@ private Q_SLOTS:
             "class=\"QDialog\" name=\"inner\"/>") << true << "first" << "widget \"inner\" (QDialog): a dialog inside the form" << false;
     }
     // A panel watching its form, in German at authority 3, sees a save: the form saved, with the
-    // language and authority kept and the panel's own words in that language, or the last good form.
+    // language and authority kept and the panel's own words in that language, or the last good form;
+    // the message is said again in English when the operator switches.
     void watchedForm()
     {
         QFETCH(QString, file); QFETCH(QByteArray, saved); QFETCH(bool, renamed); QFETCH(QString, shown); QFETCH(QString, message);
@@ -215,6 +217,10 @@ private Q_SLOTS:
         QVERIFY(controller.isUpdating(reload.session()->form()));
         QCOMPARE(NORVOInterface_Z3::initialization()->currentLanguageIndex(), 1);
         QVERIFY(window.findChild<QLabel *>()->text() == QStringLiteral("Sprache:"));
+        QCOMPARE(window.windowTitle(), shown == QLatin1String("second") ? "Bohrwerk-Bedienfeld" : "Bedienfeld"); // not "... - Bedienfeld"
+        window.findChild<QComboBox *>(QStringLiteral("languageBox"))->setCurrentIndex(0); // the message said again
+        QVERIFY2(line->text().startsWith(message.endsWith(QLatin1String("neu geladen.")) ? "form.ui reloaded." : "form.ui not reloaded"),
+                 qPrintable(line->text()));
         NORVOInterface_Z3::initialization()->resetToDefaults();
     }
 
