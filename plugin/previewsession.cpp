@@ -53,9 +53,11 @@ void PreviewSession::adopt(QWidget *parent)
 {
     if (!parent || !DesignerHost::instance() || QDesignerFormWindowInterface::findFormWindow(parent))
         return;
+    // The picture Designer grabs for a drag from the widget box is made outside any form too; it is
+    // grabbed, never shown, so its session never starts and goes with it.
     QWidget *top = parent->window();
     if (top->windowType() == Qt::ToolTip || of(top))
-        return; // a drag's picture is made outside the form too, as a tool tip window
+        return;
     new PreviewSession(top);
 }
 
