@@ -39,12 +39,16 @@ bool FormReload::reload()
     FormLoader loader;
     QWidget *root = loader.loadFile(m_fileName);
     if (!root) {
-        refuse(loader.problem(), words);
+        refuse(checked(loader.problem(), words));
         return false;
     }
     auto next = std::make_unique<FormSession>(root, m_app);
     if (const QStringList problems = next->problems(); !problems.isEmpty()) {
-        refuse(problems.join(QLatin1String("; ")), words);
+        refuse(checked(problems.join(QLatin1String("; ")), words));
+        return false;
+    }
+    if (const QStringList gaps = m_hooks.gaps ? m_hooks.gaps(m_fileName) : QStringList(); !gaps.isEmpty()) {
+        refuse(QStringList{tr("the map has no entry for %n variable(s) of the form", nullptr, int(gaps.size()))} + gaps);
         return false;
     }
     if (m_hooks.prepare)
@@ -69,7 +73,7 @@ void FormReload::reloadWhenIdle()
         reload();
 }
 
-void FormReload::refuse(const QString &problem, const QMap<int, QStringList> &words)
+QStringList FormReload::checked(const QString &problem, const QMap<int, QStringList> &words) const
 {
     // The loader's reason first, then what the checker finds, as `hmi-panel --check` lists it.
     QStringList lines{problem};
@@ -84,6 +88,11 @@ void FormReload::refuse(const QString &problem, const QMap<int, QStringList> &wo
             lines << finding.toString();
         }
     }
+    return lines;
+}
+
+void FormReload::refuse(const QStringList &lines)
+{
     for (int i = 0; i < lines.size() && i < MaxLines; ++i)
         std::fprintf(stderr, "hmi-panel: %s\n", qPrintable(i == 0 ? QStringLiteral("%1: %2").arg(m_fileName, lines.at(i)) : lines.at(i)));
     if (lines.size() > MaxLines)

@@ -27,6 +27,9 @@ public:
         // What the panel does to a form before it starts (paths), and once it runs (tables).
         std::function<void(FormSession *)> prepare;
         std::function<void(FormSession *)> started;
+        // What keeps a form that loads from running on the panel's controller (variables a Modbus
+        // map lacks), one finding a line; the form on screen stays when there is any.
+        std::function<QStringList(const QString &fileName)> gaps;
     };
     // At most this many lines about a refused form go to stderr.
     static constexpr int MaxLines = 200;
@@ -43,7 +46,10 @@ public:
     void reloadWhenIdle();
 
 private:
-    void refuse(const QString &problem, const QMap<int, QStringList> &words);
+    // The loader's problem and the checker's findings on the file, one a line.
+    QStringList checked(const QString &problem, const QMap<int, QStringList> &words) const;
+    // Keeps the form on screen: the lines to stderr (bounded), the first finding to the message line.
+    void refuse(const QStringList &lines);
 
     QString m_fileName;
     PanelWindow *m_window;

@@ -197,8 +197,20 @@ int main(int argc, char **argv)
     // A screenshot shows the whole form (the loader bounds its size); a window fits the screen.
     const QSize screenArea = wantsScreenshot ? QSize() : QApplication::primaryScreen()->availableGeometry().size();
     PanelWindow window(first.get(), {QStringLiteral("English"), QStringLiteral("Deutsch")}, screenArea);
-    FormReload reload(absoluteForm, &window, std::move(first), controller,
-                      {[&] { return readWords(absoluteWords); }, prepare, setUpTables});
+    FormReload::Hooks hooks{[&] { return readWords(absoluteWords); }, prepare, setUpTables, {}};
+#ifdef HMI_HAVE_MODBUS
+    // A saved form with variables the map lacks stays off screen, as such a first form stops the panel.
+    std::unique_ptr<MapCheck> reloadMapCheck;
+    if (modbus) {
+        ModbusMap map;
+        if (map.readFile(parser.value(modbusOptions.map)))
+            reloadMapCheck = std::make_unique<MapCheck>(map);
+        hooks.gaps = [&reloadMapCheck, hmi](const QString &fileName) {
+            return reloadMapCheck ? reloadMapCheck->lacking(fileName, {hmi->maxChannelCount(), {}}) : QStringList();
+        };
+    }
+#endif
+    FormReload reload(absoluteForm, &window, std::move(first), controller, hooks);
     // The panel never waits on a message box: its messages go to its message line and to stderr.
     OperatorMessage::setSink([&window](OperatorMessage::Kind, QWidget *, const QString &title, const QString &text) {
         const QString line = QStringLiteral("%1: %2").arg(title, text.simplified());

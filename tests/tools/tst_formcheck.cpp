@@ -12,6 +12,9 @@
 #include "tablecontents.h"
 #include "textinfocodec.h"
 #include "wordlibraryfile.h"
+#ifdef HMI_HAVE_MODBUS
+#include "mapcheck.h"
+#endif
 
 #include <QBuffer>
 #include <QComboBox>
@@ -160,18 +163,24 @@ private Q_SLOTS:
         QTest::addColumn<QString>("file"); QTest::addColumn<QByteArray>("saved"); QTest::addColumn<bool>("renamed");
         QTest::addColumn<QString>("shown"); QTest::addColumn<QString>("message"); // the key on screen, the message line
         QTest::addColumn<bool>("modal"); // a dialog open over the form when saved, closed a while later
+        QTest::addColumn<QByteArray>("map"); // the Modbus map the panel runs on; none: the simulated machine
         const QByteArray second = watchedKey("second", "Bohrwerk-Bedienfeld");
         const QString reloaded = QStringLiteral("form.ui neu geladen.");
-        QTest::newRow("saved as Designer does") << "form.ui" << second << true << "second" << reloaded << false;
-        QTest::newRow("saved under a dialog: reloaded when it closes") << "form.ui" << second << true << "second" << reloaded << true;
-        QTest::newRow("written in place") << "form.ui" << second << false << "second" << reloaded << false;
-        QTest::newRow("word library beside it") << "words.tsv" << QByteArray("1\tOne\tEins\n") << true << "first" << reloaded << false;
+        QTest::newRow("saved as Designer does") << "form.ui" << second << true << "second" << reloaded << false << QByteArray();
+        QTest::newRow("saved under a dialog: reloaded when it closes") << "form.ui" << second << true << "second" << reloaded << true << QByteArray();
+        QTest::newRow("written in place") << "form.ui" << second << false << "second" << reloaded << false << QByteArray();
+        QTest::newRow("word library beside it") << "words.tsv" << QByteArray("1\tOne\tEins\n") << true << "first" << reloaded << false << QByteArray();
         QTest::newRow("half written: last good form stays") << "form.ui" << second.left(90) << false << "first"
-            << "form.ui: not a form: line 1" << false;
+            << "form.ui: not a form: line 1" << false << QByteArray();
         QTest::newRow("unknown class: last good form stays") << "form.ui" << formOf("QDialog", {300, 200}, "<widget class=\"NoSuch\" "
-            "name=\"ghost\"/>") << true << "first" << "form.ui:1: widget \"ghost\" (NoSuch): unknown widget class" << false;
+            "name=\"ghost\"/>") << true << "first" << "form.ui:1: widget \"ghost\" (NoSuch): unknown widget class" << false << QByteArray();
         QTest::newRow("dialog inside: last good form stays, running") << "form.ui" << formOf("QDialog", {300, 200}, "<widget "
-            "class=\"QDialog\" name=\"inner\"/>") << true << "first" << "widget \"inner\" (QDialog): a dialog inside the form" << false;
+            "class=\"QDialog\" name=\"inner\"/>") << true << "first" << "widget \"inner\" (QDialog): a dialog inside the form" << false << QByteArray();
+#ifdef HMI_HAVE_MODBUS
+        QTest::newRow("a variable the map lacks: last good form stays") << "form.ui" << second << true << "first"
+            << "widget \"second\" (BitButton): shows link 0, channel 1, I_BIT 0, which the map has no entry for" << false
+            << QByteArray("{\"entries\": [{\"dataClass\": \"Reg\", \"first\": 0, \"last\": 9, \"unit\": 1, \"table\": \"holding\", \"start\": 0}]}");
+#endif
     }
     // A panel watching its form, in German at authority 3, sees a save: the form saved, with the
     // language and authority kept and the panel's own words in that language, or the last good form;
@@ -179,7 +188,7 @@ private Q_SLOTS:
     void watchedForm()
     {
         QFETCH(QString, file); QFETCH(QByteArray, saved); QFETCH(bool, renamed); QFETCH(QString, shown); QFETCH(QString, message);
-        QFETCH(bool, modal);
+        QFETCH(bool, modal); QFETCH(QByteArray, map);
         NORVOInterface_Z3::initialization()->setSystemLanguages({QStringLiteral("Sans"), QStringLiteral("Sans")});
         QTemporaryDir dir;
         const QString form = dir.filePath(QStringLiteral("form.ui"));
@@ -193,7 +202,15 @@ private Q_SLOTS:
         SimulatedController controller;
         auto first = std::make_unique<FormSession>(FormLoader().loadFile(form), &controller);
         PanelWindow window(first.get(), {QStringLiteral("English"), QStringLiteral("Deutsch")}, {});
-        FormReload reload(form, &window, std::move(first), &controller, {});
+        FormReload::Hooks hooks;
+#ifdef HMI_HAVE_MODBUS
+        ModbusMap modbusMap;
+        QVERIFY(map.isEmpty() || modbusMap.parse(map));
+        const MapCheck mapCheck(modbusMap);
+        if (!map.isEmpty())
+            hooks.gaps = [&mapCheck](const QString &fileName) { return mapCheck.lacking(fileName, {1, {}}); };
+#endif
+        FormReload reload(form, &window, std::move(first), &controller, hooks);
         reload.session()->start();
         FormWatcher watcher({form, dir.filePath(QStringLiteral("words.tsv"))});
         connect(&watcher, &FormWatcher::changed, &reload, &FormReload::reloadWhenIdle);
