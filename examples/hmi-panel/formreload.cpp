@@ -48,7 +48,7 @@ bool FormReload::reload()
         return false;
     }
     if (const QStringList gaps = m_hooks.gaps ? m_hooks.gaps(m_fileName) : QStringList(); !gaps.isEmpty()) {
-        refuse(QStringList{tr("the map has no entry for %n variable(s) of the form", nullptr, int(gaps.size()))} + gaps);
+        refuse(QStringList{QStringLiteral("the map has no entry for %1 of the form's variables").arg(gaps.size())} + gaps);
         return false;
     }
     if (m_hooks.prepare)

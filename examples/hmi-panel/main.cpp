@@ -160,6 +160,13 @@ int main(int argc, char **argv)
         }
         controller = modbus.get();
     }
+    // A saved form with variables the map lacks stays off screen, as such a first form stops the panel.
+    std::unique_ptr<MapCheck> reloadMapCheck;
+    if (modbus) {
+        ModbusMap map; // read before the folder changes to the form's
+        if (map.readFile(parser.value(modbusOptions.map)))
+            reloadMapCheck = std::make_unique<MapCheck>(map);
+    }
 #endif
     FormLoader loader;
     const QString formFile = forms.constFirst();
@@ -199,14 +206,9 @@ int main(int argc, char **argv)
     PanelWindow window(first.get(), {QStringLiteral("English"), QStringLiteral("Deutsch")}, screenArea);
     FormReload::Hooks hooks{[&] { return readWords(absoluteWords); }, prepare, setUpTables, {}};
 #ifdef HMI_HAVE_MODBUS
-    // A saved form with variables the map lacks stays off screen, as such a first form stops the panel.
-    std::unique_ptr<MapCheck> reloadMapCheck;
-    if (modbus) {
-        ModbusMap map;
-        if (map.readFile(parser.value(modbusOptions.map)))
-            reloadMapCheck = std::make_unique<MapCheck>(map);
+    if (reloadMapCheck) {
         hooks.gaps = [&reloadMapCheck, hmi](const QString &fileName) {
-            return reloadMapCheck ? reloadMapCheck->lacking(fileName, {hmi->maxChannelCount(), {}}) : QStringList();
+            return reloadMapCheck->lacking(fileName, {hmi->maxChannelCount(), {}});
         };
     }
 #endif
