@@ -1,5 +1,6 @@
 #include "formwindowhost.h"
 
+#include "designerwords.h"
 #include "previewsession.h"
 
 #include <QUndoStack>
@@ -40,6 +41,7 @@ FormWindowHost::FormWindowHost(QDesignerFormEditorInterface *core)
                 &FormWindowHost::watchForm);
         connect(manager, &QDesignerFormWindowManagerInterface::activeFormWindowChanged, this,
                 &FormWindowHost::connectPropertyEditor);
+        new DesignerWords(manager, this);
     }
     connectPropertyEditor();
 }

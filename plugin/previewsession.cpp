@@ -2,6 +2,7 @@
 
 #include "demoscenario.h"
 #include "designerhost.h"
+#include "designerwords.h"
 #include "formsession.h"
 #include "norvointerface_z3.h"
 #include "softkeypages.h"
@@ -28,6 +29,8 @@ PreviewSession::PreviewSession(QWidget *form)
     : m_form(form)
 {
     sessions().append(this);
+    // Before the preview's widgets take their properties: word ids read the library as saved now.
+    DesignerWords::refresh();
     // Self-attaching widgets find the application here when they are polished, as on a panel's form.
     form->setProperty("QeltApp", norvo_v0::QeltApp::toVariant(&m_controller));
     form->installEventFilter(this);

@@ -19,6 +19,8 @@
 #include "previewsession.h"
 #include "subwindow.h"
 #include "tabwidget.h"
+#include "textdata.h"
+#include "textinfocodec.h"
 #include "widgetpluginregistry.h"
 
 #include <QtDesigner/QDesignerFormEditorInterface>
@@ -439,18 +441,34 @@ private Q_SLOTS:
     void livePreview_data()
     {
         QTest::addColumn<QString>("topClass");
-        QTest::newRow("dialog") << QStringLiteral("QDialog");
-        QTest::newRow("widget") << QStringLiteral("QWidget");
+        QTest::addColumn<QString>("words"); // "words.tsv" beside the saved form; none: not saved
+        QTest::newRow("dialog") << QStringLiteral("QDialog") << QStringLiteral("77\tBack\tZur\u00fcck\n");
+        QTest::newRow("widget") << QStringLiteral("QWidget") << QString();
     }
     void livePreview()
     {
         QFETCH(QString, topClass);
+        QFETCH(QString, words);
         QFile file(QStringLiteral(HMI_SOURCE_DIR "/examples/forms/operator.ui"));
         QVERIFY(file.open(QIODevice::ReadOnly));
+        // The soft key "<<" takes its captions from word 77 of the library, as the caption editor links them.
+        TextData linked;
+        linked.wordLibId = 77;
+        linked.texts = QStringList{QStringLiteral("<<"), QStringLiteral("<<")};
         const QString ui = QString::fromUtf8(file.readAll()).replace(QLatin1String("class=\"QDialog\" name=\"OperatorPanel\""),
-                                                                     QStringLiteral("class=\"%1\" name=\"OperatorPanel\"").arg(topClass));
+                                                                     QStringLiteral("class=\"%1\" name=\"OperatorPanel\"").arg(topClass))
+                               .replace(QLatin1String("<string>F11</string>\n    </property>"),
+                                        QLatin1String("<string>F11</string>\n    </property><property name=\"textInfoBuffer\" stdset=\"0\"><cstring>")
+                                            + QString::fromLatin1(TextInfoCodec::encodeSlot({linked})) + QLatin1String("</cstring></property>"));
         QDesignerFormWindowInterface *form = DesignerCore::instance().createForm(ui, true);
         QVERIFY(form);
+        QTemporaryDir folder;
+        if (!words.isNull()) {
+            QFile library(folder.filePath(QStringLiteral("words.tsv")));
+            QVERIFY(library.open(QIODevice::WriteOnly) && library.write(words.toUtf8()) > 0);
+            library.close();
+            form->setFileName(folder.filePath(QStringLiteral("form.ui")));
+        }
         core()->formWindowManager()->showPreview();
         QPointer<QWidget> key;
         for (QWidget *w : QApplication::allWidgets()) {
@@ -467,6 +485,11 @@ private Q_SLOTS:
         QVERIFY(!shown.isEmpty());
         auto *editorTable = qobject_cast<QTableWidget *>(DesignerCore::formWidget(form, QStringLiteral("statusTable")));
         QVERIFY(!PreviewSession::of(editorTable) && editorTable->item(0, 1)->text().isEmpty());
+        // The library beside the saved form, in the preview's language; the stored caption without one.
+        auto *back = session->form()->findChild<FunctionButton *>(QStringLiteral("functionButton0100"));
+        const QString english = back->text();
+        session->setLanguage(1);
+        QCOMPARE((QStringList{english, back->text()}), (words.isNull() ? QStringList{"<<", "<<"} : QStringList{"Back", "Zur\u00fcck"}));
         core()->formWindowManager()->closeAllPreviews();
         QTRY_VERIFY(!PreviewSession::of(key));
     }
