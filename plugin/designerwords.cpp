@@ -6,7 +6,6 @@
 #include <QtDesigner/QDesignerFormWindowInterface>
 #include <QtDesigner/QDesignerFormWindowManagerInterface>
 
-#include <QFileInfo>
 
 namespace {
 DesignerWords *current = nullptr;
@@ -50,25 +49,20 @@ void DesignerWords::load()
 {
     const QString formFile = m_form ? m_form->fileName() : QString();
     const QString file = formFile.isEmpty() ? QString() : WordLibraryFile::besideForm(formFile);
-    const QFileInfo info(file);
-    const bool exists = !file.isEmpty() && info.exists();
-    const QDateTime modified = exists ? info.lastModified() : QDateTime();
-    const qint64 size = exists ? info.size() : -1;
-    if (file == m_file && modified == m_modified && size == m_size)
+    const FileStamp stamp = FileStamp::of(file);
+    if (file == m_file && stamp == m_stamp)
         return;
     m_file = file;
-    m_modified = modified;
-    m_size = size;
+    m_stamp = stamp;
     NORVOInterface_Z3 *hmi = NORVOInterface_Z3::initialization();
-    if (!exists) {
+    WordLibraryFile library;
+    if (!library.readBesideForm(formFile)) {
         // A library read for another form is not this one's; Designer's own stays untouched.
         if (m_loaded)
             hmi->setWordLibrary({});
         m_loaded = false;
         return;
     }
-    WordLibraryFile library;
-    library.readFile(file);
     for (const QString &problem : library.problems())
         qWarning("word library %s: %s", qPrintable(file), qPrintable(problem));
     hmi->setWordLibrary(library.words());

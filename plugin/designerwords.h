@@ -1,7 +1,8 @@
 #ifndef DESIGNERWORDS_H
 #define DESIGNERWORDS_H
 
-#include <QDateTime>
+#include "filestamp.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -28,10 +29,9 @@ private:
     void load();
 
     QPointer<QDesignerFormWindowInterface> m_form;
-    // What was read last: a change of any of these reads the file again.
+    // What was read last: another file, or a change of this one, reads it again.
     QString m_file;
-    QDateTime m_modified;
-    qint64 m_size = -1;
+    FileStamp m_stamp;
     bool m_loaded = false;
 };
 

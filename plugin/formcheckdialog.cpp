@@ -84,12 +84,10 @@ void FormCheckDialog::check()
                                                                  : QFileInfo(fileName).fileName()));
     // The panel's library is the one beside the form; an unsaved form has none.
     WordLibraryFile library;
-    const QString words = fileName.isEmpty() ? QString() : WordLibraryFile::besideForm(fileName);
     QStringList notes;
-    if (!words.isEmpty() && QFileInfo::exists(words)) {
-        library.readFile(words);
+    if (library.readBesideForm(fileName)) {
         for (const QString &problem : library.problems())
-            notes << tr("Word library %1: %2").arg(words, problem);
+            notes << tr("Word library %1: %2").arg(WordLibraryFile::besideForm(fileName), problem);
     }
     QBuffer contents;
     contents.setData(m_form->contents().toUtf8());

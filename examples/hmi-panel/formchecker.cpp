@@ -124,26 +124,37 @@ void FormChecker::checkSoftKeys(const QList<FormWidget> &widgets, QList<FormFind
     }
 }
 
+FormChecker::FileResult FormChecker::checkFile(const QString &fileName, QList<FormFinding> *findings)
+{
+    QFile file(fileName);
+    m_problem = FormLimits::fileProblem(fileName);
+    if (!m_problem.isEmpty() || !file.open(QIODevice::ReadOnly)) {
+        if (m_problem.isEmpty())
+            m_problem = file.errorString();
+        return FileResult::Unreadable;
+    }
+    QList<FormFinding> found;
+    if (!check(&file, &found))
+        return FileResult::NotAForm;
+    for (FormFinding &finding : found)
+        finding.file = fileName;
+    *findings << found;
+    return FileResult::Checked;
+}
+
 int FormChecker::run(const QString &fileName, const WidgetPropertyCheck::Context &context,
                      const VariableCheck &variableCheck)
 {
-    QFile file(fileName);
-    const QString problem = FormLimits::fileProblem(fileName);
-    if (!problem.isEmpty() || !file.open(QIODevice::ReadOnly)) {
-        std::printf("%s: cannot be read: %s\n", qPrintable(fileName),
-                    qPrintable(problem.isEmpty() ? file.errorString() : problem));
-        return 2;
-    }
     FormChecker checker(context, variableCheck);
     QList<FormFinding> findings;
-    if (!checker.check(&file, &findings)) {
-        std::printf("%s: not a form: %s\n", qPrintable(fileName), qPrintable(checker.problem()));
+    const FileResult result = checker.checkFile(fileName, &findings);
+    if (result != FileResult::Checked) {
+        std::printf("%s: %s: %s\n", qPrintable(fileName),
+                    result == FileResult::Unreadable ? "cannot be read" : "not a form", qPrintable(checker.problem()));
         return 2;
     }
-    for (FormFinding &finding : findings) {
-        finding.file = fileName;
+    for (const FormFinding &finding : std::as_const(findings))
         std::printf("%s\n", qPrintable(finding.toString()));
-    }
     std::fflush(stdout);
     return findings.isEmpty() ? 0 : 1;
 }

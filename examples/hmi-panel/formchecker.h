@@ -28,6 +28,10 @@ public:
 
     // False, with problem() saying why, when the device holds no readable form.
     bool check(QIODevice *device, QList<FormFinding> *findings);
+    enum class FileResult { Checked, Unreadable, NotAForm };
+    // The same for a file the panel would take (a regular file within its limits); the findings carry
+    // the file's name, problem() says why for the other results.
+    FileResult checkFile(const QString &fileName, QList<FormFinding> *findings);
     QString problem() const { return m_problem; }
 
     // At most this many findings about one property of a widget (or about the widget itself) are

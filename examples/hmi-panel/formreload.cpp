@@ -1,7 +1,6 @@
 #include "formreload.h"
 
 #include "formchecker.h"
-#include "formlimits.h"
 #include "formloader.h"
 #include "formsession.h"
 #include "formwatcher.h"
@@ -11,7 +10,6 @@
 
 #include <QApplication>
 #include <QDialog>
-#include <QFile>
 #include <QFileInfo>
 #include <QTimer>
 
@@ -79,15 +77,10 @@ QStringList FormReload::checked(const QString &problem, const QMap<int, QStringL
     QStringList lines{problem};
     FormChecker checker({NORVOInterface_Z3::initialization()->maxChannelCount(), words});
     QList<FormFinding> findings;
-    QFile file(m_fileName);
-    if (FormLimits::fileProblem(m_fileName).isEmpty() && file.open(QIODevice::ReadOnly)) {
-        if (!checker.check(&file, &findings))
-            lines << QStringLiteral("%1: not a form: %2").arg(m_fileName, checker.problem());
-        for (FormFinding &finding : findings) {
-            finding.file = m_fileName;
-            lines << finding.toString();
-        }
-    }
+    if (checker.checkFile(m_fileName, &findings) == FormChecker::FileResult::NotAForm)
+        lines << QStringLiteral("%1: not a form: %2").arg(m_fileName, checker.problem());
+    for (const FormFinding &finding : std::as_const(findings))
+        lines << finding.toString();
     return lines;
 }
 

@@ -1,6 +1,5 @@
 #include "formwatcher.h"
 
-#include <QDateTime>
 #include <QFileInfo>
 
 FormWatcher::FormWatcher(const QStringList &files, QObject *parent)
@@ -8,7 +7,7 @@ FormWatcher::FormWatcher(const QStringList &files, QObject *parent)
 {
     for (const QString &file : files) {
         m_files << QFileInfo(file).absoluteFilePath();
-        m_stamps << stampOf(m_files.constLast());
+        m_stamps << FileStamp::of(m_files.constLast());
         const QString folder = QFileInfo(m_files.constLast()).absolutePath();
         if (!m_watcher.directories().contains(folder))
             m_watcher.addPath(folder);
@@ -19,14 +18,6 @@ FormWatcher::FormWatcher(const QStringList &files, QObject *parent)
     connect(&m_settle, &QTimer::timeout, this, &FormWatcher::settle);
     connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, &FormWatcher::noteChange);
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &FormWatcher::noteChange);
-}
-
-FormWatcher::Stamp FormWatcher::stampOf(const QString &file)
-{
-    const QFileInfo info(file);
-    if (!info.exists())
-        return {};
-    return {true, info.size(), info.lastModified().toMSecsSinceEpoch()};
 }
 
 void FormWatcher::watchFiles()
@@ -52,8 +43,8 @@ void FormWatcher::settle()
     watchFiles();
     bool changedNow = false;
     for (int i = 0; i < m_files.size(); ++i) {
-        const Stamp now = stampOf(m_files.at(i));
-        if (!(now == m_stamps.at(i))) {
+        const FileStamp now = FileStamp::of(m_files.at(i));
+        if (now != m_stamps.at(i)) {
             m_stamps[i] = now;
             changedNow = true;
         }

@@ -1,6 +1,8 @@
 #ifndef FORMWATCHER_H
 #define FORMWATCHER_H
 
+#include "filestamp.h"
+
 #include <QElapsedTimer>
 #include <QFileSystemWatcher>
 #include <QList>
@@ -26,20 +28,12 @@ Q_SIGNALS:
     void changed();
 
 private:
-    struct Stamp
-    {
-        bool exists = false;
-        qint64 size = -1;
-        qint64 modified = 0;
-        bool operator==(const Stamp &o) const { return exists == o.exists && size == o.size && modified == o.modified; }
-    };
-    static Stamp stampOf(const QString &file);
     void noteChange();
     void settle();
     void watchFiles();
 
     QStringList m_files;
-    QList<Stamp> m_stamps;
+    QList<FileStamp> m_stamps;
     QFileSystemWatcher m_watcher;
     QTimer m_settle;
     QElapsedTimer m_pending;

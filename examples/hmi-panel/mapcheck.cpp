@@ -1,9 +1,6 @@
 #include "mapcheck.h"
 
 #include "formchecker.h"
-#include "formlimits.h"
-
-#include <QFile>
 
 const ModbusMap::Entry *MapCheck::entry(const FormVariable &v) const
 {
@@ -46,9 +43,7 @@ QStringList MapCheck::lacking(const QString &fileName, const WidgetPropertyCheck
             lines << finding.toString();
         }
     });
-    QFile file(fileName);
     QList<FormFinding> others; // the reload reports them only for a form it cannot load
-    if (FormLimits::fileProblem(fileName).isEmpty() && file.open(QIODevice::ReadOnly))
-        checker.check(&file, &others);
+    checker.checkFile(fileName, &others);
     return lines;
 }

@@ -23,6 +23,17 @@ bool WordLibraryFile::readFile(const QString &fileName)
     return read(&file);
 }
 
+bool WordLibraryFile::readBesideForm(const QString &formFile)
+{
+    m_words.clear();
+    m_problems.clear();
+    const QString file = formFile.isEmpty() ? QString() : besideForm(formFile);
+    if (file.isEmpty() || !QFileInfo::exists(file))
+        return false;
+    readFile(file);
+    return true;
+}
+
 bool WordLibraryFile::read(QIODevice *device)
 {
     m_words.clear();

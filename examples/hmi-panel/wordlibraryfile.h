@@ -23,6 +23,9 @@ public:
 
     bool read(QIODevice *device);
     bool readFile(const QString &fileName);
+    // Reads the library beside formFile when there is one; false, with nothing read and no problem,
+    // when there is none (an unsaved form, named by an empty text, has none either).
+    bool readBesideForm(const QString &formFile);
 
     const QMap<int, QStringList> &words() const { return m_words; }
     // "line N: ..." for every line left out; the reason when the file cannot be opened.

@@ -485,11 +485,22 @@ private Q_SLOTS:
         QVERIFY(!shown.isEmpty());
         auto *editorTable = qobject_cast<QTableWidget *>(DesignerCore::formWidget(form, QStringLiteral("statusTable")));
         QVERIFY(!PreviewSession::of(editorTable) && editorTable->item(0, 1)->text().isEmpty());
-        // The library beside the saved form, in the preview's language; the stored caption without one.
+        // The preview's context menu: the library beside the saved form in the language picked (the
+        // stored caption without one); the door key, needing authority 2, refused at 3, the editor's not.
+        const auto pick = [session](const QString &text) {
+            for (QAction *action : session->form()->actions()) {
+                if (action->text() == text)
+                    return action->trigger(), true;
+            }
+            return false;
+        };
         auto *back = session->form()->findChild<FunctionButton *>(QStringLiteral("functionButton0100"));
-        const QString english = back->text();
-        session->setLanguage(1);
-        QCOMPARE((QStringList{english, back->text()}), (words.isNull() ? QStringList{"<<", "<<"} : QStringList{"Back", "Zur\u00fcck"}));
+        auto *door = session->form()->findChild<QWidget *>(QStringLiteral("doorButton"));
+        const QStringList before{back->text(), QString::number(door->isEnabled())};
+        QVERIFY(pick(QStringLiteral("Language: Deutsch")) && pick(QStringLiteral("Operator authority 3")));
+        QCOMPARE((before + QStringList{back->text(), QString::number(door->isEnabled()),
+                                       QString::number(DesignerCore::formWidget(form, QStringLiteral("doorButton"))->isEnabled())}),
+                 (words.isNull() ? QStringList{"<<", "1", "<<", "0", "1"} : QStringList{"Back", "1", "Zur\u00fcck", "0", "1"}));
         core()->formWindowManager()->closeAllPreviews();
         QTRY_VERIFY(!PreviewSession::of(key));
     }
