@@ -160,13 +160,6 @@ int main(int argc, char **argv)
         }
         controller = modbus.get();
     }
-    // A saved form with variables the map lacks stays off screen, as such a first form stops the panel.
-    std::unique_ptr<MapCheck> reloadMapCheck;
-    if (modbus) {
-        ModbusMap map; // read before the folder changes to the form's
-        if (map.readFile(parser.value(modbusOptions.map)))
-            reloadMapCheck = std::make_unique<MapCheck>(map);
-    }
 #endif
     FormLoader loader;
     const QString formFile = forms.constFirst();
@@ -206,9 +199,10 @@ int main(int argc, char **argv)
     PanelWindow window(first.get(), {QStringLiteral("English"), QStringLiteral("Deutsch")}, screenArea);
     FormReload::Hooks hooks{[&] { return readWords(absoluteWords); }, prepare, setUpTables, {}};
 #ifdef HMI_HAVE_MODBUS
-    if (reloadMapCheck) {
-        hooks.gaps = [&reloadMapCheck, hmi](const QString &fileName) {
-            return reloadMapCheck->lacking(fileName, {hmi->maxChannelCount(), {}});
+    // A saved form with variables the map lacks stays off screen, as such a first form stops the panel.
+    if (modbus) {
+        hooks.gaps = [check = MapCheck(modbus->map()), hmi](const QString &fileName) {
+            return check.lacking(fileName, {hmi->maxChannelCount(), {}});
         };
     }
 #endif

@@ -42,6 +42,7 @@ public:
     QString status() const;
     // Registered variables the map does not hold, one line each naming the variable and its widget.
     const QStringList &problems() const { return m_problems; }
+    const ModbusMap &map() const { return m_map; }
     const UnknownValueMarks &marks() const { return m_marks; }
     SimulatedController &values() { return m_values; }
 
